@@ -1,0 +1,77 @@
+# Turns models into C++: used by the library's own build and, once installed, by anybody's.
+
+# lumo_generate( TARGET t MODELS a.koi b.koi [IMPORT dir...] [HEADERS dir] [INCLUDE_PREFIX p] )
+#
+# All models of one call are one pass: a module may use any other of them, whatever their order. IMPORT
+# names folders of models that may be used but are not written; those of the library are always there.
+# The headers go to HEADERS/INCLUDE_PREFIX and are included as <INCLUDE_PREFIXModule.h>. HEADERS is a
+# folder of the build tree unless named, INCLUDE_PREFIX is "t/" unless named (say "" for none). What the
+# headers declare is compiled into t. In the caller, t_HEADERS lists the headers; the global property LUMO_KOIGEN_t holds
+# koigen's arguments, for who wants to add --check.
+#
+# TAKE_HEADERS_AS_THEY_STAND leaves HEADERS alone: what koigen would have written there is thrown away.
+function( lumo_generate )
+  cmake_parse_arguments( PARSE_ARGV 0 koi
+    "TAKE_HEADERS_AS_THEY_STAND" "TARGET;HEADERS;INCLUDE_PREFIX" "MODELS;IMPORT" )
+  if( koi_UNPARSED_ARGUMENTS OR NOT koi_TARGET OR NOT koi_MODELS )
+    message( FATAL_ERROR "lumo_generate() needs TARGET and MODELS; it does not know '${koi_UNPARSED_ARGUMENTS}'" )
+  endif()
+  if( NOT DEFINED koi_INCLUDE_PREFIX AND NOT "INCLUDE_PREFIX" IN_LIST koi_KEYWORDS_MISSING_VALUES )
+    set( koi_INCLUDE_PREFIX "${koi_TARGET}/" )
+  endif()
+  set( work "${CMAKE_CURRENT_BINARY_DIR}/${koi_TARGET}-koi" )
+  if( NOT koi_HEADERS )
+    set( koi_HEADERS "${work}/include" )
+  endif()
+  cmake_path( ABSOLUTE_PATH koi_HEADERS NORMALIZE )
+
+  set( models "" )
+  set( sources "" )
+  set( headers "" )
+  foreach( model IN LISTS koi_MODELS )
+    cmake_path( GET model STEM module )
+    cmake_path( ABSOLUTE_PATH model NORMALIZE )
+    list( APPEND models "${model}" )
+    list( APPEND sources "${work}/${module}.module.cpp" )
+    list( APPEND headers "${koi_HEADERS}/${koi_INCLUDE_PREFIX}${module}.h" )
+  endforeach()
+
+  # An imported model that changes may change what is written, so it is a dependency too.
+  set( imports "" )
+  set( imported "" )
+  foreach( folder IN LISTS koi_IMPORT LUMO_MODEL_DIR )
+    cmake_path( ABSOLUTE_PATH folder NORMALIZE )
+    list( APPEND imports --import "${folder}" )
+    file( GLOB found CONFIGURE_DEPENDS "${folder}/*.koi" )
+    list( APPEND imported ${found} )
+  endforeach()
+
+  set( written "${koi_HEADERS}/${koi_INCLUDE_PREFIX}" )
+  set( byproducts ${headers} )
+  set( pass --sources "${work}" --include-prefix "${koi_INCLUDE_PREFIX}" ${imports} ${models} )
+  set_property( GLOBAL PROPERTY LUMO_KOIGEN_${koi_TARGET} --headers "${written}" ${pass} )
+  if( koi_TAKE_HEADERS_AS_THEY_STAND )
+    set( written "${work}/unused" )
+    set( byproducts "" )
+  endif()
+  file( MAKE_DIRECTORY "${work}" "${written}" )
+  add_custom_command(
+    OUTPUT ${sources}
+    BYPRODUCTS ${byproducts}
+    COMMAND Lumo::koigen --headers "${written}" ${pass}
+    DEPENDS Lumo::koigen ${models} ${imported}
+    COMMENT "Models of ${koi_TARGET}"
+    VERBATIM
+  )
+  # Whoever includes a header waits for this target, not only for the sources' own compilation.
+  add_custom_target( ${koi_TARGET}-koi DEPENDS ${sources} )
+  add_dependencies( ${koi_TARGET} ${koi_TARGET}-koi )
+  target_sources( ${koi_TARGET} PRIVATE ${sources} )
+  get_target_property( type ${koi_TARGET} TYPE )
+  set( scope PUBLIC )
+  if( type STREQUAL "EXECUTABLE" )
+    set( scope PRIVATE )
+  endif()
+  target_include_directories( ${koi_TARGET} ${scope} "$<BUILD_INTERFACE:${koi_HEADERS}>" )
+  set( ${koi_TARGET}_HEADERS ${headers} PARENT_SCOPE )
+endfunction()

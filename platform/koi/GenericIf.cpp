@@ -1,0 +1,7 @@
+#include <koi/GenericIf.h>
+
+namespace Koi {
+
+GenericIf::~GenericIf() = default;
+
+}  // namespace Koi

@@ -1,0 +1,7 @@
+#include <koi/Ptr.h>
+
+namespace Koi {
+
+bool threadSafePtr = false;
+
+}  // namespace Koi
