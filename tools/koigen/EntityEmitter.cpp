@@ -1,0 +1,305 @@
+// EntityEmitter.cpp: which page an entity and each of its members takes, and what fills it.
+#include "EntityEmitter.h"
+
+#include "Emitter.h"
+
+namespace Koigen {
+namespace {
+
+using Texts = std::vector< std::string >;
+
+std::string angled( std::string const & what, std::string const & in ) {
+  return what + "< " + in + " >";
+}
+
+/// What holds one value, reference or child.
+std::string cellType( Context const & context, TypeUse const & type ) {
+  switch( type.hold ) {
+    case TypeUse::ref:
+      return angled( "Koi::Ptr", context.bare( type ) );
+    case TypeUse::weak:
+      return angled( "Koi::WeakPtr", context.bare( type ) );
+    case TypeUse::own:
+      return angled( "Koi::Owned", context.bare( type ) );
+    case TypeUse::whole:
+      break;
+  }
+  return context.cpp( type );
+}
+
+std::string tagOf( Member const & member ) { return "Koi" + capital( member.name ); }
+
+std::string collectionType( Context const & context, Member const & member ) {
+  char const * const kind = member.kind == Member::hashed    ? "Koi::HashMap"
+                            : member.kind == Member::ordered ? "Koi::RbTreeMap"
+                                                             : "Koi::LinkQueue";
+  return angled( kind, tagOf( member ) + ", " + context.cpp( member.key ) + ", " +
+                           cellType( context, member.type ) );
+}
+
+std::string callback( Member const & member ) { return "&NotifieeConst::on" + capital( member.name ); }
+
+/// The line that refuses a value before anything changes; empty when every value will do.
+std::string refusal( Declaration const & owner, Member const & member ) {
+  if( member.notNull )
+    return "Koi::refuseNull( v, \"null _" + member.name + " parameter to mutator for " + owner.fullName() + "::" +
+           member.name + " not allowed\" );";
+  if( !member.maxBytes.empty() )
+    return "Koi::refuseLonger( v, " + member.maxBytes + ", \"" + owner.name + "::bytes > " + member.maxBytes +
+           " not allowed\" );";
+  if( !member.bound.empty() )
+    return "Koi::refuseMore( v, " + member.bound + "(), \"" + owner.name + "::" + member.name + " > " + owner.name +
+           "::" + member.bound + " not allowed\" );";
+  return {};
+}
+
+std::string scalarText( Context const & context, MemberOwner const & owner, Member const & member ) {
+  Fill fill{ { "doc", member.doc },
+             { "attr", member.name },
+             { "type", givenType( context, member.type ) },
+             { "argument", givenArgument( context, member.type ) },
+             { "on", owner.notifies ? ", " + callback( member ) : "" } };
+  if( member.storedFirst ) {
+    fill["bound"] = member.bound;
+    fill["refusal"] = owner.declaration.name + "::" + member.name + " > " + owner.declaration.name +
+                      "::" + member.bound + " not allowed";
+    return page( "entityScalarStoredFirst", fill );
+  }
+  fill["read"] = member.name + ( member.type.hold == TypeUse::weak ? "_.ptr()" : "_" );
+  std::string const check = refusal( owner.declaration, member );
+  if( check.empty() )
+    return page( "entityScalar", fill );
+  fill["refusal"] = check;
+  return page( "entityScalarChecked", fill );
+}
+
+/// How a child is made: the parameters of its constructor behind the first `skip`, and what is passed on.
+void fillChild( Context const & context, Member const & member, std::size_t skip, Fill & fill ) {
+  auto const all = context.constructorOf( *member.type.declaration );
+  std::string const parameters = parameterList( context, all, skip ), arguments = argumentList( all, skip );
+  std::string const between = skip && !parameters.empty() ? ", " : "";
+  fill["parameters"] = between + parameters;
+  fill["arguments"] = ( arguments.empty() ? "" : ", " ) + arguments;
+}
+
+std::string collectionText( Context const & context, MemberOwner const & owner, Member const & member ) {
+  std::string const key = context.argument( member.key );
+  std::string const notify =
+      owner.notifies ? "void " + member.name + "Notify( " + key + " k ) { koiTell( " + callback( member ) + ", k ); }"
+                     : "";
+  Fill fill{ { "doc", member.doc },
+             { "attr", member.name },
+             { "Tag", tagOf( member ) },
+             { "collection", collectionType( context, member ) },
+             { "key", key },
+             { "type", givenType( context, member.type ) },
+             { "notify", notify },
+             { "on", owner.notifies ? ", " + callback( member ) : "" } };
+  if( member.type.hold == TypeUse::own ) {
+    fillChild( context, member, 1, fill );
+    return page( "entityCollectionOwn", fill );
+  }
+  fill["argument"] = givenArgument( context, member.type );
+  if( !member.byField.empty() ) {
+    fill["field"] = member.byField;
+    return page( "entityCollectionBy", fill );
+  }
+  fill["refusal"] = refusal( owner.declaration, member );
+  if( member.kind != Member::queue )
+    return page( "entityCollection", fill );
+  fill["Key"] = context.cpp( member.key );
+  return page( "entityQueue", fill );
+}
+
+/// The class of an entity, gathered member by member.
+class EntityText {
+ public:
+  EntityText( Context const & context, Declaration const & entity )
+      : context_( context ), entity_( entity ), constructor_( context.constructorOf( entity ) ) {}
+
+  std::string text() {
+    initialise();
+    for( auto const & m : entity_.members )
+      add( m );
+    for( auto const & p : constructor_ )
+      parameters_.push_back( parameterEntry( p.name ) );
+    if( constructor_.empty() )
+      parameters_.push_back( parameterEntry( "name" ) );
+
+    std::string const base = entity_.base.declaration ? context_.bare( entity_.base ) : "";
+    std::string const & type = entity_.name;
+    return page( "entity",
+                 { { "doc", entity_.doc },
+                   { "Type", type },
+                   { "scope", entity_.scope },
+                   { "bases", base.empty() ? type : type + ", " + base },
+                   { "explicit", constructor_.size() < 2 ? "explicit " : "" },
+                   { "parameters", parameterList( context_, constructor_ ) },
+                   { "arguments", argumentList( constructor_ ) },
+                   { "initialisers", stacked( initialisers_, ", " ) },
+                   { "attributes", stacked( attributes_ ) },
+                   { "notifiee", notifiee( base.empty() ? type : type + ", " + base + "::NotifieeConst" ) },
+                   { "constructor", stacked( parameters_, ",\n" ) },
+                   { "table", stacked( table_, ",\n" ) },
+                   { "factory", lowerCamel( type ) + "Factory" },
+                   { "cells", stacked( cells_, "\n" ) } } );
+  }
+
+ private:
+  /// What the base gets: its own parameters, or else the name.
+  void initialise() {
+    std::string base;
+    if( entity_.base.declaration )
+      base = argumentList( context_.constructorOf( *entity_.base.declaration ) );
+    if( base.empty() || base == "name" ) {
+      int const name = Context::nameIndex( constructor_ );
+      base = constructor_.empty() || name >= 0 ? "name" : "Koi::nameOf( " + constructor_.front().name + " )";
+    }
+    initialisers_.push_back( "EntityOf( " + base + " )" );
+  }
+
+  void add( Member const & m ) {
+    switch( m.kind ) {
+      case Member::param:
+        addParam( m );
+        break;
+      case Member::constant:
+        attributes_.push_back( constantText( context_, m ) );
+        break;
+      case Member::function:
+        attributes_.push_back( memberFunctionText( context_, m ) );
+        break;
+      case Member::derived:
+        addDerived( m );
+        break;
+      case Member::child:
+        addChild( m );
+        break;
+      default:
+        attributes_.push_back( attributeText( context_, { entity_, true }, m ) );
+        addState( m );
+    }
+  }
+
+  void addParam( Member const & m ) {
+    if( m.name == "name" && m.type.primitive == Primitive::name )
+      return;  // every entity has that one
+    attributes_.push_back( paramText( context_, m ) );
+    initialisers_.push_back( "_" + m.name + "( " + m.name + " )" );
+    table_.push_back( tableEntry( m.name, "_" + m.name ) );
+    cells_.push_back( paramCellText( context_, m ) );
+  }
+
+  void addDerived( Member const & m ) {
+    Fill fill{ { "doc", m.doc }, { "attr", m.name }, { "type", givenType( context_, m.type ) } };
+    if( m.source.empty() ) {
+      attributes_.push_back( page( "entityComputed", fill ) );
+      return;
+    }
+    fill["source"] = m.source;
+    fill["field"] = m.sourceField;
+    attributes_.push_back( page( "entityDerived", fill ) );
+  }
+
+  void addChild( Member const & m ) {
+    Fill fill{ { "doc", m.doc },
+               { "attr", m.name },
+               { "type", givenType( context_, m.type ) },
+               { "on", ", " + callback( m ) } };
+    fillChild( context_, m, 0, fill );
+    attributes_.push_back( page( "entityChild", fill ) );
+    addState( m );
+  }
+
+  void addState( Member const & m ) {
+    std::string const on = "virtual void on" + capital( m.name );
+    callbacks_.push_back( on + "() {}" );
+    if( isCollection( m ) )
+      callbacks_.push_back( on + "( " + context_.argument( m.key ) + " ) { on" + capital( m.name ) + "(); }" );
+    table_.push_back( tableEntry( m.name, m.name + "_" ) );
+    cells_.push_back( cellText( context_, m ) );
+  }
+
+  std::string notifiee( std::string const & bases ) const {
+    if( callbacks_.empty() )
+      return page( "entityNotifieeEmpty", { { "bases", bases } } );
+    return page( "entityNotifiee", { { "bases", bases }, { "callbacks", stacked( callbacks_, "\n" ) } } );
+  }
+
+  std::string tableEntry( std::string const & name, std::string const & cell ) const {
+    return "Koi::attribute( \"" + name + "\", &" + entity_.name + "::" + cell + " )";
+  }
+
+  std::string parameterEntry( std::string const & name ) const {
+    return "Koi::parameter( \"_" + name + "\", &" + entity_.name + "::" + name + " )";
+  }
+
+  Context const & context_;
+  Declaration const & entity_;
+  std::vector< EntityParameter > const constructor_;
+  Texts initialisers_, attributes_, callbacks_, parameters_, table_, cells_;
+};
+
+}  // namespace
+
+std::string givenType( Context const & context, TypeUse const & type ) {
+  return context.isPointer( type ) ? angled( "Koi::Ptr", context.bare( type ) ) : context.cpp( type );
+}
+
+std::string givenArgument( Context const & context, TypeUse const & type ) {
+  return context.isPointer( type ) ? givenType( context, type ) + " const &" : context.argument( type );
+}
+
+std::string parameterList( Context const & context, std::vector< EntityParameter > const & parameters,
+                           std::size_t skip ) {
+  if( parameters.empty() )
+    return skip ? "" : "Koi::Name const & name";
+  Texts texts;
+  for( std::size_t i = skip; i < parameters.size(); ++i )
+    texts.push_back( givenArgument( context, parameters[i].type ) + " " + parameters[i].name );
+  return stacked( texts, ", " );
+}
+
+std::string argumentList( std::vector< EntityParameter > const & parameters, std::size_t skip ) {
+  if( parameters.empty() )
+    return skip ? "" : "name";
+  Texts texts;
+  for( std::size_t i = skip; i < parameters.size(); ++i )
+    texts.push_back( parameters[i].name );
+  return stacked( texts, ", " );
+}
+
+bool isCollection( Member const & member ) {
+  return member.kind == Member::hashed || member.kind == Member::ordered || member.kind == Member::queue;
+}
+
+std::string paramText( Context const & context, Member const & member ) {
+  return page( "entityParam", { { "doc", member.doc },
+                                { "attr", member.name },
+                                { "type", givenType( context, member.type ) },
+                                { "read", member.name + ( member.type.hold == TypeUse::weak ? ".ptr()" : "" ) } } );
+}
+
+std::string paramCellText( Context const & context, Member const & member ) {
+  return cellType( context, member.type ) + " const _" + member.name + ";";
+}
+
+std::string attributeText( Context const & context, MemberOwner const & owner, Member const & member ) {
+  return isCollection( member ) ? collectionText( context, owner, member ) : scalarText( context, owner, member );
+}
+
+std::string cellText( Context const & context, Member const & member ) {
+  if( isCollection( member ) )
+    return collectionType( context, member ) + " " + member.name + "_;";
+  std::string const initial = context.initial( member.initial );
+  std::string const cell = cellType( context, member.type ) + " " + member.name + "_";
+  if( context.isPointer( member.type ) )
+    return cell + ";";
+  return cell + ( initial.empty() ? "{};" : " = " + initial + ";" );
+}
+
+std::string entityText( Context const & context, Declaration const & declaration ) {
+  return EntityText( context, declaration ).text();
+}
+
+}  // namespace Koigen

@@ -1,0 +1,152 @@
+// ReactorEmitter.cpp: which pages a reactor and what it watches take, and what fills them.
+#include <algorithm>
+
+#include "Emitter.h"
+#include "EntityEmitter.h"
+
+namespace Koigen {
+namespace {
+
+using Texts = std::vector< std::string >;
+
+/// Two watched entities may call the same handler.
+void addOnce( Texts & texts, std::string const & text ) {
+  if( std::find( texts.begin(), texts.end(), text ) == texts.end() )
+    texts.push_back( text );
+}
+
+/// The class of a reactor, gathered member by member.
+class ReactorText {
+ public:
+  ReactorText( Context const & context, Declaration const & reactor )
+      : context_( context ), reactor_( reactor ) {}
+
+  std::string text() {
+    for( auto const & m : reactor_.members )
+      add( m );
+    std::string const & type = reactor_.name;
+    return page( "reactor", { { "doc", reactor_.doc },
+                              { "Type", type },
+                              { "scope", reactor_.scope },
+                              { "explicit", parameters_.size() == 1 ? "explicit " : "" },
+                              { "parameters", inBlanks( stacked( parameters_, ", " ) ) },
+                              { "arguments", inBlanks( stacked( arguments_, ", " ) ) },
+                              { "initialisers", initialisers_.empty() ? "" : " : " + stacked( initialisers_, ", " ) },
+                              { "attributes", stacked( attributes_ ) },
+                              { "handlers", stacked( handlers_, "\n" ) },
+                              { "observers", stacked( observers_ ) },
+                              { "hooks", stacked( hooks_, "\n" ) },
+                              { "factory", lowerCamel( type ) + "Factory" },
+                              { "cells", stacked( cells_, "\n" ) } } );
+  }
+
+ private:
+  void add( Member const & m ) {
+    switch( m.kind ) {
+      case Member::watch:
+        addWatched( m );
+        break;
+      case Member::watchEach:
+        addWatchedEach( m );
+        break;
+      case Member::param:
+        addParam( m );
+        break;
+      case Member::constant:
+        attributes_.push_back( constantText( context_, m ) );
+        break;
+      case Member::start:
+        addOnce( handlers_, "void " + m.name + "();" );
+        hooks_.push_back( "void koiStart() override { " + m.name + "(); }" );
+        break;
+      case Member::cleanup:
+        addOnce( handlers_, "void " + m.name + "();" );
+        hooks_.push_back( "void koiCleanup() override { " + m.name + "(); }" );
+        break;
+      default:
+        attributes_.push_back( attributeText( context_, { reactor_, false }, m ) );
+        cells_.push_back( cellText( context_, m ) );
+    }
+  }
+
+  void addParam( Member const & m ) {
+    parameters_.push_back( givenArgument( context_, m.type ) + " " + m.name );
+    arguments_.push_back( m.name );
+    initialisers_.push_back( "_" + m.name + "( " + m.name + " )" );
+    attributes_.push_back( paramText( context_, m ) );
+    cells_.push_back( paramCellText( context_, m ) );
+  }
+
+  void addWatched( Member const & m ) {
+    std::string const type = context_.bare( m.type ), pointer = "Koi::Ptr< " + type + " >";
+    parameters_.push_back( pointer + " const & " + m.name );
+    arguments_.push_back( m.name );
+    initialisers_.push_back( m.name + "_( this, " + m.name + " )" );
+    attributes_.push_back( page( "reactorWatched", { { "doc", m.doc }, { "attr", m.name }, { "type", pointer } } ) );
+    observers_.push_back( page( "reactorObserver", { { "Attr", capital( m.name ) },
+                                                     { "type", type },
+                                                     { "Reactor", reactor_.name },
+                                                     { "forwards", forwards( m ) } } ) );
+    cells_.push_back( "Koi::Watched< Koi" + capital( m.name ) + ", " + type + " > " + m.name + "_;" );
+  }
+
+  void addWatchedEach( Member const & m ) {
+    std::string const type = context_.bare( m.type ), pointer = "Koi::Ptr< " + type + " >";
+    std::string const key = context_.cpp( m.key );
+    initialisers_.push_back( m.name + "_( this )" );
+    attributes_.push_back( page( "reactorWatchedEach", { { "doc", m.doc },
+                                                         { "attr", m.name },
+                                                         { "type", pointer },
+                                                         { "Key", key },
+                                                         { "key", context_.argument( m.key ) } } ) );
+    observers_.push_back( page( "reactorObserverEach", { { "Attr", capital( m.name ) },
+                                                         { "type", type },
+                                                         { "Reactor", reactor_.name },
+                                                         { "Key", key },
+                                                         { "key", context_.argument( m.key ) },
+                                                         { "forwards", forwards( m ) } } ) );
+    cells_.push_back( "Koi::WatchedEach< Koi" + capital( m.name ) + ", " + key + ", " + type + " > " + m.name +
+                      "_;" );
+  }
+
+  /// The callbacks of an inner observer; their handlers are declared on the way.
+  std::string forwards( Member const & watched ) {
+    bool const each = watched.kind == Member::watchEach;
+    Texts texts;
+    for( auto const & c : watched.callbacks ) {
+      std::string const handler = "handle" + c.name.substr( 2 );
+      std::string const key = c.keyed ? context_.argument( c.key ) : "";
+      Texts parameters, arguments;
+      if( each ) {
+        parameters.push_back( context_.argument( watched.key ) + " watched" );
+        arguments.push_back( "Koi::copyOf( key_ )" );
+      }
+      if( c.keyed ) {
+        parameters.push_back( key + " key" );
+        arguments.push_back( "key" );
+      }
+      addOnce( handlers_, "void " + handler + "(" + inBlanks( stacked( parameters, ", " ) ) + ");" );
+      // A collection has two callbacks of one name; the one that is not overridden stays visible.
+      if( c.keyed || ( c.attribute && isCollection( *c.attribute ) ) )
+        addOnce( texts, "using NotifieeConst::" + c.name + ";" );
+      texts.push_back( "void " + c.name + "(" + ( c.keyed ? " " + key + " key " : "" ) + ") override { " +
+                       "Koi::Ptr< " + reactor_.name + " >( reactor_ )->" + handler + "(" +
+                       inBlanks( stacked( arguments, ", " ) ) + "); }" );
+    }
+    return stacked( texts, "\n" );
+  }
+
+  static std::string inBlanks( std::string const & list ) { return list.empty() ? "" : " " + list + " "; }
+
+  Context const & context_;
+  Declaration const & reactor_;
+  Texts parameters_, arguments_, initialisers_, attributes_, handlers_, observers_, hooks_, cells_;
+};
+
+}  // namespace
+
+std::string reactorText( Context const & context, Declaration const & declaration ) {
+  return ReactorText( context, declaration ).text();
+}
+
+}  // namespace Koigen

@@ -1,0 +1,2 @@
+/// $doc$
+static $constexpr$$type$ $attr$() { return $initial$; }

@@ -1,0 +1,29 @@
+/// $doc$
+class KOI_PUBLIC $Type$ : public Koi::EntityOf< $bases$ > {
+ public:
+  $explicit$$Type$( $parameters$ ) : $initialisers$ {}
+
+  $attributes$
+
+  $notifiee$
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, $Type$ >;
+
+  static constexpr char koiName[] = "$scope$::$Type$";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      $constructor$
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      $table$
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  $cells$
+};
+
+/// A new $Type$ without a parent.
+inline Koi::Ptr< $Type$ > $factory$( $parameters$ ) { return new $Type$( $arguments$ ); }

@@ -1,0 +1,11 @@
+class $Tag$;
+/// $doc$
+$type$ $attr$( $key$ k ) const { return $attr$_.value( k ); }
+$collection$ const & $attr$() const { return $attr$_; }
+void $attr$Is( $key$ k, $argument$ v ) {
+  $refusal$
+  koiIs( $attr$_, k, v$on$ );
+}
+$type$ $attr$Del( $key$ k ) { return koiDel( $attr$_, k$on$ ); }
+void $attr$DelAll() { koiDelAll( $attr$_$on$ ); }
+$notify$

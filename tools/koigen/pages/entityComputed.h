@@ -1,0 +1,2 @@
+/// $doc$
+$type$ $attr$() const;

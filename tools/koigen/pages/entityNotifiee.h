@@ -1,0 +1,5 @@
+/// Override what you watch; every callback starts out doing nothing.
+class NotifieeConst : public Koi::NotifieeOf< $bases$ > {
+ public:
+  $callbacks$
+};

@@ -1,0 +1,2 @@
+/// There is nothing to watch but what it extends.
+class NotifieeConst : public Koi::NotifieeOf< $bases$ > {};

@@ -1,0 +1,17 @@
+class $Tag$;
+/// $doc$
+$type$ $attr$( $key$ k ) const { return $attr$_.value( k ); }
+$collection$ const & $attr$() const { return $attr$_; }
+Koi::LinkQueueMetadata< $Key$ > $attr$Metadata() const { return $attr$_.metadata(); }
+$Key$ $attr$Enq( $argument$ v ) {
+  $refusal$
+  return koiEnq( $attr$_, v$on$ );
+}
+$type$ $attr$Deq() { return koiDeq( $attr$_$on$ ); }
+void $attr$Is( $key$ k, $argument$ v ) {
+  $refusal$
+  koiIs( $attr$_, k, v$on$ );
+}
+$type$ $attr$Del( $key$ k ) { return koiDel( $attr$_, k$on$ ); }
+void $attr$DelAll() { koiDelAll( $attr$_$on$ ); }
+$notify$

@@ -1,0 +1,3 @@
+/// $doc$
+enum $Type$ : Koi::U32 { $enumerators$ };
+KOI_ENUM( $Type$ );

@@ -1,0 +1,5 @@
+/// $doc$
+enum $Type$ : Koi::U32 {
+  $enumerators$
+};
+KOI_ENUM( $Type$ );

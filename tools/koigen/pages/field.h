@@ -1,0 +1,3 @@
+/// $doc$
+$type$ $attr$() const { return $cell$; }
+$mutator$

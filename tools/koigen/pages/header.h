@@ -1,0 +1,13 @@
+// $module$.h: written by koigen from $module$.koi. Change that file, not this one.
+#pragma once
+
+$runtime$
+$includes$
+
+$forward$
+
+$scopes$
+
+$wrappers$
+
+$behind$

@@ -1,0 +1,28 @@
+/// $doc$
+class KOI_PUBLIC $Type$ : public Koi::ReactorOf< $Type$ > {
+ public:
+  $explicit$$Type$($parameters$)$initialisers$ {
+    koiBegin();
+  }
+
+  $attributes$
+
+  static constexpr char koiName[] = "$scope$::$Type$";
+  static Koi::KoiType const _koiType;
+
+ private:
+  // Handlers: their bodies are written by hand.
+  $handlers$
+
+  $observers$
+
+  $hooks$
+
+  $cells$
+};
+
+/// A new $Type$ that listens.
+inline Koi::Ptr< $Type$ > $Type$Is($parameters$) {
+  return Koi::reactorIs< $Type$ >($arguments$);
+}
+inline Koi::Ptr< $Type$ > $factory$($parameters$) { return $Type$Is($arguments$); }
