@@ -1,0 +1,126 @@
+#include "Options.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+
+namespace Learn {
+
+namespace {
+
+/// A wrong argument; the text names the argument.
+class UsageException : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// One PORT=VALUE as it was given, and what it says.
+struct Assignment {
+  std::string whole;  // with the option's name, for messages
+  Wirex::IntfId intf;
+  std::string value;
+
+  [[noreturn]] void refuse( std::string_view why ) const {
+    throw UsageException( fmt::format( "{}: {}", whole, why ) );
+  }
+};
+
+Assignment assignmentOf( char const * option, std::string const & given, char const * form ) {
+  Assignment assignment{ fmt::format( "{} '{}'", option, given ), {}, {} };
+  auto const equals = given.find( '=' );
+  if( equals == std::string::npos || equals == 0 || equals + 1 == given.size() )
+    assignment.refuse( fmt::format( "{} was expected", form ) );
+  assignment.value = given.substr( equals + 1 );
+  try {
+    assignment.intf = Wirex::IntfId( Koi::String8( given.substr( 0, equals ) ) );
+  } catch( Koi::Exception const & e ) {
+    // The name is the user's, so it is the user who is told.
+    assignment.refuse( e.what() );
+  }
+  return assignment;
+}
+
+PortCapture * find( Options & options, Wirex::IntfId intf ) {
+  auto const at = std::find_if( options.captures.begin(), options.captures.end(),
+                                [&]( PortCapture const & c ) { return c.port.intf == intf; } );
+  return at == options.captures.end() ? nullptr : &*at;
+}
+
+void addCapture( Options & options, std::string const & given ) {
+  Assignment const capture = assignmentOf( "--capture", given, "PORT=FILE" );
+  if( find( options, capture.intf ) )
+    capture.refuse( "the port has a capture already" );
+  if( capture.value == "-" ) {
+    for( PortCapture const & other : options.captures )
+      if( other.path == "-" )
+        capture.refuse( "standard input is another port's capture" );
+  } else if( std::error_code error; !std::filesystem::exists( capture.value, error ) && !error ) {
+    capture.refuse( "no such file" );
+  }
+  options.captures.push_back( { .port = { .intf = capture.intf }, .path = capture.value } );
+}
+
+Bridging::VlanId vlanOf( Assignment const & native ) {
+  Koi::U32 vlan = 0;
+  char const * const end = native.value.data() + native.value.size();
+  auto const [stop, error] = std::from_chars( native.value.data(), end, vlan );
+  if( error != std::errc() || stop != end || vlan < 1 || vlan > 4094 )
+    native.refuse( "the VLAN is a number from 1 to 4094" );
+  return Bridging::VlanId( static_cast< Koi::U16 >( vlan ) );
+}
+
+void setNative( Options & options, std::vector< Wirex::IntfId > & seen,
+                std::string const & given ) {
+  Assignment const native = assignmentOf( "--native", given, "PORT=VLAN" );
+  Bridging::VlanId const vlan = vlanOf( native );
+  if( std::find( seen.begin(), seen.end(), native.intf ) != seen.end() )
+    native.refuse( "the port has a native VLAN already" );
+  seen.push_back( native.intf );
+  PortCapture * const capture = find( options, native.intf );
+  if( !capture )
+    native.refuse( "no --capture names the port" );
+  capture->port.nativeVlan = vlan;
+}
+
+}  // namespace
+
+std::optional< int > readCommandLine( int argc, char ** argv, Options & options ) {
+  CLI::App app(
+      "Learns MAC addresses from packet captures, as a switch would from its ports, and prints the "
+      "table.",
+      "learn" );
+  std::vector< std::string > captures, natives;
+  app.add_option( "--capture", captures,
+                  "a pcap or pcapng file whose frames come in on PORT; - is standard input" )
+      ->required()
+      ->type_name( "PORT=FILE" )
+      ->allow_extra_args( false );
+  app.add_option( "--native", natives, "the VLAN of the port's untagged frames (1)" )
+      ->type_name( "PORT=VLAN" )
+      ->allow_extra_args( false );
+  app.add_flag( "--json", options.json, "print one JSON object instead of the table" );
+  app.footer(
+      "Ports are named as interfaces are: eth1, eth3/1, lag7. Several captures are read by time." );
+  try {
+    app.parse( argc, argv );
+    for( auto const & given : captures )
+      addCapture( options, given );
+    std::vector< Wirex::IntfId > seen;
+    for( auto const & given : natives )
+      setNative( options, seen, given );
+    return std::nullopt;
+  } catch( CLI::CallForHelp const & ) {
+    fmt::print( "{}", app.help() );
+    return 0;
+  } catch( CLI::ParseError const & e ) {  // an unknown option, or none of those that must be there
+    fmt::print( stderr, "learn: {}\n", e.what() );
+  } catch( UsageException const & e ) {
+    fmt::print( stderr, "learn: {}\n", e.what() );
+  }
+  return 2;
+}
+
+}  // namespace Learn

@@ -1,0 +1,35 @@
+#include "Progress.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+namespace Learn {
+
+namespace {
+
+constexpr std::chrono::milliseconds pause( 250 );
+constexpr char toLineStart[] = "\r\x1b[K";  // and what stood on the line is gone
+
+}  // namespace
+
+Progress::Progress() : terminal_( isatty( STDERR_FILENO ) == 1 ) {}
+
+void Progress::totalsAre( Totals const & totals ) {
+  if( !terminal_ )
+    return;
+  auto const now = Clock::now();
+  if( now - shownAt_ < pause )
+    return;
+  fmt::print( stderr, "{}{} frames, {} hosts, {} moves", toLineStart, totals.numFrames,
+              totals.numHosts, totals.numMoves );
+  shown_ = true;
+  shownAt_ = now;
+}
+
+void Progress::erase() {
+  if( shown_ )
+    fmt::print( stderr, "{}", toLineStart );
+  shown_ = false;
+}
+
+}  // namespace Learn

@@ -1,0 +1,91 @@
+// learn: packet captures in, MAC address table out. README.md in this folder says what it learns
+// from.
+//
+// Exit status: 0; 2 for a wrong argument, a capture that could not be read to its end or a table
+// that could not be written; 130 when it was interrupted, after the table of what was read until
+// then.
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+
+#include "Learner.h"
+#include "MacTable.h"
+#include "MergedCaptures.h"
+#include "Options.h"
+#include "Progress.h"
+
+namespace {
+
+constexpr int statusFailed = 2;
+constexpr int statusInterrupted = 128 + SIGINT;
+
+volatile std::sig_atomic_t interrupted = 0;
+
+void onInterrupt( int ) { interrupted = 1; }
+
+void setSignals() {
+  // Whoever reads the table may leave early (`| head`): the write fails then, which writeTable()
+  // looks at.
+  std::signal( SIGPIPE, SIG_IGN );
+  // No SA_RESTART: the interrupt ends a read that waits for a pipe. A second one ends the program.
+  struct sigaction action {};
+  action.sa_handler = onInterrupt;
+  action.sa_flags = static_cast< int >( SA_RESETHAND );
+  sigaction( SIGINT, &action, nullptr );
+}
+
+/// False, after a line on standard error, when there is no room for it or the like.
+bool writeTable( std::string const & table ) {
+  if( std::fwrite( table.data(), 1, table.size(), stdout ) == table.size() &&
+      std::fflush( stdout ) == 0 )
+    return true;
+  if( errno == EPIPE )
+    return true;
+  fmt::print( stderr, "learn: the table could not be written: {}\n", std::strerror( errno ) );
+  return false;
+}
+
+}  // namespace
+
+int main( int argc, char ** argv ) {
+  Learn::Options options;
+  if( auto const status = Learn::readCommandLine( argc, argv, options ) )
+    return *status;
+  setSignals();
+
+  std::vector< std::string > paths;
+  for( auto const & capture : options.captures )
+    paths.push_back( capture.path );
+
+  Learn::Progress progress;
+  Learn::Learner learner;
+  bool sound = true;
+  Learn::MergedCaptures captures(
+      paths, [&]( std::size_t capture, std::string const & why, Koi::U64 numFrames ) {
+        if( interrupted )
+          return;
+        progress.erase();
+        std::string const & path = paths[capture];
+        fmt::print( stderr, "learn: {}: {} (after {} frames)\n",
+                    path == "-" ? "standard input" : path, why, numFrames );
+        sound = false;
+      } );
+  while( !interrupted ) {
+    auto const [capture, frame] = captures.next();
+    if( !frame )
+      break;
+    learner.frameIs( options.captures[capture].port, *frame );
+    progress.totalsAre( learner.totals() );
+  }
+  progress.erase();
+
+  bool const written =
+      writeTable( options.json ? Learn::macTableJson( learner ) : Learn::macTableText( learner ) );
+  if( interrupted )
+    return statusInterrupted;
+  return sound && written ? 0 : statusFailed;
+}
