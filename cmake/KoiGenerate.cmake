@@ -16,8 +16,12 @@ function( lumo_generate )
   if( koi_UNPARSED_ARGUMENTS OR NOT koi_TARGET OR NOT koi_MODELS )
     message( FATAL_ERROR "lumo_generate() needs TARGET and MODELS; it does not know '${koi_UNPARSED_ARGUMENTS}'" )
   endif()
-  if( NOT DEFINED koi_INCLUDE_PREFIX AND NOT "INCLUDE_PREFIX" IN_LIST koi_KEYWORDS_MISSING_VALUES )
-    set( koi_INCLUDE_PREFIX "${koi_TARGET}/" )
+  # An empty value is not passed on, so it is told from none by the keyword.
+  if( NOT koi_INCLUDE_PREFIX )
+    set( koi_INCLUDE_PREFIX "" )
+    if( NOT "INCLUDE_PREFIX" IN_LIST ARGV )
+      set( koi_INCLUDE_PREFIX "${koi_TARGET}/" )
+    endif()
   endif()
   set( work "${CMAKE_CURRENT_BINARY_DIR}/${koi_TARGET}-koi" )
   if( NOT koi_HEADERS )
@@ -48,8 +52,10 @@ function( lumo_generate )
 
   set( written "${koi_HEADERS}/${koi_INCLUDE_PREFIX}" )
   set( byproducts ${headers} )
-  set( pass --sources "${work}" --include-prefix "${koi_INCLUDE_PREFIX}" ${imports} ${models} )
-  set_property( GLOBAL PROPERTY LUMO_KOIGEN_${koi_TARGET} --headers "${written}" ${pass} )
+  set( pass --sources "${work}" ${imports} ${models} )
+  set_property( GLOBAL PROPERTY LUMO_KOIGEN_${koi_TARGET}
+    --headers "${written}" --include-prefix "${koi_INCLUDE_PREFIX}" ${pass}
+  )
   if( koi_TAKE_HEADERS_AS_THEY_STAND )
     set( written "${work}/unused" )
     set( byproducts "" )
@@ -58,7 +64,7 @@ function( lumo_generate )
   add_custom_command(
     OUTPUT ${sources}
     BYPRODUCTS ${byproducts}
-    COMMAND Lumo::koigen --headers "${written}" ${pass}
+    COMMAND Lumo::koigen --headers "${written}" --include-prefix "${koi_INCLUDE_PREFIX}" ${pass}
     DEPENDS Lumo::koigen ${models} ${imported}
     COMMENT "Models of ${koi_TARGET}"
     VERBATIM

@@ -11,7 +11,11 @@ packagesRun=(
   libfmt-dev libpcap-dev nlohmann-json3-dev               # the programs
   googletest                                              # named by the build; compiled by tests only
 )
-packagesTest=( clang-format-14 g++-multilib git tshark )
+packagesTest=(
+  clang-format-14 git                                     # the checks of the tree
+  g++-multilib                                            # 32 bits
+  libbenchmark-dev libmurmurhash-dev python3 tshark       # benchmarks; readers and hashes that are not ours
+)
 packagesLong=( clang-14 libclang-rt-14-dev )
 
 # die TEXT: one line, and the exit status of a machine that cannot do what was asked.
@@ -70,7 +74,7 @@ needPackages() {
                  --no-install-recommends -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3 \
                  "${missing[@]}" 2>&1 ); then
     said=$( grep -m 1 '^E: ' <<< "$said" || tail -n 1 <<< "$said" )
-    die "cannot install ${missing[*]} (${said#E: }); is there a network?"
+    die "cannot install them (${said#E: }); is there a network?"
   fi
 }
 

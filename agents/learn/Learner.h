@@ -6,7 +6,6 @@
 #pragma once
 
 #include <Lumo/Bridging.h>
-#include <wirex/IntfId.h>
 
 #include <array>
 #include <map>
@@ -14,14 +13,9 @@
 
 #include "Capture.h"
 #include "Frame.h"
+#include "Port.h"
 
 namespace Learn {
-
-/// A port that frames come in on.
-struct Port {
-  Wirex::IntfId intf;
-  Bridging::VlanId nativeVlan{ 1 };
-};
 
 /// What a learner has seen so far.
 struct Totals {

@@ -1,10 +1,9 @@
 #include "Options.h"
 
-#include <fmt/format.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
+#include <cstdio>
 #include <filesystem>
 
 namespace Learn {
@@ -24,15 +23,15 @@ struct Assignment {
   std::string value;
 
   [[noreturn]] void refuse( std::string_view why ) const {
-    throw UsageException( fmt::format( "{}: {}", whole, why ) );
+    throw UsageException( whole + ": " + std::string( why ) );
   }
 };
 
 Assignment assignmentOf( char const * option, std::string const & given, char const * form ) {
-  Assignment assignment{ fmt::format( "{} '{}'", option, given ), {}, {} };
+  Assignment assignment{ std::string( option ) + " '" + given + "'", {}, {} };
   auto const equals = given.find( '=' );
   if( equals == std::string::npos || equals == 0 || equals + 1 == given.size() )
-    assignment.refuse( fmt::format( "{} was expected", form ) );
+    assignment.refuse( std::string( form ) + " was expected" );
   assignment.value = given.substr( equals + 1 );
   try {
     assignment.intf = Wirex::IntfId( Koi::String8( given.substr( 0, equals ) ) );
@@ -113,12 +112,12 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
       setNative( options, seen, given );
     return std::nullopt;
   } catch( CLI::CallForHelp const & ) {
-    fmt::print( "{}", app.help() );
+    std::fputs( app.help().c_str(), stdout );
     return 0;
   } catch( CLI::ParseError const & e ) {  // an unknown option, or none of those that must be there
-    fmt::print( stderr, "learn: {}\n", e.what() );
+    std::fprintf( stderr, "learn: %s\n", e.what() );
   } catch( UsageException const & e ) {
-    fmt::print( stderr, "learn: {}\n", e.what() );
+    std::fprintf( stderr, "learn: %s\n", e.what() );
   }
   return 2;
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Learner.h"
+#include "Port.h"
 
 namespace Learn {
 

@@ -1,15 +1,17 @@
 // Collections.h: the keyed collections of an entity. Used on the entity's thread.
 //
-// Tag names the attribute, so that two collections of the same types are not taken for one another. A
-// collection alone tells nobody anything: its entity's mutators change it and notify.
+// Tag names the attribute, so that two collections of the same types are not taken for one another.
+// A collection alone tells nobody anything: its entity's mutators change it and notify.
 //
-// A HashMap is walked by ascending bit-reversed hash of the key, keys of one hash in the order in which they
-// came; an RbTreeMap by ascending key. Any number of members may be added while a walk is under way, and
-// others removed; an iterator is good as long as its member is there.
+// A HashMap is walked by ascending bit-reversed hash of the key, keys of one hash in the order in
+// which they came; an RbTreeMap by ascending key. Any number of members may be added while a walk
+// is under way, and others removed; an iterator is good as long as its member is there.
 #pragma once
 
-#include <functional>
+#include <cstddef>
 #include <map>
+#include <type_traits>
+#include <utility>
 
 #include <koi/Value.h>
 #include <koi/WeakPtr.h>
@@ -34,18 +36,13 @@ constexpr U32 hashOfKey( Key const & k ) {
     return hashOfFields( k );
 }
 
-/// Raises RangeException when a value, or a field in it, is outside the range of its type. A value that was
-/// default-constructed or read from a log may be.
+/// Requires that what is to be stored is in the range of its type; a reference has none. Raises
+/// RangeException with the type's own text. A value that was default-constructed or read from a log
+/// may be outside.
 template< class T >
 void checkRange( T const & v ) {
-  if constexpr( requires { v.koiCheck(); } )
-    v.koiCheck();
-  else if constexpr( StructureValue< T > )
-    forEachField< T >( [&]( auto field ) {
-      using Type = typename decltype( field )::Type;
-      if( !field.zeroAdmitted || !same( v.*field.member, Type() ) )
-        checkRange( v.*field.member );
-    } );
+  if constexpr( Value< T > )
+    check( v );
 }
 
 /// The same reference?
@@ -54,7 +51,8 @@ bool same( Ptr< T > const & a, Ptr< T > const & b ) {
   return a.ptr() == b.ptr();
 }
 
-/// What a member, or a scalar attribute, gives to a reader: itself, or a Ptr for what refers to an entity.
+/// What a member, or a scalar attribute, gives to a reader: itself, or a Ptr for what refers to an
+/// entity.
 template< class Cell >
 struct CellOf {
   using Given = Cell;
@@ -72,8 +70,8 @@ struct CellOf< WeakPtr< T > > {
   static Given given( WeakPtr< T > const & cell ) { return cell.ptr(); }
 };
 
-/// Stores in the cell of a scalar; false when it was the same before. Raises RangeException for a value
-/// outside its type's range.
+/// Stores in the cell of a scalar; false when it was the same before. Raises RangeException for a
+/// value outside its type's range.
 template< class Cell >
 bool store( Cell & cell, typename CellOf< Cell >::Given const & v ) {
   if( same( CellOf< Cell >::given( cell ), v ) )
@@ -83,8 +81,8 @@ bool store( Cell & cell, typename CellOf< Cell >::Given const & v ) {
   return true;
 }
 
-/// The same for a number that is kept although it is refused: more than `most` raises RangeException with that
-/// text once it is stored.
+/// The same for a number that is kept although it is refused: more than `most` raises
+/// RangeException with that text once it is stored.
 template< class Number >
 bool storeThenCheck( Number & cell, std::type_identity_t< Number > v,
                      std::type_identity_t< Number > most, char const * refusal ) {
@@ -143,7 +141,9 @@ struct InKeyOrder {
   using Store = std::map< K, V >;
 
   static auto find( auto & store, K const & k ) { return store.find( k ); }
-  static void insert( Store & store, K const & k, V cell ) { store.emplace( k, std::move( cell ) ); }
+  static void insert( Store & store, K const & k, V cell ) {
+    store.emplace( k, std::move( cell ) );
+  }
   static K const & key( auto at ) { return at->first; }
   static auto & cell( auto at ) { return at->second; }
 };
@@ -158,7 +158,8 @@ class Collection {
   using Cell = V;
   using Given = typename CellOf< V >::Given;
 
-  /// A walk over the members: `for( auto const & i : status->learnedHost() ) ... i.key() ... i.value()`.
+  /// A walk over the members: `for( auto const & i : status->learnedHost() ) ... i.key() ...
+  /// i.value()`.
   class IteratorConst {
    public:
     using value_type = IteratorConst;
@@ -191,8 +192,8 @@ class Collection {
     return at == store_.end() ? Given{} : CellOf< V >::given( Order::cell( at ) );
   }
 
-  /// Stores; false when the member was the same before. Raises RangeException for a key or a value outside
-  /// its type's range.
+  /// Stores; false when the member was the same before. Raises RangeException for a key or a value
+  /// outside its type's range.
   bool koiSet( K const & k, Given const & v ) {
     auto const at = Order::find( store_, k );
     if( at != store_.end() && same( Given( CellOf< V >::given( Order::cell( at ) ) ), v ) )

@@ -2,11 +2,11 @@
 //
 // An entity lives on the heap, while a Ptr refers to it, and is changed and observed on one thread.
 //
-// Observers are told inside the mutator, in the order in which they were attached, after the change is
-// stored. A callback may attach and detach any observer, itself included, and may drop the last reference
-// to the entity: one that is detached is not called any more, one that is attached hears the next change,
-// and the entity goes when all have been told. Every observer is told, whatever another one throws; then the
-// first exception leaves the mutator, and the change stays.
+// Observers are told inside the mutator, in the order in which they were attached, after the change
+// is stored. A callback may attach and detach any observer, itself included, and may drop the last
+// reference to the entity: one that is detached is not called any more, one that is attached hears
+// the next change, and the entity goes when all have been told. Every observer is told, whatever
+// another one throws; then the first exception leaves the mutator, and the change stays.
 #pragma once
 
 #include <exception>
@@ -14,6 +14,7 @@
 #include <type_traits>
 #include <vector>
 
+#include <koi/Children.h>
 #include <koi/KoiType.h>
 #include <koi/LinkQueue.h>
 #include <koi/Notifiee.h>
@@ -30,8 +31,8 @@ class KOI_PUBLIC Entity : public PtrInterface {
   /// The entity whose collection or child this is; null when there is none, or when it is gone.
   Entity * parent() const { return parent_; }
 
-  /// The names from the topmost parent down to this entity, '/' between them; a '/' or '%' inside a name
-  /// is written %2F or %25.
+  /// The names from the topmost parent down to this entity, '/' between them; a '/' or '%' inside a
+  /// name is written %2F or %25.
   String8 fullName() const;
 
   /// The type node of the entity's own type.
@@ -58,8 +59,8 @@ class KOI_PUBLIC Entity : public PtrInterface {
  private:
   friend class NotifieeBase;
 
-  /// Walks the observers that are there when it begins. Detached ones leave a null behind, so that places
-  /// stay what they are while somebody walks.
+  /// Walks the observers that are there when it begins. Detached ones leave a null behind, so that
+  /// places stay what they are while somebody walks.
   class Walk {
    public:
     explicit Walk( Entity & entity ) : entity_( entity ), end_( entity.notifiees_.size() ) {
@@ -111,7 +112,8 @@ void Entity::koiTellEach( Call call ) {
 
 /// How a callback takes a key: numbers, bool and enumerators as they are.
 template< class Key >
-using Argument = std::conditional_t< std::is_arithmetic_v< Key > || std::is_enum_v< Key >, Key, Key const & >;
+using Argument =
+    std::conditional_t< std::is_arithmetic_v< Key > || std::is_enum_v< Key >, Key, Key const & >;
 
 /// The name of an entity that is called after its key: the key's canonical text.
 template< class Key >
@@ -130,40 +132,8 @@ constexpr Attribute< E, Cell > attribute( char const * name, Cell E::*cell ) {
   return { name, cell };
 }
 
-/// One parameter of an entity's constructor: its name as messages give it, and how it is read back.
-template< class E, class Given >
-struct ConstructorParameter {
-  char const * name;
-  Given ( E::*get )() const;
-};
-template< class E, class Given >
-constexpr ConstructorParameter< E, Given > parameter( char const * name, Given ( E::*get )() const ) {
-  return { name, get };
-}
-
-/// Raises NameInUseException when an argument differs from what the child was built with: "Reinstantiating
-/// the entity with name <name> where constructor parameter attribute <parameter> has a different value of
-/// <new value> than the current value of <current value> not allowed".
-template< class Child, class... Args >
-void refuseOtherArguments( Child const & child, Args const &... args );
-
-/// The child of that key, and whether it was built for this.
-template< class C, class... Args >
-std::pair< typename C::Given, bool > childIs( C & children, Entity * parent, typename C::Key const & k,
-                                              Args const &... args ) {
-  if( typename C::Given there = children.value( k ) ) {
-    refuseOtherArguments( *there, k, args... );
-    return { there, false };
-  }
-  checkRange( k );
-  typename C::Given const fresh( new typename CellOf< typename C::Cell >::Child( k, args... ) );
-  children.koiSet( k, fresh );
-  fresh->koiParentIs( parent );
-  return { fresh, true };
-}
-
-/// What every generated entity inherits. Derived says koiName, koiAttributes(), koiParameters() and its
-/// NotifieeConst; Base is Entity or the entity that it extends.
+/// What every generated entity inherits. Derived says koiName, koiAttributes(), koiParameters() and
+/// its NotifieeConst; Base is Entity or the entity that it extends.
 template< class Derived, class Base = Entity >
 class EntityOf : public Base {
  public:
@@ -207,7 +177,8 @@ class EntityOf : public Base {
 
   /// attrDel( k ): what was there, or the default.
   template< class C, class D = Derived >
-  typename C::Given koiDel( C & members, typename C::Key const & k, OnKey< typename C::Key, D > on ) {
+  typename C::Given koiDel( C & members, typename C::Key const & k,
+                            OnKey< typename C::Key, D > on ) {
     typename C::Key const key = k;  // k may stand in the member that goes
     typename C::Given old{};
     if( members.koiTake( key, old ) )
@@ -239,11 +210,12 @@ class EntityOf : public Base {
     return koiDel< Queue, D >( queue, queue.metadata().head, on );
   }
 
-  /// attrIs( k, args... ): the child of that key, built when there is none. Raises NameInUseException when it
-  /// was built with other arguments, RangeException for a key outside its type's range.
+  /// attrIs( k, args... ): the child of that key, built when there is none. Raises
+  /// NameInUseException when it was built with other arguments, RangeException for a key outside
+  /// its type's range.
   template< class C, class D = Derived, class... Args >
-  typename C::Given koiChildIs( C & children, OnKey< typename C::Key, D > on, typename C::Key const & k,
-                                Args const &... args ) {
+  typename C::Given koiChildIs( C & children, OnKey< typename C::Key, D > on,
+                                typename C::Key const & k, Args const &... args ) {
     typename C::Key const key = k;  // k may stand in a child that an observer removes
     auto const [child, fresh] = childIs( children, this, key, args... );
     if( fresh )
@@ -254,15 +226,11 @@ class EntityOf : public Base {
   /// The same for a child that is the only one of its attribute.
   template< class Child, class D = Derived, class... Args >
   Ptr< Child > koiChildIs( Owned< Child > & child, On< D > on, Args const &... args ) {
-    if( Ptr< Child > there = child.ptr() ) {
-      refuseOtherArguments( *there, args... );
-      return there;
-    }
-    Ptr< Child > const fresh( new Child( args... ) );
-    child = Owned< Child >( fresh );
-    fresh->koiParentIs( this );
-    koiTell( on );
-    return fresh;
+    bool const fresh = childIs( child, this, args... );
+    Ptr< Child > const there = child.ptr();  // an observer may remove it
+    if( fresh )
+      koiTell( on );
+    return there;
   }
   template< class Child, class D = Derived >
   Ptr< Child > koiChildDel( Owned< Child > & child, On< D > on ) {
@@ -293,34 +261,13 @@ class EntityOf : public Base {
  private:
   template< class D >
   static typename D::NotifieeConst * observerOf( NotifieeBase * notifiee ) {
-    // What observes an entity that extends another may have been attached as an observer of that one.
+    // What observes an entity that extends another may have been attached as an observer of that
+    // one.
     if constexpr( std::is_same_v< Base, Entity > )
       return static_cast< typename D::NotifieeConst * >( notifiee );
     else
       return dynamic_cast< typename D::NotifieeConst * >( notifiee );
   }
 };
-
-/// The canonical text of a reference to an entity: its full name, or "null".
-template< class E >
-String8 valueToStrep( Ptr< E > const & entity ) {
-  return entity ? entity->fullName() : String8( "null" );
-}
-
-template< class Child, class... Args >
-void refuseOtherArguments( Child const & child, Args const &... args ) {
-  auto const one = [&]( auto const & parameter, auto const & arg ) {
-    auto const current = ( child.*parameter.get )();
-    std::remove_const_t< decltype( current ) > const asked( arg );
-    if( !same( current, asked ) )
-      throw NameInUseException( "Reinstantiating the entity with name " + std::string( child.name().view() ) +
-                                " where constructor parameter attribute " + parameter.name +
-                                " has a different value of " + std::string( valueToStrep( asked ) ) +
-                                " than the current value of " + std::string( valueToStrep( current ) ) +
-                                " not allowed" );
-  };
-  std::apply( [&]( auto const &... parameters ) { ( one( parameters, args ), ... ); },
-              Child::koiParameters() );
-}
 
 }  // namespace Koi

@@ -1,5 +1,5 @@
-// EntityRegistration.h: what a module's source says to make its entities and reactors known. koigen writes
-// these lines.
+// EntityRegistration.h: what a module's source says to make its entities and reactors known. koigen
+// writes these lines.
 #pragma once
 
 #include <array>
@@ -8,7 +8,8 @@
 
 namespace Koi {
 
-/// The type of what an attribute holds; none for a reference, which may be to an entity of any type.
+/// The type of what an attribute holds; none for a reference, which may be to an entity of any
+/// type.
 template< class Cell >
 struct AttributeType {
   static constexpr KoiType const * node = nullptr;
@@ -48,7 +49,10 @@ constexpr auto attributeList = std::apply(
 /// The type node of an entity type.
 template< class E >
 constexpr KoiType entityNode() {
-  return KoiType{ .name = E::koiName, .size = sizeof( E ), .kind = KoiType::entity, .fields = attributeList< E > };
+  return KoiType{ .name = E::koiName,
+                  .size = sizeof( E ),
+                  .kind = KoiType::entity,
+                  .fields = attributeList< E > };
 }
 
 /// The type node of a reactor type.

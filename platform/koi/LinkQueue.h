@@ -1,12 +1,14 @@
 // LinkQueue.h: an insertion-ordered queue whose members are named by a sequence number. Used on the
 // entity's thread; it tells nobody anything, its entity's mutators change it and notify.
 //
-// Numbers run from the head to the tail and begin anew after the highest. The queue spans at most all numbers
-// there are; a member removed from the middle leaves a gap that still counts until the head passes it.
+// Numbers run from the head to the tail and begin anew after the highest. The queue spans at most
+// all numbers there are; a member removed from the middle leaves a gap that still counts until the
+// head passes it.
 //
 //   next_ - head_ <= the count of numbers; members_ has head_ and nothing outside [head_, next_).
 #pragma once
 
+#include <algorithm>
 #include <limits>
 #include <map>
 
@@ -55,7 +57,8 @@ class LinkQueue {
   IteratorConst begin() const { return IteratorConst( members_.begin() ); }
   IteratorConst end() const { return IteratorConst( members_.end() ); }
 
-  /// Head and tail; they are the same number when the queue is empty, and when all numbers are taken.
+  /// Head and tail; they are the same number when the queue is empty, and when all numbers are
+  /// taken.
   LinkQueueMetadata< Index > metadata() const {
     return { static_cast< Index >( head_ ), static_cast< Index >( next_ ) };
   }
@@ -66,8 +69,8 @@ class LinkQueue {
     return at == members_.end() ? Given{} : Given( CellOf< V >::given( at->second ) );
   }
 
-  /// Appends; what comes back is its number. Raises RangeException "linkqueue index space full", or the text
-  /// of a value outside its type's range.
+  /// Appends; what comes back is its number. Raises RangeException "linkqueue index space full", or
+  /// the text of a value outside its type's range.
   Index koiEnq( Given const & v ) {
     checkRange( v );
     if( next_ - head_ > std::numeric_limits< Index >::max() )
@@ -76,8 +79,8 @@ class LinkQueue {
     return static_cast< Index >( next_++ );
   }
 
-  /// Stores under that number; false when the member was the same before. A number outside the queue makes it
-  /// longer at the tail. Raises RangeException for a value outside its type's range.
+  /// Stores under that number; false when the member was the same before. A number outside the
+  /// queue makes it longer at the tail. Raises RangeException for a value outside its type's range.
   bool koiSet( Index index, Given const & v ) {
     U64 const place = placeOf( index );
     auto const at = members_.find( place );
@@ -103,7 +106,9 @@ class LinkQueue {
 
  private:
   // Places count on where numbers begin anew.
-  U64 placeOf( Index index ) const { return head_ + static_cast< Index >( index - metadata().head ); }
+  U64 placeOf( Index index ) const {
+    return head_ + static_cast< Index >( index - metadata().head );
+  }
 
   Store members_;
   U64 head_ = 0;

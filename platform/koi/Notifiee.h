@@ -1,7 +1,8 @@
-// Notifiee.h: what observes an entity. A generated entity nests NotifieeConst and Notifiee, made of these.
+// Notifiee.h: what observes an entity. A generated entity nests NotifieeConst and Notifiee, made of
+// these.
 //
-// An observer is told inside the mutator, on the thread of the entity. It does not keep the entity alive:
-// when the entity goes, notifier() becomes null.
+// An observer is told inside the mutator, on the thread of the entity. It does not keep the entity
+// alive: when the entity goes, notifier() becomes null.
 #pragma once
 
 #include <koi/Export.h>
@@ -18,8 +19,8 @@ class KOI_PUBLIC NotifieeBase {
 
   /// Whether changes of the entity are told to this observer; true unless it was switched off.
   bool isRegisteredNotifiee() const { return registered_; }
-  /// Switches being told off or on, attached or not. Switched on inside a callback, it hears the next
-  /// change.
+  /// Switches being told off or on, attached or not. Switched on inside a callback, it hears the
+  /// next change.
   void isRegisteredNotifieeIs( bool registered );
 
  protected:
@@ -36,8 +37,8 @@ class KOI_PUBLIC NotifieeBase {
   bool registered_ = true;
 };
 
-/// The base of every nested NotifieeConst: it may look at what it observes. Base is the NotifieeConst of
-/// the entity's own base, where it has one.
+/// The base of every nested NotifieeConst: it may look at what it observes. Base is the
+/// NotifieeConst of the entity's own base, where it has one.
 template< class E, class Base = NotifieeBase >
 class NotifieeOf : public Base {
  public:

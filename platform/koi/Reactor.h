@@ -1,11 +1,13 @@
-// Reactor.h: the reactor contract, stated once. A generated reactor only says what it watches and which
-// handlers it has; their bodies are written by hand.
+// Reactor.h: the reactor contract, stated once. A generated reactor only says what it watches and
+// which handlers it has; their bodies are written by hand.
 //
-// A reactor lives on the heap, on one thread. It is built without listening; its start handler runs once
-// inside the constructor, whose references to itself may come and go. It listens while it is active and no
-// zombie. A handler may rebind and remove what the reactor watches, end it, or drop its last reference.
+// A reactor lives on the heap, on one thread. It is built without listening; its start handler runs
+// once inside the constructor, whose references to itself may come and go. It listens while it is
+// active and no zombie. A handler may rebind and remove what the reactor watches, end it, or drop
+// its last reference.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -19,8 +21,8 @@ class KOI_PUBLIC Reactor : public PtrInterface {
  public:
   /// Listens, or will when no zombie.
   bool hasNotificationActive() const { return koiFlag( RefWord::notificationActive ); }
-  /// Begins or ends listening; saying it again changes nothing. What changed in a watched entity since the
-  /// start handler began has told nobody: then the start handler runs again.
+  /// Begins or ends listening; saying it again changes nothing. What changed in a watched entity
+  /// since the start handler began has told nobody: then the start handler runs again.
   void hasNotificationActiveIs( bool active );
 
   bool isZombie() const { return koiFlag( RefWord::zombie ); }
@@ -44,7 +46,8 @@ class KOI_PUBLIC Reactor : public PtrInterface {
   /// Runs the start handler, noting what the watched entities are like before.
   void koiRunStart();
 
-  /// attrIs( entity ) of a watched entity: the same one is a no-op; else the start handler runs again.
+  /// attrIs( entity ) of a watched entity: the same one is a no-op; else the start handler runs
+  /// again.
   template< class Watched >
   void koiRebind( Watched & watched, Ptr< typename Watched::Entity > const & entity ) {
     if( watched.ptr() == entity )
@@ -145,7 +148,8 @@ class WatchedEach final : public WatchedBase {
  public:
   template< class R >
   explicit WatchedEach( R * reactor )
-      : WatchedBase( reactor ), fresh_( [reactor]( K const & k ) { return std::make_unique< One >( reactor, k ); } ) {}
+      : WatchedBase( reactor ),
+        fresh_( [reactor]( K const & k ) { return std::make_unique< One >( reactor, k ); } ) {}
 
   /// The entity watched under that key; null when there is none.
   Ptr< E > value( K const & k ) const {
@@ -211,7 +215,7 @@ class ReactorOf : public Reactor {
   }
   template< class Number >
   static void koiStoreThenCheck( Number & cell, std::type_identity_t< Number > v,
-                          std::type_identity_t< Number > most, char const * refusal ) {
+                                 std::type_identity_t< Number > most, char const * refusal ) {
     storeThenCheck( cell, v, most, refusal );
   }
   template< class C >
@@ -229,7 +233,8 @@ class ReactorOf : public Reactor {
     members = C();
   }
   template< class C, class... Args >
-  static typename C::Given koiChildIs( C & children, typename C::Key const & k, Args const &... args ) {
+  static typename C::Given koiChildIs( C & children, typename C::Key const & k,
+                                       Args const &... args ) {
     return childIs( children, nullptr, k, args... ).first;
   }
   template< class Queue >

@@ -84,12 +84,13 @@ KOI_PUBLIC std::ostream & operator<<( std::ostream & out, String8 const & text )
 
 /// The name of an entity within its parent. A string that is a name is made so, and read so, only
 /// on purpose.
-class Name {
+class KOI_PUBLIC Name {
  public:
   Name() = default;
   explicit Name( String8 text ) : text_( std::move( text ) ) {}
   explicit Name( char const * text ) : text_( text ) {}
   explicit Name( std::string_view text ) : text_( text ) {}
+  explicit Name( std::string const & text ) : text_( text ) {}
   explicit operator String8 const &() const { return text_; }
 
   String8 const & string() const { return text_; }

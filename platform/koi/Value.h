@@ -143,9 +143,8 @@ class Structure {
   void koiParse( String8::IteratorConst & it, String8::IteratorConst const & end ) {
     static_cast< Derived & >( *this ) = valueFromText< Derived >( it, end );
   }
-  void koiRead( NboAttrLog::In * in ) {
-    static_cast< Derived & >( *this ) = logRead< Derived >( *in );
-  }
+  /// Only for a constructor: what is refused half way is then no value at all.
+  void koiRead( NboAttrLog::In * in ) { logReadFields( *in, static_cast< Derived & >( *this ) ); }
 };
 
 /// Adds the order of an ordered structure: the first field that differs decides.

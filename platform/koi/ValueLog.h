@@ -107,6 +107,10 @@ constexpr void checkField( F, T const & v ) {
   check( v );
 }
 
+/// Reads a structure where it stands, as logRead() does; when that raises, v is half read.
+template< StructureValue T >
+void logReadFields( NboAttrLog::In & in, T & v );
+
 /// Reads one value. Raises ParseException when bytes are missing or cannot be such a value, and
 /// RangeException for a field of a structure that is out of its range.
 template< Value T >
@@ -127,12 +131,16 @@ T logRead( NboAttrLog::In & in ) {
     return T::koiLoad( in.take( T::koiLogSize ) );
   else {
     T v;
-    forEachField< T >( [&]( auto f ) {
-      v.*f.member = logRead< typename decltype( f )::Type >( in );
-      checkField( f, v.*f.member );
-    } );
+    logReadFields( in, v );
     return v;
   }
+}
+template< StructureValue T >
+void logReadFields( NboAttrLog::In & in, T & v ) {
+  forEachField< T >( [&]( auto f ) {
+    v.*f.member = logRead< typename decltype( f )::Type >( in );
+    checkField( f, v.*f.member );
+  } );
 }
 
 }  // namespace Koi

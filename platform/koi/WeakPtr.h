@@ -1,5 +1,5 @@
-// WeakPtr.h: the pointers to entities that are not plain references: one that owns a child, and one that
-// does not keep what it points to alive.
+// WeakPtr.h: the pointers to entities that are not plain references: one that owns a child, and one
+// that does not keep what it points to alive.
 #pragma once
 
 #include <koi/Ptr.h>
@@ -34,8 +34,8 @@ class WeakPtr {
   Ptr< EntityLife > life_;
 };
 
-/// The reference of the one collection or child attribute that owns an entity: when it goes, the entity has
-/// no parent any more.
+/// The reference of the one collection or child attribute that owns an entity: when it goes, the
+/// entity has no parent any more.
 template< class T >
 class Owned {
  public:

@@ -13,19 +13,21 @@ bool isCollection( Member const & m ) {
 
 /// What the member is called by and what is generated beside it.
 std::vector< std::string > generated( Member const & m ) {
-  std::vector< std::string > names = { m.name };
-  bool const mutated = m.kind == Member::scalar || m.kind == Member::child || isCollection( m ) ||
+  bool const each = isCollection( m ) || m.kind == Member::watchEach;
+  bool const mutated = each || m.kind == Member::scalar || m.kind == Member::child ||
                        m.kind == Member::watch || ( m.kind == Member::field && m.settable );
-  if( mutated )
-    names.push_back( m.name + "Is" );
-  if( m.kind == Member::child || isCollection( m ) )
-    names.push_back( m.name + "Del" );
-  if( isCollection( m ) )
-    for( auto const * suffix : { "DelAll", "Notify" } )
-      names.push_back( m.name + suffix );
-  if( m.kind == Member::queue )
-    for( auto const * suffix : { "Enq", "Deq" } )
-      names.push_back( m.name + suffix );
+  std::vector< std::string > names = { m.name };
+  auto const add = [&]( bool when, std::initializer_list< char const * > suffixes ) {
+    for( auto const * suffix : suffixes )
+      if( when )
+        names.push_back( m.name + suffix );
+  };
+  add( mutated, { "Is" } );
+  add( each || m.kind == Member::child, { "Del" } );
+  add( each, { "DelAll" } );
+  add( isCollection( m ), { "Notify" } );
+  add( m.kind == Member::queue, { "Enq", "Deq", "Metadata" } );
+  add( m.kind == Member::watchEach, { "Keys" } );
   return names;
 }
 
@@ -57,7 +59,7 @@ bool isTaken( Declaration const & d, Member const & m ) {
         return m.type.primitive != Primitive::name;
       return among( { "name", "parent", "fullName" } );
     case Declaration::reactor:
-      return among( { "hasNotificationActive", "hasNotificationActiveIs" } );
+      return among( { "hasNotificationActive", "hasNotificationActiveIs", "isZombie", "fwkType" } );
     default:
       return false;
   }

@@ -37,23 +37,26 @@ std::string collectionType( Context const & context, Member const & member ) {
                            cellType( context, member.type ) );
 }
 
-std::string callback( Member const & member ) { return "&NotifieeConst::on" + capital( member.name ); }
+std::string callback( Member const & member ) {
+  return "&NotifieeConst::on" + capital( member.name );
+}
 
 /// The line that refuses a value before anything changes; empty when every value will do.
 std::string refusal( Declaration const & owner, Member const & member ) {
   if( member.notNull )
-    return "Koi::refuseNull( v, \"null _" + member.name + " parameter to mutator for " + owner.fullName() + "::" +
-           member.name + " not allowed\" );";
+    return "Koi::refuseNull( v, \"null _" + member.name + " parameter to mutator for " +
+           owner.fullName() + "::" + member.name + " not allowed\" );";
   if( !member.maxBytes.empty() )
-    return "Koi::refuseLonger( v, " + member.maxBytes + ", \"" + owner.name + "::bytes > " + member.maxBytes +
-           " not allowed\" );";
+    return "Koi::refuseLonger( v, " + member.maxBytes + ", \"" + owner.name + "::bytes > " +
+           member.maxBytes + " not allowed\" );";
   if( !member.bound.empty() )
-    return "Koi::refuseMore( v, " + member.bound + "(), \"" + owner.name + "::" + member.name + " > " + owner.name +
-           "::" + member.bound + " not allowed\" );";
+    return "Koi::refuseMore( v, " + member.bound + "(), \"" + owner.name + "::" + member.name +
+           " > " + owner.name + "::" + member.bound + " not allowed\" );";
   return {};
 }
 
-std::string scalarText( Context const & context, MemberOwner const & owner, Member const & member ) {
+std::string scalarText( Context const & context, MemberOwner const & owner,
+                        Member const & member ) {
   Fill fill{ { "doc", member.doc },
              { "attr", member.name },
              { "type", givenType( context, member.type ) },
@@ -73,20 +76,24 @@ std::string scalarText( Context const & context, MemberOwner const & owner, Memb
   return page( "entityScalarChecked", fill );
 }
 
-/// How a child is made: the parameters of its constructor behind the first `skip`, and what is passed on.
+/// How a child is made: the parameters of its constructor behind the first `skip`, and what is
+/// passed on.
 void fillChild( Context const & context, Member const & member, std::size_t skip, Fill & fill ) {
   auto const all = context.constructorOf( *member.type.declaration );
-  std::string const parameters = parameterList( context, all, skip ), arguments = argumentList( all, skip );
+  std::string const parameters = parameterList( context, all, skip ),
+                    arguments = argumentList( all, skip );
   std::string const between = skip && !parameters.empty() ? ", " : "";
   fill["parameters"] = between + parameters;
   fill["arguments"] = ( arguments.empty() ? "" : ", " ) + arguments;
 }
 
-std::string collectionText( Context const & context, MemberOwner const & owner, Member const & member ) {
+std::string collectionText( Context const & context, MemberOwner const & owner,
+                            Member const & member ) {
   std::string const key = context.argument( member.key );
-  std::string const notify =
-      owner.notifies ? "void " + member.name + "Notify( " + key + " k ) { koiTell( " + callback( member ) + ", k ); }"
-                     : "";
+  std::string const notify = owner.notifies
+                                 ? "void " + member.name + "Notify( " + key + " k ) { koiTell( " +
+                                       callback( member ) + ", k ); }"
+                                 : "";
   Fill fill{ { "doc", member.doc },
              { "attr", member.name },
              { "Tag", tagOf( member ) },
@@ -128,21 +135,22 @@ class EntityText {
 
     std::string const base = entity_.base.declaration ? context_.bare( entity_.base ) : "";
     std::string const & type = entity_.name;
-    return page( "entity",
-                 { { "doc", entity_.doc },
-                   { "Type", type },
-                   { "scope", entity_.scope },
-                   { "bases", base.empty() ? type : type + ", " + base },
-                   { "explicit", constructor_.size() < 2 ? "explicit " : "" },
-                   { "parameters", parameterList( context_, constructor_ ) },
-                   { "arguments", argumentList( constructor_ ) },
-                   { "initialisers", stacked( initialisers_, ", " ) },
-                   { "attributes", stacked( attributes_ ) },
-                   { "notifiee", notifiee( base.empty() ? type : type + ", " + base + "::NotifieeConst" ) },
-                   { "constructor", stacked( parameters_, ",\n" ) },
-                   { "table", stacked( table_, ",\n" ) },
-                   { "factory", lowerCamel( type ) + "Factory" },
-                   { "cells", stacked( cells_, "\n" ) } } );
+    return page(
+        "entity",
+        { { "doc", entity_.doc },
+          { "Type", type },
+          { "scope", entity_.scope },
+          { "bases", base.empty() ? type : type + ", " + base },
+          { "explicit", constructor_.size() < 2 ? "explicit " : "" },
+          { "parameters", parameterList( context_, constructor_ ) },
+          { "arguments", argumentList( constructor_ ) },
+          { "initialisers", stacked( initialisers_, ", " ) },
+          { "attributes", stacked( attributes_ ) },
+          { "notifiee", notifiee( base.empty() ? type : type + ", " + base + "::NotifieeConst" ) },
+          { "constructor", stacked( parameters_, ",\n" ) },
+          { "table", stacked( table_, ",\n" ) },
+          { "factory", lowerCamel( type ) + "Factory" },
+          { "cells", stacked( cells_, "\n" ) } } );
   }
 
  private:
@@ -153,7 +161,8 @@ class EntityText {
       base = argumentList( context_.constructorOf( *entity_.base.declaration ) );
     if( base.empty() || base == "name" ) {
       int const name = Context::nameIndex( constructor_ );
-      base = constructor_.empty() || name >= 0 ? "name" : "Koi::nameOf( " + constructor_.front().name + " )";
+      base = constructor_.empty() || name >= 0 ? "name"
+                                               : "Koi::nameOf( " + constructor_.front().name + " )";
     }
     initialisers_.push_back( "EntityOf( " + base + " )" );
   }
@@ -215,7 +224,8 @@ class EntityText {
     std::string const on = "virtual void on" + capital( m.name );
     callbacks_.push_back( on + "() {}" );
     if( isCollection( m ) )
-      callbacks_.push_back( on + "( " + context_.argument( m.key ) + " ) { on" + capital( m.name ) + "(); }" );
+      callbacks_.push_back( on + "( " + context_.argument( m.key ) + " ) { on" + capital( m.name ) +
+                            "(); }" );
     table_.push_back( tableEntry( m.name, m.name + "_" ) );
     cells_.push_back( cellText( context_, m ) );
   }
@@ -223,7 +233,8 @@ class EntityText {
   std::string notifiee( std::string const & bases ) const {
     if( callbacks_.empty() )
       return page( "entityNotifieeEmpty", { { "bases", bases } } );
-    return page( "entityNotifiee", { { "bases", bases }, { "callbacks", stacked( callbacks_, "\n" ) } } );
+    return page( "entityNotifiee",
+                 { { "bases", bases }, { "callbacks", stacked( callbacks_, "\n" ) } } );
   }
 
   std::string tableEntry( std::string const & name, std::string const & cell ) const {
@@ -243,15 +254,17 @@ class EntityText {
 }  // namespace
 
 std::string givenType( Context const & context, TypeUse const & type ) {
-  return context.isPointer( type ) ? angled( "Koi::Ptr", context.bare( type ) ) : context.cpp( type );
+  return context.isPointer( type ) ? angled( "Koi::Ptr", context.bare( type ) )
+                                   : context.cpp( type );
 }
 
 std::string givenArgument( Context const & context, TypeUse const & type ) {
-  return context.isPointer( type ) ? givenType( context, type ) + " const &" : context.argument( type );
+  return context.isPointer( type ) ? givenType( context, type ) + " const &"
+                                   : context.argument( type );
 }
 
-std::string parameterList( Context const & context, std::vector< EntityParameter > const & parameters,
-                           std::size_t skip ) {
+std::string parameterList( Context const & context,
+                           std::vector< EntityParameter > const & parameters, std::size_t skip ) {
   if( parameters.empty() )
     return skip ? "" : "Koi::Name const & name";
   Texts texts;
@@ -270,22 +283,27 @@ std::string argumentList( std::vector< EntityParameter > const & parameters, std
 }
 
 bool isCollection( Member const & member ) {
-  return member.kind == Member::hashed || member.kind == Member::ordered || member.kind == Member::queue;
+  return member.kind == Member::hashed || member.kind == Member::ordered ||
+         member.kind == Member::queue;
 }
 
 std::string paramText( Context const & context, Member const & member ) {
-  return page( "entityParam", { { "doc", member.doc },
-                                { "attr", member.name },
-                                { "type", givenType( context, member.type ) },
-                                { "read", member.name + ( member.type.hold == TypeUse::weak ? ".ptr()" : "" ) } } );
+  return page(
+      "entityParam",
+      { { "doc", member.doc },
+        { "attr", member.name },
+        { "type", givenType( context, member.type ) },
+        { "read", member.name + ( member.type.hold == TypeUse::weak ? ".ptr()" : "" ) } } );
 }
 
 std::string paramCellText( Context const & context, Member const & member ) {
   return cellType( context, member.type ) + " const _" + member.name + ";";
 }
 
-std::string attributeText( Context const & context, MemberOwner const & owner, Member const & member ) {
-  return isCollection( member ) ? collectionText( context, owner, member ) : scalarText( context, owner, member );
+std::string attributeText( Context const & context, MemberOwner const & owner,
+                           Member const & member ) {
+  return isCollection( member ) ? collectionText( context, owner, member )
+                                : scalarText( context, owner, member );
 }
 
 std::string cellText( Context const & context, Member const & member ) {

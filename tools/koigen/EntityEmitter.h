@@ -1,5 +1,5 @@
-// EntityEmitter.h: the pieces of a member that an entity and a reactor have alike: its accessors and mutators,
-// and the cell that holds it.
+// EntityEmitter.h: the pieces of a member that an entity and a reactor have alike: its accessors
+// and mutators, and the cell that holds it.
 #pragma once
 
 #include "Context.h"
@@ -18,9 +18,10 @@ std::string givenType( Context const & context, TypeUse const & type );
 /// The same as a parameter: "Koi::Ptr< TopoConfig > const &".
 std::string givenArgument( Context const & context, TypeUse const & type );
 
-/// "Wirex::IntfId const & intfId, Koi::U32 genId" and "intfId, genId": a constructor's parameters, without the
-/// first `skip` of them. A constructor without any takes a name.
-std::string parameterList( Context const & context, std::vector< EntityParameter > const & parameters,
+/// "Wirex::IntfId const & intfId, Koi::U32 genId" and "intfId, genId": a constructor's parameters,
+/// without the first `skip` of them. A constructor without any takes a name.
+std::string parameterList( Context const & context,
+                           std::vector< EntityParameter > const & parameters,
                            std::size_t skip = 0 );
 std::string argumentList( std::vector< EntityParameter > const & parameters, std::size_t skip = 0 );
 
@@ -29,7 +30,8 @@ std::string paramText( Context const & context, Member const & member );
 std::string paramCellText( Context const & context, Member const & member );
 
 /// The accessors and mutators of a scalar, a collection or a queue, as it stands in the class.
-std::string attributeText( Context const & context, MemberOwner const & owner, Member const & member );
+std::string attributeText( Context const & context, MemberOwner const & owner,
+                           Member const & member );
 
 /// "bool enabled_ = true;" in a line of its own.
 std::string cellText( Context const & context, Member const & member );

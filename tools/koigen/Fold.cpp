@@ -98,8 +98,9 @@ Cut cutOf( std::string const & line, std::size_t first, std::size_t width ) {
   while( scan.next() && scan.at() <= width ) {
     int cost = scan.depth();
     Cut cut = { 0, first + 4 };
-    if( scan.isAt( "( " ) ) {
+    if( scan.isAt( "(" ) )
       opened.push_back( scan.at() + 2 );
+    if( scan.isAt( "( " ) ) {
       // The last resort, for what follows then stands far from its name.
       cut.at = scan.at() + 1;
       cost += 100;

@@ -25,19 +25,21 @@ class ReactorText {
     for( auto const & m : reactor_.members )
       add( m );
     std::string const & type = reactor_.name;
-    return page( "reactor", { { "doc", reactor_.doc },
-                              { "Type", type },
-                              { "scope", reactor_.scope },
-                              { "explicit", parameters_.size() == 1 ? "explicit " : "" },
-                              { "parameters", inBlanks( stacked( parameters_, ", " ) ) },
-                              { "arguments", inBlanks( stacked( arguments_, ", " ) ) },
-                              { "initialisers", initialisers_.empty() ? "" : " : " + stacked( initialisers_, ", " ) },
-                              { "attributes", stacked( attributes_ ) },
-                              { "handlers", stacked( handlers_, "\n" ) },
-                              { "observers", stacked( observers_ ) },
-                              { "hooks", stacked( hooks_, "\n" ) },
-                              { "factory", lowerCamel( type ) + "Factory" },
-                              { "cells", stacked( cells_, "\n" ) } } );
+    return page(
+        "reactor",
+        { { "doc", reactor_.doc },
+          { "Type", type },
+          { "scope", reactor_.scope },
+          { "explicit", parameters_.size() == 1 ? "explicit " : "" },
+          { "parameters", inBlanks( stacked( parameters_, ", " ) ) },
+          { "arguments", inBlanks( stacked( arguments_, ", " ) ) },
+          { "initialisers", initialisers_.empty() ? "" : " : " + stacked( initialisers_, ", " ) },
+          { "attributes", stacked( attributes_ ) },
+          { "handlers", stacked( handlers_, "\n" ) },
+          { "observers", stacked( observers_ ) },
+          { "hooks", stacked( hooks_, "\n" ) },
+          { "factory", lowerCamel( type ) + "Factory" },
+          { "cells", stacked( cells_, "\n" ) } } );
   }
 
  private:
@@ -82,31 +84,34 @@ class ReactorText {
     parameters_.push_back( pointer + " const & " + m.name );
     arguments_.push_back( m.name );
     initialisers_.push_back( m.name + "_( this, " + m.name + " )" );
-    attributes_.push_back( page( "reactorWatched", { { "doc", m.doc }, { "attr", m.name }, { "type", pointer } } ) );
+    attributes_.push_back(
+        page( "reactorWatched", { { "doc", m.doc }, { "attr", m.name }, { "type", pointer } } ) );
     observers_.push_back( page( "reactorObserver", { { "Attr", capital( m.name ) },
                                                      { "type", type },
                                                      { "Reactor", reactor_.name },
                                                      { "forwards", forwards( m ) } } ) );
-    cells_.push_back( "Koi::Watched< Koi" + capital( m.name ) + ", " + type + " > " + m.name + "_;" );
+    cells_.push_back( "Koi::Watched< Koi" + capital( m.name ) + ", " + type + " > " + m.name +
+                      "_;" );
   }
 
   void addWatchedEach( Member const & m ) {
     std::string const type = context_.bare( m.type ), pointer = "Koi::Ptr< " + type + " >";
     std::string const key = context_.cpp( m.key );
     initialisers_.push_back( m.name + "_( this )" );
-    attributes_.push_back( page( "reactorWatchedEach", { { "doc", m.doc },
-                                                         { "attr", m.name },
-                                                         { "type", pointer },
-                                                         { "Key", key },
-                                                         { "key", context_.argument( m.key ) } } ) );
+    attributes_.push_back(
+        page( "reactorWatchedEach", { { "doc", m.doc },
+                                      { "attr", m.name },
+                                      { "type", pointer },
+                                      { "Key", key },
+                                      { "key", context_.argument( m.key ) } } ) );
     observers_.push_back( page( "reactorObserverEach", { { "Attr", capital( m.name ) },
                                                          { "type", type },
                                                          { "Reactor", reactor_.name },
                                                          { "Key", key },
                                                          { "key", context_.argument( m.key ) },
                                                          { "forwards", forwards( m ) } } ) );
-    cells_.push_back( "Koi::WatchedEach< Koi" + capital( m.name ) + ", " + key + ", " + type + " > " + m.name +
-                      "_;" );
+    cells_.push_back( "Koi::WatchedEach< Koi" + capital( m.name ) + ", " + key + ", " + type +
+                      " > " + m.name + "_;" );
   }
 
   /// The callbacks of an inner observer; their handlers are declared on the way.
@@ -125,18 +130,21 @@ class ReactorText {
         parameters.push_back( key + " key" );
         arguments.push_back( "key" );
       }
-      addOnce( handlers_, "void " + handler + "(" + inBlanks( stacked( parameters, ", " ) ) + ");" );
+      addOnce( handlers_,
+               "void " + handler + "(" + inBlanks( stacked( parameters, ", " ) ) + ");" );
       // A collection has two callbacks of one name; the one that is not overridden stays visible.
       if( c.keyed || ( c.attribute && isCollection( *c.attribute ) ) )
         addOnce( texts, "using NotifieeConst::" + c.name + ";" );
-      texts.push_back( "void " + c.name + "(" + ( c.keyed ? " " + key + " key " : "" ) + ") override { " +
-                       "Koi::Ptr< " + reactor_.name + " >( reactor_ )->" + handler + "(" +
-                       inBlanks( stacked( arguments, ", " ) ) + "); }" );
+      texts.push_back( "void " + c.name + "(" + ( c.keyed ? " " + key + " key " : "" ) +
+                       ") override { " + "Koi::Ptr< " + reactor_.name + " >( reactor_ )->" +
+                       handler + "(" + inBlanks( stacked( arguments, ", " ) ) + "); }" );
     }
     return stacked( texts, "\n" );
   }
 
-  static std::string inBlanks( std::string const & list ) { return list.empty() ? "" : " " + list + " "; }
+  static std::string inBlanks( std::string const & list ) {
+    return list.empty() ? "" : " " + list + " ";
+  }
 
   Context const & context_;
   Declaration const & reactor_;

@@ -1,0 +1,82 @@
+// Children.h: how an entity makes the children that it owns: once for a key, and never otherwise
+// than they are.
+//
+// Used on the entity's thread, by the mutators of entities and reactors.
+#pragma once
+
+#include <string>
+#include <tuple>
+#include <utility>
+
+#include <koi/Collections.h>
+
+namespace Koi {
+
+class Entity;
+
+/// One parameter of an entity's constructor: its name as messages give it, and how it is read back.
+template< class E, class Given >
+struct ConstructorParameter {
+  char const * name;
+  Given ( E::*get )() const;
+};
+template< class E, class Given >
+constexpr ConstructorParameter< E, Given > parameter( char const * name,
+                                                      Given ( E::*get )() const ) {
+  return { name, get };
+}
+
+/// The canonical text of a reference to an entity: its full name, or "null".
+template< class E >
+String8 valueToStrep( Ptr< E > const & entity ) {
+  return entity ? entity->fullName() : String8( "null" );
+}
+
+/// Raises NameInUseException when an argument differs from what the child was built with:
+/// "Reinstantiating the entity with name <name> where constructor parameter attribute <parameter>
+/// has a different value of <new value> than the current value of <current value> not allowed".
+template< class Child, class... Args >
+void refuseOtherArguments( Child const & child, Args const &... args ) {
+  auto const one = [&]( auto const & parameter, auto const & arg ) {
+    auto const current = ( child.*parameter.get )();
+    std::remove_const_t< decltype( current ) > const asked( arg );
+    if( !same( current, asked ) )
+      throw NameInUseException(
+          "Reinstantiating the entity with name " + std::string( child.name().view() ) +
+          " where constructor parameter attribute " + parameter.name +
+          " has a different value of " + std::string( valueToStrep( asked ) ) +
+          " than the current value of " + std::string( valueToStrep( current ) ) + " not allowed" );
+  };
+  std::apply( [&]( auto const &... parameters ) { ( one( parameters, args ), ... ); },
+              Child::koiParameters() );
+}
+
+/// The child of that key, and whether it was built for this. Raises NameInUseException as above,
+/// and RangeException for a key outside its type's range.
+template< class C, class... Args >
+std::pair< typename C::Given, bool > childIs( C & children, Entity * parent,
+                                              typename C::Key const & k, Args const &... args ) {
+  if( typename C::Given there = children.value( k ) ) {
+    refuseOtherArguments( *there, k, args... );
+    return { there, false };
+  }
+  checkRange( k );
+  typename C::Given const fresh( new typename CellOf< typename C::Cell >::Child( k, args... ) );
+  children.koiSet( k, fresh );
+  fresh->koiParentIs( parent );
+  return { fresh, true };
+}
+
+/// The same for the only child of an attribute; `child` holds it afterwards.
+template< class Child, class... Args >
+bool childIs( Owned< Child > & child, Entity * parent, Args const &... args ) {
+  if( child.ptr() ) {
+    refuseOtherArguments( *child.ptr(), args... );
+    return false;
+  }
+  child = Owned< Child >( Ptr< Child >( new Child( args... ) ) );
+  child.ptr()->koiParentIs( parent );
+  return true;
+}
+
+}  // namespace Koi

@@ -1,0 +1,175 @@
+// The program as a user runs it: arguments, exit status, what goes to which stream.
+
+#include <gtest/gtest.h>
+#include <support/PcapFile.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+#include "Frames.h"
+
+namespace Learn {
+namespace {
+
+using TestSupport::PcapFile;
+using TestSupport::SavedFile;
+
+struct Outcome {
+  int status;
+  std::string out, err;
+};
+
+std::string contents( std::string const & path ) {
+  std::ifstream file( path, std::ios::binary );
+  return { std::istreambuf_iterator< char >( file ), {} };
+}
+
+/// Runs a command of the shell, in which $learn is the program.
+Outcome shell( std::string const & command ) {
+  SavedFile const out( "" ), err( "" );
+  std::string const whole =
+      "learn='" LEARN_PROGRAM "'; { " + command + "; } >" + out.path() + " 2>" + err.path();
+  int const status = std::system( whole.c_str() );
+  EXPECT_TRUE( WIFEXITED( status ) ) << command;
+  return { WEXITSTATUS( status ), contents( out.path() ), contents( err.path() ) };
+}
+
+Outcome learn( std::string const & arguments ) { return shell( "$learn " + arguments ); }
+
+std::string twoFrames() {
+  return PcapFile()
+      .frame( 1, 5, frameFrom( mac( 1 ) ) )
+      .frame( 2, 0, frameFrom( mac( 2 ) ) )
+      .bytes();
+}
+
+TEST( Program, wrongArgumentsAreNamedOnOneLine ) {
+  SavedFile const capture( twoFrames() );
+  std::string const sound = "--capture eth1=" + capture.path() + " ";
+  struct {
+    std::string arguments, line;
+  } const cases[] = {
+      { "", "--capture is required" },
+      { sound + "--jsno", "The following argument was not expected: --jsno" },
+      { "--capture eth1", "--capture 'eth1': PORT=FILE was expected" },
+      { "--capture =a", "--capture '=a': PORT=FILE was expected" },
+      { "--capture eth1=", "--capture 'eth1=': PORT=FILE was expected" },
+      { "--capture eth1=/nonexistent", "--capture 'eth1=/nonexistent': no such file" },
+      { sound + sound, "--capture 'eth1=" + capture.path() + "': the port has a capture already" },
+      { "--capture eth1=- --capture eth2=-",
+        "--capture 'eth2=-': standard input is another port's capture" },
+      { sound + "--native eth1=0", "--native 'eth1=0': the VLAN is a number from 1 to 4094" },
+      { sound + "--native eth1=4095", "--native 'eth1=4095': the VLAN is a number from 1 to 4094" },
+      { sound + "--native eth1=1x", "--native 'eth1=1x': the VLAN is a number from 1 to 4094" },
+      { sound + "--native eth2=5", "--native 'eth2=5': no --capture names the port" },
+      { sound + "--native eth1=5 --native eth1=6",
+        "--native 'eth1=6': the port has a native VLAN already" },
+  };
+  for( auto const & c : cases ) {
+    Outcome const run = learn( c.arguments );
+    EXPECT_EQ( run.status, 2 ) << c.arguments;
+    EXPECT_EQ( run.out, "" ) << c.arguments;
+    EXPECT_EQ( run.err, "learn: " + c.line + "\n" );
+  }
+  Outcome const badPort = learn( "--capture ethernet=" + capture.path() );
+  EXPECT_EQ( badPort.status, 2 );
+  EXPECT_NE( badPort.err.find( "--capture 'ethernet=" ), std::string::npos ) << badPort.err;
+}
+
+TEST( Program, readsPortsByTimeWithTheirNativeVlans ) {
+  SavedFile const first( twoFrames() );
+  SavedFile const second(
+      PcapFile( { .pcapng = true } ).frame( 1, 6, frameFrom( mac( 1 ) ) ).bytes() );
+  std::string const captures =
+      "--capture eth1=" + first.path() + " --capture=eth3/1=" + second.path();
+  Outcome const run = learn( captures + " --native eth1=9 --native eth3/1=9 --json" );
+  EXPECT_EQ( run.status, 0 );
+  EXPECT_EQ( run.err, "" );
+  EXPECT_EQ( run.out, R"({
+  "schema": "lumo.mac-table/1",
+  "entries": [
+    {
+      "fid": 9,
+      "address": "02:00:00:00:00:01",
+      "intf": "eth3/1",
+      "entryType": "learnedDynamicMac",
+      "moves": 1,
+      "lastMoveTime": 1.000006
+    },
+    {
+      "fid": 9,
+      "address": "02:00:00:00:00:02",
+      "intf": "eth1",
+      "entryType": "learnedDynamicMac",
+      "moves": 0,
+      "lastMoveTime": 2.0
+    }
+  ]
+}
+)" );
+}
+
+TEST( Program, aDamagedCaptureStopsOnlyItself ) {
+  SavedFile const cut( twoFrames().substr( 0, twoFrames().size() - 3 ) );
+  SavedFile const sound( PcapFile().frame( 5, 0, frameFrom( mac( 5 ) ) ).bytes() );
+  SavedFile const garbage( "this is no capture, whatever its name says" );
+  Outcome const run = learn( "--capture eth1=" + cut.path() + " --capture eth2=" + sound.path() +
+                             " --capture eth3=" + garbage.path() );
+  EXPECT_EQ( run.status, 2 );
+  EXPECT_NE( run.out.find( "Hosts: 2" ), std::string::npos ) << run.out;
+  EXPECT_EQ( run.err, "learn: " + garbage.path() +
+                          ": cannot be read as a capture: unknown file format (after 0 frames)\n"
+                          "learn: " +
+                          cut.path() +
+                          ": truncated dump file; tried to read 60 captured bytes, only got 57 "
+                          "(after 1 frames)\n" );
+}
+
+TEST( Program, aFileThatMayNotBeReadStopsOnlyItself ) {
+  if( geteuid() == 0 )
+    GTEST_SKIP() << "root may read every file";
+  SavedFile const hidden( twoFrames() );
+  ASSERT_EQ( chmod( hidden.path().c_str(), 0 ), 0 );
+  Outcome const run = learn( "--capture eth1=" + hidden.path() );
+  EXPECT_EQ( run.status, 2 );
+  EXPECT_EQ( run.err, "learn: " + hidden.path() +
+                          ": cannot be opened: Permission denied (after 0 frames)\n" );
+  EXPECT_NE( run.out.find( "Hosts: 0" ), std::string::npos );
+}
+
+TEST( Program, readsStandardInput ) {
+  SavedFile const capture( twoFrames() );
+  Outcome const run = learn( "--capture eth1=- <" + capture.path() );
+  EXPECT_EQ( run.status, 0 );
+  EXPECT_NE( run.out.find( "Hosts: 2" ), std::string::npos );
+}
+
+TEST( Program, aReaderThatLeavesIsNoFaultButAFullDiskIs ) {
+  PcapFile manyHosts;  // more than a pipe holds
+  for( unsigned n = 0; n < 2000; ++n )
+    manyHosts.frame( n, 0, frameFrom( mac( n % 250 ), tag( 0x8100, 1 + n / 250 ) ) );
+  SavedFile const capture( manyHosts.bytes() );
+  std::string const program = "$learn --capture eth1=" + capture.path();
+  EXPECT_EQ( shell( "{ " + program + "; echo $? >&2; } | head -n 1" ).err, "0\n" );
+  Outcome const full = shell( program + " >/dev/full" );
+  EXPECT_EQ( full.status, 2 );
+  EXPECT_EQ( full.err, "learn: the table could not be written: No space left on device\n" );
+}
+
+TEST( Program, anInterruptEndsTheReadingWithTheTableSoFar ) {
+  SavedFile const capture( twoFrames() );
+  // The pipe stays open behind the frames: the program waits for more when the interrupt comes.
+  Outcome const run =
+      shell( "( cat " + capture.path() +
+             "; exec sleep 2 ) | timeout --preserve-status -s INT 1 $learn --capture eth1=-" );
+  EXPECT_EQ( run.status, 130 );
+  EXPECT_EQ( run.err, "" );
+  EXPECT_NE( run.out.find( "Hosts: 2" ), std::string::npos ) << run.out;
+}
+
+}  // namespace
+}  // namespace Learn
