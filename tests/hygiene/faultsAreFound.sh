@@ -70,7 +70,7 @@ for text in "as the spe""c says" "see P""art 2.1" "/ho""me/me/file" "/wo""rk/x" 
   echo "// $text" | put src/Said.h
   expect 1 words "$text"
 done
-for text in "a part of 2.1" "std::pair" "special" "https://example.com/work/x"; do
+for text in "a part of 2.1" "std::pair" "special" "https://example.com/wo""rk/x"; do
   echo "// $text" | put src/Said.h
   expect 0 words "$text"
 done

@@ -30,6 +30,7 @@ struct Raised {
   bool ( *isOfItsType )( std::exception_ptr const & );
   char const * text;
 };
+void PrintTo( Raised const & row, std::ostream * out ) { *out << row.name; }
 class ARefusal : public testing::TestWithParam< Raised > {};
 
 TEST_P( ARefusal, isCaughtByItsTypeAndSaysExactlyThis ) {

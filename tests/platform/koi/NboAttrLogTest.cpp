@@ -64,6 +64,7 @@ struct Refused {
   char const * text;
   std::size_t left;
 };
+void PrintTo( Refused const & row, std::ostream * out ) { *out << row.what; }
 class NboAttrLogRefuses : public testing::TestWithParam< Refused > {};
 
 TEST_P( NboAttrLogRefuses, andStaysAtTheStartOfIt ) {
@@ -87,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "attribute log: at byte 1: 4 bytes were expected, 3 are left", 3 },
         Refused{ "bool", "\1\2", []( auto & in ) { in.nextbool(), in.nextbool(); },
                  "attribute log: at byte 1: a bool was expected, not the byte 2", 1 },
-        Refused{ "length", "\0\0\0", []( auto & in ) { in.nextString(); },
+        Refused{ "length", "\0\0\0"s, []( auto & in ) { in.nextString(); },
                  "attribute log: at byte 0: 4 bytes were expected, 3 are left", 3 },
         Refused{ "string", "\0\0\0\3ab"s, []( auto & in ) { in.nextString(); },
                  "attribute log: at byte 0: a string of 3 bytes was announced, 2 are left", 6 },

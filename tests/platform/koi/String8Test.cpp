@@ -56,9 +56,8 @@ TEST( String8, isWrittenAsItIs ) {
   EXPECT_EQ( Koi::format( "%0*d", 3000, 1 ).size(), 3000u );
 }
 
+#if SIZE_MAX > 0xffffffff  // elsewhere there can be no such string
 TEST( String8, whatIsTooLongIsRefusedBeforeItIsTouched ) {
-  if( sizeof( std::size_t ) < 8 )
-    GTEST_SKIP() << "no such string can exist";
   char const few[] = "few";
   try {
     String8 const text( std::string_view( few, std::size_t{ 4294967287u } ) );
@@ -67,6 +66,7 @@ TEST( String8, whatIsTooLongIsRefusedBeforeItIsTouched ) {
     EXPECT_STREQ( e.what(), "String8::bytes > 4294967286 not allowed" );
   }
 }
+#endif
 
 TEST( Name, convertsOnPurposeOnly ) {
   static_assert( !std::is_convertible_v< String8, Name > );

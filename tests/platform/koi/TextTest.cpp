@@ -165,7 +165,7 @@ TEST( Text, stringsHaveOneSpelling ) {
                            { "'\\x0a'", "an escape was expected at 'x0a''" },
                            { "'\\x41'", "an escape was expected at 'x41''" },
                            { "'\\\"'", "an escape was expected at '\"''" },
-                           { "'\\''", "the end of a string was expected at ''" } } )
+                           { "'\\'", "the end of a string was expected at ''" } } )
     EXPECT_EQ( outcome( given, stringFromText ), expected ) << given;
 }
 

@@ -1,5 +1,5 @@
-// VlanIdTest.cpp: VLAN numbers and translation keys: bounds and their words, golden hashes, texts
-// and bytes. What every value does is tested for all of them at once elsewhere.
+// VlanIdTest.cpp: VLAN numbers and translation keys: bounds and their words, hashes, order, bytes.
+// What every value does is tested for all of them at once in tests/contract.
 
 #include <algorithm>
 
@@ -78,44 +78,6 @@ TEST( VlanXlate, keysSortByOuterThenInnerTag ) {
   EXPECT_TRUE( low < bare && bare < high && low < high );
   EXPECT_TRUE( high > bare && bare >= low && low <= low );
   EXPECT_FALSE( high < bare || low < low );
-}
-
-TEST( VlanXlate, textsNameTypeAndFields ) {
-  struct Row {
-    Koi::String8 printed;
-    char const * text;
-  } const rows[] = {
-      { Koi::valueToStrep( VlanIdTuple( VlanIdOrNone( 1 ), VlanIdOrNone( 2 ) ) ),
-        "Value('Bridging::VlanIdTuple', ** {'outerVid': 1, 'innerVid': 2})" },
-      { Koi::valueToStrep( VlanXlateKey( VlanId( 1 ), VlanIdOrNone( 2 ) ) ),
-        "Value('Bridging::VlanXlateKey', ** {'outerVid': 1, 'innerVid': 2})" },
-      { Koi::valueToStrep( VlanXlateMapping( VlanIdOrNone( 1 ), VlanIdOrNone( 2 ), true ) ),
-        "Value('Bridging::VlanXlateMapping', ** {'vlanId': 1, 'innerVid': 2, 'tunnel': True})" },
-      { Koi::valueToStrep( VlanNameOrId( name, "it's", VlanIdOrNone( 0 ) ) ),
-        "Value('Bridging::VlanNameOrId', ** {'nameOrId': name, 'vlanName': 'it\\'s', 'vlanId': "
-        "0})" },
-  };
-  for( Row const & row : rows )
-    EXPECT_EQ( row.printed, row.text );
-  EXPECT_EQ( parsed< VlanNameOrId >( rows[3].printed ),
-             VlanNameOrId( name, "it's", VlanIdOrNone( 0 ) ) );
-}
-
-TEST( VlanXlate, theParserTakesNothingElse ) {
-  for( char const * text :
-       { "Value('Bridging::VlanIdTuple', ** {'innerVid': 2, 'outerVid': 1})",
-         "Value('Bridging::VlanIdTuple', ** {'outerVid': 1, 'innerVid': 2}) ",
-         "Value('Bridging::VlanIdTuple', ** {'outerVid': 1})",
-         "Value('Bridging::VlanXlateKey', ** {'outerVid': 1, 'innerVid': 2})",
-         "Value('Bridging::VlanIdTuple', **{'outerVid': 1, 'innerVid': 2})",
-         "Value('Bridging::VlanIdTuple', ** {'outerVid': 01, 'innerVid': 2})" } )
-    EXPECT_THROW( parsed< VlanIdTuple >( text ), Koi::ParseException ) << text;
-  try {
-    parsed< VlanIdTuple >( "Value('Bridging::VlanIdTuple', ** {'outerVid': 4095, 'innerVid': 1})" );
-    FAIL() << "4095 was read as an outer tag";
-  } catch( Koi::RangeException const & refusal ) {
-    EXPECT_STREQ( refusal.what(), "attribute 'outerVid': VlanIdOrNone::value > 4094 not allowed" );
-  }
 }
 
 TEST( VlanXlate, theLogIsCheckedFieldByField ) {
