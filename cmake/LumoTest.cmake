@@ -25,6 +25,7 @@ function( lumo_test )
   gtest_discover_tests( ${test_NAME}
     TEST_PREFIX "${test_NAME}."
     DISCOVERY_MODE PRE_TEST
+    NO_PRETTY_VALUES   # a parameter without a printer would put its address into the test's name
     DISCOVERY_TIMEOUT 60
     PROPERTIES LABELS "${test_LABELS}" TIMEOUT 120
   )

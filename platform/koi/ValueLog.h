@@ -38,7 +38,9 @@ U8 * logStore( U8 * at, T const & v ) {
   if constexpr( std::same_as< T, bool > )
     return storeBig( at, static_cast< U8 >( v ) );
   else if constexpr( std::same_as< T, Seconds > )
-    return storeBig( at, std::bit_cast< U64 >( v ) );
+    // Which NaN it is can change on the way through a register, so every one is written alike.
+    return storeBig(
+        at, std::bit_cast< U64 >( v == v ? v : std::numeric_limits< Seconds >::quiet_NaN() ) );
   else if constexpr( NumberValue< T > )
     return storeBig( at, static_cast< std::make_unsigned_t< T > >( v ) );
   else if constexpr( EnumValue< T > )

@@ -4,9 +4,9 @@
 // stand on the wire; addresses sort by their bytes, as unsigned numbers, the first byte first.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <compare>
+#include <cstring>
 
 #include <koi/Value.h>
 
@@ -59,7 +59,10 @@ class KOI_PUBLIC EthAddr : public Koi::HandWritten< EthAddr > {
 
   static constexpr char koiName[] = "Wirex::EthAddr";
   static constexpr std::size_t koiLogSize = 6;
-  Koi::U8 * koiStore( Koi::U8 * at ) const { return std::copy( bytes_.begin(), bytes_.end(), at ); }
+  Koi::U8 * koiStore( Koi::U8 * at ) const {
+    std::memcpy( at, bytes_.data(), bytes_.size() );
+    return at + bytes_.size();
+  }
   static EthAddr koiLoad( Koi::U8 const * at ) { return ofBytes( at ); }
   Koi::String8 koiText() const { return stringValue(); }
   static EthAddr koiParsed( Koi::String8::IteratorConst & it,

@@ -10,9 +10,10 @@ namespace Tests {
 
 /// What a type may leave undone.
 enum Rule {
-  readFromText,   ///< its printed text is read back
-  oneSpelling,    ///< no other text is read
-  printsItsField  ///< a single-field type's text is that of its field
+  readFromText,    ///< its printed text is read back
+  oneSpelling,     ///< no other text is read
+  printsItsField,  ///< a single-field type's text is that of its field
+  logIsKept        ///< what is read from a log is written as it was
 };
 
 /// The reason why the value, or one that stands in it, is exempt from the rule; null when none is.

@@ -40,6 +40,18 @@ TEST( NboAttrLog, numbersStandMostSignificantByteFirst ) {
   EXPECT_EQ( in.left(), 0u );
 }
 
+TEST( NboAttrLog, everyNaNIsWrittenAlike ) {
+  for( Koi::U64 bits : { 0x7ff8000000000000u, 0xfff8000000000000u, 0x7ff0000000000001u } ) {
+    Out out = new NboAttrLog::Out;
+    out << bits;
+    NboAttrLog::In in( out->data(), out->size() );
+    Shapes::Delay const read( &in, Koi::StreamBogon() );
+    out->cut( 0 );
+    out << read;
+    EXPECT_EQ( bytesOf( out ), std::string( "\x7f\xf8\0\0\0\0\0\0", 8 ) );
+  }
+}
+
 TEST( NboAttrLog, whatWasWrittenStaysWhereTheBufferGrowsOrIsCut ) {
   Out out = new NboAttrLog::Out;
   std::string expected;

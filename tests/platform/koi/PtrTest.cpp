@@ -40,7 +40,7 @@ TEST( Ptr, keepsTheObjectUntilTheLastOneGoes ) {
     EXPECT_EQ( first->koiRefCount(), 3u );
     EXPECT_TRUE( base == first );
     first = nullptr;
-    base = base;
+    base = *&base;
     Ptr< Base > moved( std::move( base ) );
     EXPECT_EQ( base, nullptr );
     EXPECT_EQ( constant->koiRefCount(), 2u );

@@ -37,7 +37,7 @@ TEST( String8, copiesShareTheirBytesAndOutliveTheFirst ) {
   EXPECT_EQ( moved.data(), first.data() );
   first = moved = String8( "other" );
   EXPECT_EQ( first, "other" );
-  moved = moved;
+  moved = *&moved;
   EXPECT_EQ( moved, std::string( "other" ) );
 }
 
