@@ -14,7 +14,18 @@ constexpr char hexDigits[] = "0123456789abcdef";
 
 bool isDigit( char c ) { return c >= '0' && c <= '9'; }
 bool isLetter( char c ) { return ( c >= 'a' && c <= 'z' ) || ( c >= 'A' && c <= 'Z' ) || c == '_'; }
-bool isPlain( char c ) { return c >= ' ' && c <= '~' && c != '\'' && c != '\\'; }
+bool isPrinted( char c ) { return c >= ' ' && c <= '~'; }
+bool isPlain( char c ) { return isPrinted( c ) && c != '\'' && c != '\\'; }
+
+void appendEscaped( std::string & out, U8 byte ) {
+  out += '\\';
+  if( byte == '\n' )
+    out += 'n';
+  else if( byte == '\'' || byte == '\\' )
+    out += static_cast< char >( byte );
+  else
+    ( ( out += 'x' ) += hexDigits[byte >> 4] ) += hexDigits[byte & 15];
+}
 
 template< class Number >
 void appendDigits( std::string & out, Number v ) {
@@ -75,14 +86,7 @@ void appendText( std::string & out, String8 const & v ) {
     it = special;
     if( it == v.end() )
       break;
-    auto const byte = static_cast< U8 >( *it++ );
-    out += '\\';
-    if( byte == '\n' )
-      out += 'n';
-    else if( byte == '\'' || byte == '\\' )
-      out += static_cast< char >( byte );
-    else
-      ( ( out += 'x' ) += hexDigits[byte >> 4] ) += hexDigits[byte & 15];
+    appendEscaped( out, static_cast< U8 >( *it++ ) );
   }
   out += '\'';
 }
@@ -172,7 +176,13 @@ std::string_view identifierFromText( It & it, It const & end ) {
 
 std::string restForMessage( It const & it, It const & end ) {
   constexpr std::ptrdiff_t most = 40;
-  return end - it <= most ? std::string( it, end ) : std::string( it, it + most ) + "...";
+  std::string text;
+  for( It at = it; at != end && at - it < most; ++at )
+    if( isPrinted( *at ) )
+      text += *at;
+    else
+      appendEscaped( text, static_cast< U8 >( *at ) );
+  return end - it > most ? text + "..." : text;
 }
 
 }  // namespace Koi

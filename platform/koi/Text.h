@@ -71,7 +71,8 @@ KOI_PUBLIC String8 stringFromText( String8::IteratorConst & it,
 KOI_PUBLIC std::string_view identifierFromText( String8::IteratorConst & it,
                                                 String8::IteratorConst const & end );
 
-/// The text from `it` on as an error message shows it: cut after 40 bytes.
+/// The text from `it` on as an error message shows it: one line, cut after 40 bytes, and what
+/// cannot be printed as \n or \xHH.
 KOI_PUBLIC std::string restForMessage( String8::IteratorConst const & it,
                                        String8::IteratorConst const & end );
 

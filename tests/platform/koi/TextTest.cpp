@@ -44,6 +44,8 @@ TEST( Text, unsignedNumbers ) {
                            { "-1", "a number was expected at '-1'" },
                            { " 1", "a number was expected at ' 1'" },
                            { "", "a number was expected at ''" },
+                           { std::string( "\n\0\xff\\'", 5 ),
+                             "a number was expected at '\\n\\x00\\xff\\''" },
                            { "x" + std::string( 40, 'y' ),
                              "a number was expected at 'x" + std::string( 39, 'y' ) + "...'" } } )
     EXPECT_EQ( outcome( text, []( It & it, It e ) { return numberFromText( it, e, 65535 ); } ),
