@@ -30,24 +30,23 @@ struct Row {
 };
 
 TEST( Text, unsignedNumbers ) {
-  for( auto const & [text, expected] :
-       std::vector< Row >{ { "0", "0|" },
-                           { "4094", "4094|" },
-                           { "65535,", "65535|," },
-                           { "7 ", "7| " },
-                           { "65536", "65536 > 65535 not allowed" },
-                           { "4294967297", "4294967297 > 65535 not allowed" },
-                           { "18446744073709551617", "18446744073709551617 > 65535 not allowed" },
-                           { "00", "a number was expected at '00'" },
-                           { "01", "a number was expected at '01'" },
-                           { "+1", "a number was expected at '+1'" },
-                           { "-1", "a number was expected at '-1'" },
-                           { " 1", "a number was expected at ' 1'" },
-                           { "", "a number was expected at ''" },
-                           { std::string( "\n\0\xff\\'", 5 ),
-                             "a number was expected at '\\n\\x00\\xff\\''" },
-                           { "x" + std::string( 40, 'y' ),
-                             "a number was expected at 'x" + std::string( 39, 'y' ) + "...'" } } )
+  for( auto const & [text, expected] : std::vector< Row >{
+           { "0", "0|" },
+           { "4094", "4094|" },
+           { "65535,", "65535|," },
+           { "7 ", "7| " },
+           { "65536", "65536 > 65535 not allowed" },
+           { "4294967297", "4294967297 > 65535 not allowed" },
+           { "18446744073709551617", "18446744073709551617 > 65535 not allowed" },
+           { "00", "a number was expected at '00'" },
+           { "01", "a number was expected at '01'" },
+           { "+1", "a number was expected at '+1'" },
+           { "-1", "a number was expected at '-1'" },
+           { " 1", "a number was expected at ' 1'" },
+           { "", "a number was expected at ''" },
+           { std::string( "\n\0\xff\\'", 5 ), "a number was expected at '\\n\\x00\\xff\\''" },
+           { "x" + std::string( 40, 'y' ),
+             "a number was expected at 'x" + std::string( 39, 'y' ) + "...'" } } )
     EXPECT_EQ( outcome( text, []( It & it, It e ) { return numberFromText( it, e, 65535 ); } ),
                expected );
   auto widest = []( It & it, It e ) { return numberFromText( it, e, ~U64{} ); };
@@ -159,7 +158,7 @@ TEST( Text, stringsHaveOneSpelling ) {
                            { "eth1", "''' was expected at 'eth1'" },
                            { "\"a\"", "''' was expected at '\"a\"'" },
                            { "'", "the end of a string was expected at ''" },
-                           { "'a\tb'", "the end of a string was expected at '\tb''" },
+                           { "'a\tb'", "the end of a string was expected at '\\x09b''" },
                            { "'\\", "an escape was expected at ''" },
                            { "'\\t'", "an escape was expected at 't''" },
                            { "'\\x0'", "an escape was expected at 'x0''" },
