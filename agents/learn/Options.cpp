@@ -94,7 +94,6 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
   std::vector< std::string > captures, natives;
   app.add_option( "--capture", captures,
                   "a pcap or pcapng file whose frames come in on PORT; - is standard input" )
-      ->required()
       ->type_name( "PORT=FILE" )
       ->allow_extra_args( false );
   app.add_option( "--native", natives, "the VLAN of the port's untagged frames (1)" )
@@ -105,6 +104,8 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
       "Ports are named as interfaces are: eth1, eth3/1, lag7. Several captures are read by time." );
   try {
     app.parse( argc, argv );
+    if( captures.empty() )
+      throw UsageException( "--capture PORT=FILE is required" );
     for( auto const & given : captures )
       addCapture( options, given );
     std::vector< Wirex::IntfId > seen;

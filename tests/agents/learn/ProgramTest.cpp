@@ -53,7 +53,8 @@ TEST( Program, wrongArgumentsAreNamedOnOneLine ) {
   struct {
     std::string arguments, line;
   } const cases[] = {
-      { "", "--capture is required" },
+      { "", "--capture PORT=FILE is required" },
+      { "--bogus", "The following argument was not expected: --bogus" },
       { sound + "--jsno", "The following argument was not expected: --jsno" },
       { "--capture eth1", "--capture 'eth1': PORT=FILE was expected" },
       { "--capture =a", "--capture '=a': PORT=FILE was expected" },
