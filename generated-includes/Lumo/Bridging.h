@@ -87,21 +87,26 @@ class KOI_PUBLIC FdbStatus : public Koi::EntityOf< FdbStatus > {
     return learnedHost_;
   }
   void learnedHostIs( LearnedHost const & v ) {
-    koiIs( learnedHost_, v.address(), v, &NotifieeConst::onLearnedHost );
+    koiIs( learnedHost_, v.address(), v, NotifieeConst::koiOnLearnedHost );
   }
   LearnedHost learnedHostDel( Wirex::EthAddr const & k ) {
-    return koiDel( learnedHost_, k, &NotifieeConst::onLearnedHost );
+    return koiDel( learnedHost_, k, NotifieeConst::koiOnLearnedHost );
   }
-  void learnedHostDelAll() { koiDelAll( learnedHost_, &NotifieeConst::onLearnedHost ); }
+  void learnedHostDelAll() { koiDelAll( learnedHost_, NotifieeConst::koiOnLearnedHost ); }
   void learnedHostNotify( Wirex::EthAddr const & k ) {
-    koiTell( &NotifieeConst::onLearnedHost, k );
+    koiTell( NotifieeConst::koiOnLearnedHost, k );
   }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< FdbStatus > {
    public:
     virtual void onLearnedHost() {}
-    virtual void onLearnedHost( Wirex::EthAddr const & ) { onLearnedHost(); }
+    virtual void onLearnedHost( Wirex::EthAddr const & ) {}
+    virtual void onLearnedHostKoiImmediate( Wirex::EthAddr const & k ) {
+      koiPass( koiOnLearnedHost ); onLearnedHost( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::EthAddr const & > koiOnLearnedHost{
+      koiFirst + 1, &NotifieeConst::onLearnedHost, &NotifieeConst::onLearnedHostKoiImmediate };
   };
   using Notifiee = Koi::ChangingNotifiee< NotifieeConst, FdbStatus >;
 
@@ -117,6 +122,7 @@ class KOI_PUBLIC FdbStatus : public Koi::EntityOf< FdbStatus > {
       Koi::attribute( "learnedHost", &FdbStatus::learnedHost_ )
     };
   }
+  static constexpr unsigned koiEnd = koiFirst + 2;
   static Koi::KoiType const _koiType;
 
  private:

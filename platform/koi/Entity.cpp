@@ -1,43 +1,48 @@
 #include <koi/Entity.h>
 
-#include <algorithm>
-
 namespace Koi {
-
-void NotifieeBase::isRegisteredNotifieeIs( bool registered ) {
-  if( registered == registered_ )
-    return;
-  registered_ = registered;
-  // Back to the end of the list: a walk that is under way must not meet it.
-  if( notifier_ && registered ) {
-    notifier_->remove( this );
-    notifier_->add( this );
-  }
-}
-
-void NotifieeBase::koiNotifierIs( Entity const * entity ) {
-  if( notifier_ )
-    notifier_->remove( this );
-  notifier_ = entity;
-  if( notifier_ )
-    notifier_->add( this );
-}
 
 Entity::~Entity() { retire(); }
 
 void Entity::handleZeroRef() const {
+  if( hasBeenKept() )
+    return;
   // First: nobody may find, and hold again, what is being taken apart.
   retire();
   delete this;
 }
 
+bool Entity::hasBeenKept() const {
+  if( !observers_ || observers_->empty() )
+    return false;
+  koiRefAdd();  // so that references may come and go meanwhile
+  auto const tell = [this]( bool gone ) {
+    Observers::Walk walk( *observers_, *this );
+    while( NotifieeBase * const observer = walk.next( 0 ) )
+      try {
+        observer->zeroReferencesIs( gone );
+      } catch(
+          ... ) {  // deliberate: whoever dropped the last reference cannot do anything about it
+      }
+  };
+  tell( true );
+  if( koiRefCount() == 1 )
+    return false;
+  tell( false );
+  koiRefDrop();
+  return true;
+}
+
 void Entity::retire() const {
   if( life_ )
     life_->entity = nullptr;
-  for( auto * notifiee : notifiees_ )
-    if( notifiee )
-      notifiee->notifier_ = nullptr;
-  notifiees_.clear();
+  observers_.reset();
+}
+
+Observers & Entity::observers() const {
+  if( !observers_ )
+    observers_ = std::make_unique< Observers >();
+  return *observers_;
 }
 
 Ptr< EntityLife > Entity::koiLife() const {
@@ -58,27 +63,6 @@ String8 Entity::fullName() const {
   if( !parent_ )
     return String8( text );
   return String8( std::string( parent_->fullName() ) + "/" + text );
-}
-
-void Entity::remove( NotifieeBase * notifiee ) const {
-  auto const at = std::find( notifiees_.begin(), notifiees_.end(), notifiee );
-  KOI_ASSERT( at != notifiees_.end() );
-  if( numWalks_ != 0 )
-    *at = nullptr;
-  else
-    notifiees_.erase( at );
-}
-
-Entity::Walk::~Walk() {
-  if( --entity_.numWalks_ == 0 )
-    std::erase( entity_.notifiees_, nullptr );
-}
-
-NotifieeBase * Entity::Walk::next() {
-  while( at_ != end_ )
-    if( NotifieeBase * notifiee = entity_.notifiees_[at_++]; notifiee && notifiee->registered_ )
-      return notifiee;
-  return nullptr;
 }
 
 }  // namespace Koi

@@ -1,15 +1,12 @@
 // Entity.h: the entity contract, stated once. A generated entity only says its attributes.
 //
 // An entity lives on the heap, while a Ptr refers to it, and is changed and observed on one thread.
-//
-// Observers are told inside the mutator, in the order in which they were attached, after the change
-// is stored. A callback may attach and detach any observer, itself included, and may drop the last
-// reference to the entity: one that is detached is not called any more, one that is attached hears
-// the next change, and the entity goes when all have been told. Every observer is told, whatever
-// another one throws; then the first exception leaves the mutator, and the change stays.
+// docs/entities.md has the rules as tables: what an observer may do while it is told, where
+// exceptions go, what a transaction is.
 #pragma once
 
 #include <exception>
+#include <memory>
 #include <tuple>
 #include <type_traits>
 #include <vector>
@@ -18,6 +15,8 @@
 #include <koi/KoiType.h>
 #include <koi/LinkQueue.h>
 #include <koi/Notifiee.h>
+#include <koi/Observers.h>
+#include <koi/Transaction.h>
 #include <koi/WeakPtr.h>
 
 namespace Koi {
@@ -25,8 +24,11 @@ namespace Koi {
 /// The base of everything in the model that has identity.
 class KOI_PUBLIC Entity : public PtrInterface {
  public:
-  /// Unique within the parent's collection; never changes.
+  /// Unique within the parent's collection.
   Name const & name() const { return name_; }
+  /// For an entity that is restored from a backup, before anybody knows it by its name: the name it
+  /// had. Nobody is told.
+  void nameIsFromBackup( Name const & name ) { name_ = name; }
 
   /// The entity whose collection or child this is; null when there is none, or when it is gone.
   Entity * parent() const { return parent_; }
@@ -47,60 +49,96 @@ class KOI_PUBLIC Entity : public PtrInterface {
   /// What weak pointers ask whether this entity is still there.
   Ptr< EntityLife > koiLife() const;
 
+  /// How many attributes this type has: those of a type that extends it begin there.
+  static constexpr unsigned koiEnd = 0;
+
  protected:
   explicit Entity( Name name ) : name_( std::move( name ) ) {}
   virtual ~Entity();
   void handleZeroRef() const override;
 
-  /// Counts a change and calls `call( observer )` for every observer, by the rules above.
-  template< class Call >
-  void koiTellEach( Call call );
+  /// Counts a change and tells the observers: now, or at the end of the open transaction.
+  template< class N, class... Key >
+  void koiTell( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key ) {
+    ++changes_;
+    if( observers_ && !observers_->empty() )
+      tellOrNote( callback, key... );
+  }
 
  private:
   friend class NotifieeBase;
+  template< class N, class... Key >
+  class ChangeNotice;
 
-  /// Walks the observers that are there when it begins. Detached ones leave a null behind, so that
-  /// places stay what they are while somebody walks.
-  class Walk {
-   public:
-    explicit Walk( Entity & entity ) : entity_( entity ), end_( entity.notifiees_.size() ) {
-      ++entity.numWalks_;
-    }
-    ~Walk();
-    NotifieeBase * next();
+  template< class N, class... Key >
+  void tellOrNote( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key );
+  template< class N, class... Key >
+  void tellEach( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key );
 
-   private:
-    Entity & entity_;
-    std::size_t end_;
-    std::size_t at_ = 0;
-  };
-
-  void add( NotifieeBase * notifiee ) const { notifiees_.push_back( notifiee ); }
-  void remove( NotifieeBase * notifiee ) const;
+  // Observing does not change the entity, so an observer attaches to a constant one as well.
+  Observers & observers() const;
+  bool hasBeenKept() const;
   void retire() const;
 
-  Name const name_;
+  Name name_;
   Entity * parent_ = nullptr;
   U64 changes_ = 0;
-  U32 numWalks_ = 0;
-  // Observing does not change the entity, so an observer attaches to a constant one as well.
-  mutable std::vector< NotifieeBase * > notifiees_;
+  mutable std::unique_ptr< Observers > observers_;  // none until somebody observes
   mutable Ptr< EntityLife > life_;
 };
 
-template< class Call >
-void Entity::koiTellEach( Call call ) {
-  ++changes_;
-  if( notifiees_.empty() )
+/// What the end of a transaction tells of one attribute or key of one entity.
+template< class N, class... Key >
+class Entity::ChangeNotice final : public Notice {
+ public:
+  ChangeNotice( Entity * entity, Callback< N, Key... > const & callback, Key... key )
+      : Notice( hashOf( entity, callback.index, key... ) ),
+        entity_( entity ),
+        callback_( callback ),
+        key_( key... ) {}
+
+  void tell() override {
+    std::apply( [&]( auto const &... key ) { entity_->tellEach( callback_, key... ); }, key_ );
+  }
+  bool isLike( Notice const & other ) const override {
+    auto const * const notice = dynamic_cast< ChangeNotice const * >( &other );
+    return notice && notice->entity_ == entity_ && notice->callback_.index == callback_.index &&
+           notice->key_ == key_;
+  }
+
+ private:
+  static std::size_t hashOf( Entity * entity, unsigned index, Key const &... key ) {
+    std::size_t hash = reinterpret_cast< std::size_t >( entity ) + index;
+    ( ( hash = hash * 31 + hashOfKey( key ) ), ... );
+    return hash;
+  }
+
+  Ptr< Entity > const entity_;
+  Callback< N, Key... > const callback_;
+  std::tuple< std::remove_cvref_t< Key >... > const key_;
+};
+
+template< class N, class... Key >
+[[gnu::noinline]] void Entity::tellOrNote( Callback< N, Key... > const & callback,
+                                           std::type_identity_t< Key >... key ) {
+  if( auto * const open = OpenTransaction::current() )
+    open->add( std::make_unique< ChangeNotice< N, Key... > >( this, callback, key... ) );
+  else
+    tellEach( callback, key... );
+}
+
+template< class N, class... Key >
+void Entity::tellEach( Callback< N, Key... > const & callback,
+                       std::type_identity_t< Key >... key ) {
+  if( !observers_ )
     return;
-  // An object that nobody holds, one on the stack, cannot lose its last reference either.
-  Ptr< Entity > const alive( koiRefCount() != 0 ? this : nullptr );
+  Ptr< Entity > const alive( this );
   std::exception_ptr first;
   {
-    Walk walk( *this );
-    while( NotifieeBase * notifiee = walk.next() )
+    Observers::Walk walk( *observers_, *this );
+    while( NotifieeBase * const observer = walk.next( N::koiDepth ) )
       try {
-        call( notifiee );
+        observer->tell( callback, key... );
       } catch( ... ) {  // whatever a callback throws, it is the mutator's caller who gets it
         if( !first )
           first = std::current_exception();
@@ -139,134 +177,107 @@ class EntityOf : public Base {
  public:
   using KoiBase = Base;
 
+  /// Where the type's own attributes begin in its table; those of the base stand before.
+  static constexpr unsigned koiFirst = Base::koiEnd;
+
   KoiType const * koiType() const override { return &Derived::_koiType; }
 
  protected:
-  /// The callback of a scalar attribute, and of a collection.
-  template< class D = Derived >
-  using On = void ( D::NotifieeConst::* )();
-  template< class Key, class D = Derived >
-  using OnKey = void ( D::NotifieeConst::* )( Argument< Key > );
-
   template< class... Args >
   explicit EntityOf( Args &&... args ) : Base( std::forward< Args >( args )... ) {}
 
   /// attrIs( v ): an equal value is a no-op; a value outside its type's range is refused.
-  template< class Cell, class D = Derived >
-  void koiIs( Cell & cell, typename CellOf< Cell >::Given const & v, On< D > on ) {
+  template< class Cell, class N >
+  void koiIs( Cell & cell, typename CellOf< Cell >::Given const & v, Callback< N > const & on ) {
     if( store( cell, v ) )
-      koiTell( on );
+      this->koiTell( on );
   }
 
   /// The same for an attribute that keeps the value it refuses; nobody is told of that one.
-  template< class Number, class D = Derived >
+  template< class Number, class N >
   void koiStoreThenCheck( Number & cell, std::type_identity_t< Number > v,
-                          std::type_identity_t< Number > most, char const * refusal, On< D > on ) {
+                          std::type_identity_t< Number > most, char const * refusal,
+                          Callback< N > const & on ) {
     if( storeThenCheck( cell, v, most, refusal ) )
-      koiTell( on );
+      this->koiTell( on );
   }
 
   /// attrIs( k, v ): an equal value is a no-op; a key or value outside its type's range is refused.
-  template< class C, class D = Derived >
+  template< class C, class N >
   void koiIs( C & members, typename C::Key const & k, typename C::Given const & v,
-              OnKey< typename C::Key, D > on ) {
+              Callback< N, Argument< typename C::Key > > const & on ) {
     typename C::Key const key = k;  // k may stand in a member that an observer removes
     if( members.koiSet( key, v ) )
-      koiTell( on, key );
+      this->koiTell( on, key );
   }
 
   /// attrDel( k ): what was there, or the default.
-  template< class C, class D = Derived >
+  template< class C, class N >
   typename C::Given koiDel( C & members, typename C::Key const & k,
-                            OnKey< typename C::Key, D > on ) {
+                            Callback< N, Argument< typename C::Key > > const & on ) {
     typename C::Key const key = k;  // k may stand in the member that goes
     typename C::Given old{};
     if( members.koiTake( key, old ) )
-      koiTell( on, key );
+      this->koiTell( on, key );
     return old;
   }
 
   /// attrDelAll(): the members that are there now, one by one, in the order of iteration.
-  template< class C, class D = Derived >
-  void koiDelAll( C & members, OnKey< typename C::Key, D > on ) {
+  template< class C, class N >
+  void koiDelAll( C & members, Callback< N, Argument< typename C::Key > > const & on ) {
     std::vector< typename C::Key > keys;
+    keys.reserve( members.size() );
     for( auto const & member : members )
       keys.push_back( member.key() );
     for( auto const & key : keys )
-      koiDel< C, D >( members, key, on );
+      koiDel( members, key, on );
   }
 
   /// attrEnq( v ): the number that v has in the queue.
-  template< class Queue, class D = Derived >
+  template< class Queue, class N >
   typename Queue::Key koiEnq( Queue & queue, typename Queue::Given const & v,
-                              OnKey< typename Queue::Key, D > on ) {
+                              Callback< N, typename Queue::Key > const & on ) {
     auto const index = queue.koiEnq( v );
-    koiTell( on, index );
+    this->koiTell( on, index );
     return index;
   }
   /// attrDeq(): what was at the head, or the default.
-  template< class Queue, class D = Derived >
-  typename Queue::Given koiDeq( Queue & queue, OnKey< typename Queue::Key, D > on ) {
-    return koiDel< Queue, D >( queue, queue.metadata().head, on );
+  template< class Queue, class N >
+  typename Queue::Given koiDeq( Queue & queue, Callback< N, typename Queue::Key > const & on ) {
+    return koiDel( queue, queue.metadata().head, on );
   }
 
   /// attrIs( k, args... ): the child of that key, built when there is none. Raises
   /// NameInUseException when it was built with other arguments, RangeException for a key outside
   /// its type's range.
-  template< class C, class D = Derived, class... Args >
-  typename C::Given koiChildIs( C & children, OnKey< typename C::Key, D > on,
+  template< class C, class N, class... Args >
+  typename C::Given koiChildIs( C & children, Callback< N, Argument< typename C::Key > > const & on,
                                 typename C::Key const & k, Args const &... args ) {
     typename C::Key const key = k;  // k may stand in a child that an observer removes
     auto const [child, fresh] = childIs( children, this, key, args... );
     if( fresh )
-      koiTell( on, key );
+      this->koiTell( on, key );
     return child;
   }
 
   /// The same for a child that is the only one of its attribute.
-  template< class Child, class D = Derived, class... Args >
-  Ptr< Child > koiChildIs( Owned< Child > & child, On< D > on, Args const &... args ) {
+  template< class Child, class N, class... Args >
+  Ptr< Child > koiChildIs( Owned< Child > & child, Callback< N > const & on,
+                           Args const &... args ) {
     bool const fresh = childIs( child, this, args... );
     Ptr< Child > const there = child.ptr();  // an observer may remove it
     if( fresh )
-      koiTell( on );
+      this->koiTell( on );
     return there;
   }
-  template< class Child, class D = Derived >
-  Ptr< Child > koiChildDel( Owned< Child > & child, On< D > on ) {
+  template< class Child, class N >
+  Ptr< Child > koiChildDel( Owned< Child > & child, Callback< N > const & on ) {
     Ptr< Child > const old = child.ptr();
     if( old ) {
       child = Owned< Child >();
-      koiTell( on );
+      this->koiTell( on );
     }
     return old;
-  }
-
-  /// attrNotify( k ): calls one callback of every observer.
-  template< class D = Derived >
-  void koiTell( On< D > on ) {
-    this->koiTellEach( [on]( NotifieeBase * notifiee ) {
-      if( auto * observer = observerOf< D >( notifiee ) )
-        ( observer->*on )();
-    } );
-  }
-  template< class Key, class D = Derived >
-  void koiTell( OnKey< Key, D > on, Key const & k ) {
-    this->koiTellEach( [on, &k]( NotifieeBase * notifiee ) {
-      if( auto * observer = observerOf< D >( notifiee ) )
-        ( observer->*on )( k );
-    } );
-  }
-
- private:
-  template< class D >
-  static typename D::NotifieeConst * observerOf( NotifieeBase * notifiee ) {
-    // What observes an entity that extends another may have been attached as an observer of that
-    // one.
-    if constexpr( std::is_same_v< Base, Entity > )
-      return static_cast< typename D::NotifieeConst * >( notifiee );
-    else
-      return dynamic_cast< typename D::NotifieeConst * >( notifiee );
   }
 };
 

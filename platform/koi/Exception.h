@@ -71,6 +71,13 @@ class KOI_PUBLIC UnknownTypeException : public Exception {
   ~UnknownTypeException() override;
 };
 
+/// Observers that change what they observe, again and again.
+class KOI_PUBLIC NestingException : public Exception {
+ public:
+  using Exception::Exception;
+  ~NestingException() override;
+};
+
 /// Raises RangeException with the text as it stands.
 [[noreturn]] KOI_PUBLIC void throwRangeException( std::string_view text );
 

@@ -1,15 +1,28 @@
 // Notifiee.h: what observes an entity. A generated entity nests NotifieeConst and Notifiee, made of
 // these.
 //
-// An observer is told inside the mutator, on the thread of the entity. It does not keep the entity
-// alive: when the entity goes, notifier() becomes null.
+// An observer is told inside the mutator, on the thread of the entity; docs/entities.md says what
+// it may do meanwhile. It does not keep the entity alive: when the entity goes, notifier() becomes
+// null.
 #pragma once
 
+#include <type_traits>
+
 #include <koi/Export.h>
+#include <koi/Types.h>
 
 namespace Koi {
 
 class Entity;
+
+/// How an entity calls one attribute's observers: the attribute's place in the entity's table, the
+/// callback, and its immediate form. N is the NotifieeConst that declares them.
+template< class N, class... Key >
+struct Callback {
+  unsigned index;
+  void ( N::*on )( Key... );
+  void ( N::*immediate )( Key... );
+};
 
 /// What an entity's list of observers holds.
 class KOI_PUBLIC NotifieeBase {
@@ -23,17 +36,43 @@ class KOI_PUBLIC NotifieeBase {
   /// next change.
   void isRegisteredNotifieeIs( bool registered );
 
+  /// True: the entity has lost its last reference, and goes unless this observer takes one. False:
+  /// an observer took one. What it throws is dropped.
+  virtual void zeroReferencesIs( bool ) {}
+
+  /// How often an entity's type extends another, counted from Koi::Entity.
+  static constexpr unsigned koiDepth = 0;
+
  protected:
   NotifieeBase() = default;
-  virtual ~NotifieeBase() { koiNotifierIs( nullptr ); }
+  virtual ~NotifieeBase();
 
   Entity const * koiNotifier() const { return notifier_; }
-  void koiNotifierIs( Entity const * entity );
+  void koiNotifierIs( Entity const * entity, unsigned depth );
+
+  /// The own body of an immediate form says so: it is not overridden and need not be called again.
+  template< class N, class... Key >
+  void koiPass( Callback< N, Key... > const & callback ) {
+    if( callback.index < 64 )
+      passed_ |= U64{ 1 } << callback.index;
+  }
 
  private:
   friend class Entity;
+  friend class Observers;
+
+  template< class N, class... Key >
+  void tell( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key ) {
+    auto * const self = static_cast< N * >( this );
+    if( callback.index < 64 && ( passed_ >> callback.index & 1 ) != 0 )
+      ( self->*callback.on )( key... );
+    else
+      ( self->*callback.immediate )( key... );
+  }
 
   Entity const * notifier_ = nullptr;
+  U64 passed_ = 0;
+  unsigned depth_ = 0;  // of the NotifieeConst that it was attached as
   bool registered_ = true;
 };
 
@@ -42,10 +81,12 @@ class KOI_PUBLIC NotifieeBase {
 template< class E, class Base = NotifieeBase >
 class NotifieeOf : public Base {
  public:
+  static constexpr unsigned koiDepth = Base::koiDepth + 1;
+
   /// What is observed; null when nothing is, or when it is gone.
   E const * notifier() const { return static_cast< E const * >( this->koiNotifier() ); }
   /// Observes that entity from now on, and no longer another; null observes nothing.
-  void notifierIs( E const * entity ) { this->koiNotifierIs( entity ); }
+  void notifierIs( E const * entity ) { this->koiNotifierIs( entity, koiDepth ); }
 };
 
 /// What every nested Notifiee is: a NotifieeConst that may also change what it observes.
@@ -56,7 +97,7 @@ class ChangingNotifiee : public NotifieeConst {
     // Only notifierIs() below attaches, so the entity was handed over to be changed.
     return const_cast< E * >( static_cast< E const * >( this->koiNotifier() ) );
   }
-  void notifierIs( E * entity ) { this->koiNotifierIs( entity ); }
+  void notifierIs( E * entity ) { this->koiNotifierIs( entity, NotifieeConst::koiDepth ); }
 };
 
 }  // namespace Koi

@@ -90,7 +90,10 @@ void checkCallback( Checks checks, Declaration const & d, Member const & watch, 
     findings.add( c.place, "'" + attribute->name + "' of '" + watch.type.text + "' never changes" );
   else if( !collection && c.keyed )
     findings.add( c.key.place, "'" + attribute->name + "' is no collection and has no key" );
-  else if( collection && c.keyed && !same( c.key, attribute->key ) )
+  else if( collection && !c.keyed )
+    findings.add( c.place, "'" + attribute->name + "' is told of by key: write '" + c.name + "( " +
+                               described( attribute->key ) + " )'" );
+  else if( collection && !same( c.key, attribute->key ) )
     findings.add( c.key.place, "the key of '" + attribute->name + "' is of type '" +
                                    described( attribute->key ) + "'" );
 }

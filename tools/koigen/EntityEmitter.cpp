@@ -38,7 +38,7 @@ std::string collectionType( Context const & context, Member const & member ) {
 }
 
 std::string callback( Member const & member ) {
-  return "&NotifieeConst::on" + capital( member.name );
+  return "NotifieeConst::koiOn" + capital( member.name );
 }
 
 /// The line that refuses a value before anything changes; empty when every value will do.
@@ -149,6 +149,7 @@ class EntityText {
           { "notifiee", notifiee( base.empty() ? type : type + ", " + base + "::NotifieeConst" ) },
           { "constructor", stacked( parameters_, ",\n" ) },
           { "table", stacked( table_, ",\n" ) },
+          { "numAttributes", std::to_string( table_.size() ) },
           { "factory", lowerCamel( type ) + "Factory" },
           { "cells", stacked( cells_, "\n" ) } } );
   }
@@ -221,11 +222,13 @@ class EntityText {
   }
 
   void addState( Member const & m ) {
-    std::string const on = "virtual void on" + capital( m.name );
-    callbacks_.push_back( on + "() {}" );
-    if( isCollection( m ) )
-      callbacks_.push_back( on + "( " + context_.argument( m.key ) + " ) { on" + capital( m.name ) +
-                            "(); }" );
+    Fill fill{ { "Attr", capital( m.name ) }, { "index", std::to_string( table_.size() ) } };
+    if( isCollection( m ) ) {
+      fill["key"] = context_.argument( m.key );
+      callbacks_.push_back( page( "entityCallbackKeyed", fill ) );
+    } else {
+      callbacks_.push_back( page( "entityCallback", fill ) );
+    }
     table_.push_back( tableEntry( m.name, m.name + "_" ) );
     cells_.push_back( cellText( context_, m ) );
   }

@@ -24,7 +24,6 @@ struct Watcher : Room::Notifiee {
   void onMainLamp() override { told( "mainLamp" ); }
   void onColorCount( Color k ) override { told( "colorCount " + text( k ) ); }
   void onVisitor( Koi::U8 k ) override { told( "visitor " + text( k ) ); }
-  void onBorrowed() override { told( "borrowed" ); }
   void told( std::string const & what ) {
     calls.push_back( what );
     if( act )
@@ -32,7 +31,6 @@ struct Watcher : Room::Notifiee {
   }
   Texts taken() { return std::exchange( calls, {} ); }
 
-  using NotifieeConst::onBorrowed;
   using NotifieeConst::onColorCount;
   using NotifieeConst::onShelf;
   using NotifieeConst::onVisitor;
@@ -323,11 +321,4 @@ TEST_F( Entity, anObserverOfTheBaseHearsTheBaseOfWhatExtendsIt ) {
   spotlight->angleIs( 90 );
   EXPECT_EQ( base.calls, 1 );
   EXPECT_EQ( whole.calls, 11 );
-}
-
-TEST_F( Entity, aKeyedCallbackThatIsNotOverriddenCallsTheOneWithoutAKey ) {
-  Watcher watcher( room );
-  room->borrowedIs( 1, a );
-  room->borrowedDelAll();
-  EXPECT_EQ( watcher.taken(), ( Texts{ "borrowed", "borrowed" } ) );
 }

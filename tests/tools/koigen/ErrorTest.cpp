@@ -295,7 +295,8 @@ TEST_P( Callbacks, areToldWhereTheyStand ) {
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P( OfWatchedEntities, Callbacks, testing::Values(
-  Case{ "onUsed; onBy; onBy( Vlan );", "" },
+  Case{ "onUsed; onBy( Vlan );", "" },
+  Case{ "onBy;", "54:5: 'by' is told of by key: write 'onBy( N::Vlan )'" },
   Case{ "used;", "54:5: a callback is named after an attribute: 'onAttribute'" },
   Case{ "onOther;", "54:5: 'onOther' names no attribute of 'Named'" },
   Case{ "onMost;", "54:5: 'most' of 'Named' never changes" },

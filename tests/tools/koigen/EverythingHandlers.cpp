@@ -47,7 +47,7 @@ void RoomKeeper::handleShelf( ShelfNumber const & key ) {
   handled( *this, "shelf " + text( key ) );
 }
 void RoomKeeper::handleMainLamp() { handled( *this, "mainLamp" ); }
-void RoomKeeper::handleColorCount() { handled( *this, "colorCount" ); }
+void RoomKeeper::handleColorCount( Color ) { handled( *this, "colorCount" ); }
 void RoomKeeper::handleLit() {
   stepIs( step() + 1 );
   heardEnq( step() );

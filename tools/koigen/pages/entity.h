@@ -19,6 +19,7 @@ class KOI_PUBLIC $Type$ : public Koi::EntityOf< $bases$ > {
       $table$
     };
   }
+  static constexpr unsigned koiEnd = koiFirst + $numAttributes$;
   static Koi::KoiType const _koiType;
 
  private:
