@@ -68,6 +68,28 @@ class RefWord {
   mutable U32 word_ = 0;
 };
 
+/// A sum that changes in steps up and down, as exact as a count when several threads change it.
+class Tally {
+ public:
+  void add( U64 step ) { change( step ); }
+  void subtract( U64 step ) { change( ~step + 1 ); }
+  U64 value() const {
+    return threadSafePtr ? std::atomic_ref< U64 >( sum_ ).load( std::memory_order_relaxed ) : sum_;
+  }
+
+ private:
+  void change( U64 step ) {
+    if( threadSafePtr )
+      std::atomic_ref< U64 >( sum_ ).fetch_add( step, std::memory_order_relaxed );
+    else
+      sum_ += step;
+  }
+
+  alignas( std::atomic_ref< U64 >::required_alignment ) mutable U64 sum_ = 0;
+};
+
+class AllocTrack;
+
 /// The base of everything that a Ptr points to. An object starts with no reference; when the last
 /// one goes, handleZeroRef() decides what becomes of it.
 class KOI_PUBLIC PtrInterface {
@@ -81,6 +103,12 @@ class KOI_PUBLIC PtrInterface {
     if( refs_.drop() )
       handleZeroRef();
   }
+
+  /// The runtime's allocator: memory for one object of `size` bytes, counted under its type. Raises
+  /// std::bad_alloc, and then nothing is counted.
+  static void * koiMemAlloc( std::size_t size, AllocTrack & track );
+  /// Gives it back; `size` as it was asked for. Null is not counted.
+  static void koiMemFree( void * memory, std::size_t size, AllocTrack & track ) noexcept;
 
  protected:
   PtrInterface() = default;
