@@ -66,7 +66,7 @@ void PtrInterface::koiMemFree( void * memory, std::size_t size, AllocTrack & tra
   if( !memory )
     return;
   track.freed( size );
-  ::operator delete( memory, size );
+  ::operator delete( memory );
 }
 
 }  // namespace Koi

@@ -50,19 +50,21 @@ using Counts = std::vector< Koi::U64 >;
 TEST( AllocTrack, eachObjectIsCountedOnceUnderTheNearestTrackedType ) {
   auto const & apples = allocTrack< Fruit::Apple >();
   auto const & russets = allocTrack< Fruit::Russet >();
+  auto const numApples = apples.numAllocated();
+  auto const numRussets = russets.numAllocated();
   {
     Ptr< Fruit::Apple > apple = new Fruit::Apple( 0 );
     Ptr< Fruit::Root > russet = new Fruit::Russet( 0 );
-    EXPECT_EQ( counts( apples ), ( Counts{ 1, sizeof( Fruit::Apple ), 1 } ) );
-    EXPECT_EQ( counts( russets ), ( Counts{ 1, sizeof( Fruit::Russet ), 1 } ) );
+    EXPECT_EQ( counts( apples ), ( Counts{ 1, sizeof( Fruit::Apple ), numApples + 1 } ) );
+    EXPECT_EQ( counts( russets ), ( Counts{ 1, sizeof( Fruit::Russet ), numRussets + 1 } ) );
     Ptr< Fruit::Apple > crab = new Fruit::Crab( 0 );
     EXPECT_EQ( counts( apples ),
-               ( Counts{ 2, sizeof( Fruit::Apple ) + sizeof( Fruit::Crab ), 2 } ) );
+               ( Counts{ 2, sizeof( Fruit::Apple ) + sizeof( Fruit::Crab ), numApples + 2 } ) );
     apple = nullptr;
-    EXPECT_EQ( counts( apples ), ( Counts{ 1, sizeof( Fruit::Crab ), 2 } ) );
+    EXPECT_EQ( counts( apples ), ( Counts{ 1, sizeof( Fruit::Crab ), numApples + 2 } ) );
   }
-  EXPECT_EQ( counts( apples ), ( Counts{ 0, 0, 2 } ) );
-  EXPECT_EQ( counts( russets ), ( Counts{ 0, 0, 1 } ) );
+  EXPECT_EQ( counts( apples ), ( Counts{ 0, 0, numApples + 2 } ) );
+  EXPECT_EQ( counts( russets ), ( Counts{ 0, 0, numRussets + 1 } ) );
 }
 
 TEST( AllocTrack, failureLeavesTheCountsRight ) {
