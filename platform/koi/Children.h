@@ -51,10 +51,10 @@ void refuseOtherArguments( Child const & child, Args const &... args ) {
               Child::koiParameters() );
 }
 
-/// The child of that key, and whether it was built for this. Raises NameInUseException as above,
-/// and RangeException for a key outside its type's range.
+/// The child of that key, and whether it was built for this, which is the change of that stamp.
+/// Raises NameInUseException as above, and RangeException for a key outside its type's range.
 template< class C, class... Args >
-std::pair< typename C::Given, bool > childIs( C & children, Entity * parent,
+std::pair< typename C::Given, bool > childIs( C & children, Entity * parent, Stamp stamp,
                                               typename C::Key const & k, Args const &... args ) {
   if( typename C::Given there = children.value( k ) ) {
     refuseOtherArguments( *there, k, args... );
@@ -62,7 +62,7 @@ std::pair< typename C::Given, bool > childIs( C & children, Entity * parent,
   }
   checkRange( k );
   typename C::Given const fresh( new typename CellOf< typename C::Cell >::Child( k, args... ) );
-  children.koiSet( k, fresh );
+  children.koiSet( k, fresh, stamp );
   fresh->koiParentIs( parent );
   return { fresh, true };
 }

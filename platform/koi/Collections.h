@@ -1,232 +1,136 @@
 // Collections.h: the keyed collections of an entity. Used on the entity's thread.
 //
 // Tag names the attribute, so that two collections of the same types are not taken for one another.
-// A collection alone tells nobody anything: its entity's mutators change it and notify.
+// A collection alone tells nobody anything: its entity's mutators change it, stamp the change with
+// the entity's count of changes, and notify. The stamps of a collection never go down.
 //
 // A HashMap is walked by ascending bit-reversed hash of the key, keys of one hash in the order in
-// which they came; an RbTreeMap by ascending key. Any number of members may be added while a walk
-// is under way, and others removed; an iterator is good as long as its member is there.
+// which they came; an RbTreeMap by ascending key. Anything may be added and removed while a walk is
+// under way.
 #pragma once
 
-#include <cstddef>
-#include <map>
-#include <type_traits>
-#include <utility>
-
-#include <koi/Value.h>
-#include <koi/WeakPtr.h>
+#include <koi/HashIndex.h>
+#include <koi/OrderIndex.h>
+#include <koi/Walk.h>
 
 namespace Koi {
 
-/// The bits in opposite order: bit 0 becomes bit 31.
-constexpr U32 bitReverse( U32 word ) {
-  word = ( word >> 1 & 0x55555555 ) | ( word & 0x55555555 ) << 1;
-  word = ( word >> 2 & 0x33333333 ) | ( word & 0x33333333 ) << 2;
-  word = ( word >> 4 & 0x0f0f0f0f ) | ( word & 0x0f0f0f0f ) << 4;
-  word = ( word >> 8 & 0x00ff00ff ) | ( word & 0x00ff00ff ) << 8;
-  return word >> 16 | word << 16;
-}
+/// What all collections have for the attribute logs. Derived says koiMembers() and koiKey(), which
+/// makes the key as logs know it of the one that is stored.
+template< class Derived >
+class Logged {
+ public:
+  /// Attaches a log. The place stays where it is until koiPlaceDel().
+  void koiPlaceIs( Place & place ) { self().koiMembers().placeIs( place ); }
+  /// Detaches it. When the last one goes, nothing is tracked any more.
+  void koiPlaceDel( Place & place ) { self().koiMembers().placeDel( place ); }
 
-/// The hash of a key: its hash(), or that of a single field.
-template< class Key >
-constexpr U32 hashOfKey( Key const & k ) {
-  if constexpr( requires { k.hash(); } )
-    return k.hash();
-  else
-    return hashOfFields( k );
-}
-
-/// Requires that what is to be stored is in the range of its type; a reference has none. Raises
-/// RangeException with the type's own text. A value that was default-constructed or read from a log
-/// may be outside.
-template< class T >
-void checkRange( T const & v ) {
-  if constexpr( Value< T > )
-    check( v );
-}
-
-/// The same reference?
-template< class T >
-bool same( Ptr< T > const & a, Ptr< T > const & b ) {
-  return a.ptr() == b.ptr();
-}
-
-/// What a member, or a scalar attribute, gives to a reader: itself, or a Ptr for what refers to an
-/// entity.
-template< class Cell >
-struct CellOf {
-  using Given = Cell;
-  static Given const & given( Cell const & cell ) { return cell; }
-};
-template< class T >
-struct CellOf< Owned< T > > {
-  using Child = T;
-  using Given = Ptr< T >;
-  static Given given( Owned< T > const & cell ) { return cell.ptr(); }
-};
-template< class T >
-struct CellOf< WeakPtr< T > > {
-  using Given = Ptr< T >;
-  static Given given( WeakPtr< T > const & cell ) { return cell.ptr(); }
-};
-
-/// Stores in the cell of a scalar; false when it was the same before. Raises RangeException for a
-/// value outside its type's range.
-template< class Cell >
-bool store( Cell & cell, typename CellOf< Cell >::Given const & v ) {
-  if( same( CellOf< Cell >::given( cell ), v ) )
-    return false;
-  checkRange( v );
-  cell = Cell( v );
-  return true;
-}
-
-/// The same for a number that is kept although it is refused: more than `most` raises
-/// RangeException with that text once it is stored.
-template< class Number >
-bool storeThenCheck( Number & cell, std::type_identity_t< Number > v,
-                     std::type_identity_t< Number > most, char const * refusal ) {
-  if( cell == v )
-    return false;
-  cell = v;  // Deliberate: the refused value stays stored.
-  if( v > most )
-    throwRangeException( refusal );
-  return true;
-}
-
-/// Raises RangeException with that text when the number is more than `most`.
-template< class Number >
-void refuseMore( Number v, std::type_identity_t< Number > most, char const * refusal ) {
-  if( v > most )
-    throwRangeException( refusal );
-}
-
-/// Raises RangeException with that text when the pointer is null.
-inline void refuseNull( void const * pointer, char const * refusal ) {
-  if( !pointer )
-    throwRangeException( refusal );
-}
-
-/// Raises RangeException with that text when the string is longer than that many bytes.
-inline void refuseLonger( String8 const & text, std::size_t most, char const * refusal ) {
-  if( text.size() > most )
-    throwRangeException( refusal );
-}
-
-/// Where a hashed collection keeps its members.
-template< class K, class V >
-struct InHashOrder {
-  struct Member {
-    K key;
-    V cell;
-  };
-  using Store = std::multimap< U32, Member >;
-
-  static auto find( auto & store, K const & k ) {
-    auto [at, end] = store.equal_range( bitReverse( hashOfKey( k ) ) );
-    while( at != end && !( at->second.key == k ) )
-      ++at;
-    return at == end ? store.end() : at;
+  /// The first flow: calls tell( key, value ) for the members until it returns false, which says
+  /// that there was no room for that one, or until there is none left. True when all are told.
+  /// `now` is the entity's count of changes. tell() does not change the collection.
+  template< class Tell >
+  bool koiWhole( Place & place, U64 now, Tell tell ) {
+    return self().koiMembers().tellWhole( place, now, [&]( auto const & k, auto const & v ) {
+      return tell( self().koiKey( k ), v );
+    } );
   }
-  static void insert( Store & store, K const & k, V cell ) {
-    store.emplace( bitReverse( hashOfKey( k ) ), Member{ k, std::move( cell ) } );
+
+  /// What changed since, in the order of the changes, but for what the log itself brought: calls
+  /// tell( key, value or null, MemberState ) until it returns false, as above. True when all is
+  /// told. Needs a first flow that is done.
+  template< class Tell >
+  bool koiPending( Place & place, U64 now, Tell tell ) {
+    return self().koiMembers().tellPending(
+        place, now, [&]( auto const & k, auto const * v, MemberState state ) {
+          return tell( self().koiKey( k ), v, state );
+        } );
   }
-  static K const & key( auto at ) { return at->second.key; }
-  static auto & cell( auto at ) { return at->second.cell; }
+
+  /// The peer has all that it was sent.
+  void koiAck( Place & place ) { self().koiMembers().ack( place ); }
+  /// The peer may have lost what it did not acknowledge: it is sent again. Where it did not
+  /// acknowledge the first flow, that begins again.
+  void koiUnsend( Place & place ) { self().koiMembers().unsend( place ); }
+
+  /// All memory it holds, besides what values hold and itself.
+  std::size_t koiBytes() const { return self().koiMembers().bytes(); }
+  /// Asserts what always holds. For tests: it takes its time.
+  void koiCheck() const { self().koiMembers().check(); }
+
+ private:
+  Derived & self() { return static_cast< Derived & >( *this ); }
+  Derived const & self() const { return static_cast< Derived const & >( *this ); }
 };
 
-/// Where a key-ordered collection keeps its members.
-template< class K, class V >
-struct InKeyOrder {
-  using Store = std::map< K, V >;
-
-  static auto find( auto & store, K const & k ) { return store.find( k ); }
-  static void insert( Store & store, K const & k, V cell ) {
-    store.emplace( k, std::move( cell ) );
-  }
-  static K const & key( auto at ) { return at->first; }
-  static auto & cell( auto at ) { return at->second; }
-};
-
-/// What both collections can do.
-template< class K, class V, class Order >
-class Collection {
-  using Place = typename Order::Store::const_iterator;
+/// What a hashed and a key-ordered collection can do.
+template< class K, class V, template< class, class > class Index >
+class Collection : public Logged< Collection< K, V, Index > > {
+  using Store = Members< K, V, Index >;
 
  public:
   using Key = K;
   using Cell = V;
-  using Given = typename CellOf< V >::Given;
+  using Given = typename Store::Given;
 
   /// A walk over the members: `for( auto const & i : status->learnedHost() ) ... i.key() ...
   /// i.value()`.
-  class IteratorConst {
+  class IteratorConst : public WalkOf< IteratorConst, Store > {
    public:
-    using value_type = IteratorConst;
-    using difference_type = std::ptrdiff_t;
-
-    IteratorConst() = default;
-    explicit IteratorConst( Place at ) : at_( at ) {}
-    K const & key() const { return Order::key( at_ ); }
-    decltype( auto ) value() const { return CellOf< V >::given( Order::cell( at_ ) ); }
-    IteratorConst const & operator*() const { return *this; }
-    IteratorConst & operator++() {
-      ++at_;
-      return *this;
-    }
-    friend bool operator==( IteratorConst const &, IteratorConst const & ) = default;
-
-   private:
-    Place at_;
+    using WalkOf< IteratorConst, Store >::WalkOf;
+  };
+  /// The same, for a member that is to be removed.
+  class Iterator : public WalkOf< Iterator, Store > {
+   public:
+    using WalkOf< Iterator, Store >::WalkOf;
   };
 
-  std::size_t size() const { return store_.size(); }
-  bool empty() const { return store_.empty(); }
-  IteratorConst begin() const { return IteratorConst( store_.begin() ); }
-  IteratorConst end() const { return IteratorConst( store_.end() ); }
-  bool contains( K const & k ) const { return Order::find( store_, k ) != store_.end(); }
+  std::size_t size() const { return members_.numLive(); }
+  bool empty() const { return members_.numLive() == 0; }
+  IteratorConst begin() const { return { members_, members_.order().first() }; }
+  IteratorConst end() const { return {}; }
+  bool contains( K const & k ) const { return members_.find( k ) != noSlot; }
+
+  /// The member of that key; the end when there is none.
+  IteratorConst iteratorAt( K const & k ) const {
+    U32 const slot = members_.find( k );
+    return slot == noSlot ? end() : IteratorConst( members_, members_.order().cursorAt( slot ) );
+  }
 
   /// The member of that key; the default, or null, when there is none.
   Given value( K const & k ) const {
-    auto const at = Order::find( store_, k );
-    return at == store_.end() ? Given{} : CellOf< V >::given( Order::cell( at ) );
+    U32 const slot = members_.find( k );
+    return slot == noSlot ? Given{} : Given( CellOf< V >::given( members_.node( slot ).cell ) );
   }
 
-  /// Stores; false when the member was the same before. Raises RangeException for a key or a value
-  /// outside its type's range.
-  bool koiSet( K const & k, Given const & v ) {
-    auto const at = Order::find( store_, k );
-    if( at != store_.end() && same( Given( CellOf< V >::given( Order::cell( at ) ) ), v ) )
-      return false;
-    checkRange( k );
-    checkRange( v );
-    if( at != store_.end() )
-      Order::cell( at ) = V( v );
-    else
-      Order::insert( store_, k, V( v ) );
-    return true;
+  /// Stores; an equal value is no change. Raises RangeException for a key or a value outside its
+  /// type's range.
+  Change koiSet( K const & k, Given const & v, Stamp stamp ) { return members_.set( k, v, stamp ); }
+
+  /// Removes, and says what was there; false when there was no such member.
+  bool koiTake( K const & k, Given & old, Stamp stamp ) { return members_.take( k, old, stamp ); }
+
+  /// Removes all. Needs that no log is attached.
+  void koiClear() { members_.clear(); }
+
+  /// Whether the peer may not have the last change of that key, which somebody else made.
+  bool koiIsUnacked( Place const & place, K const & k ) const {
+    return members_.isUnacked( place, k );
   }
 
-  /// Removes; false when there was no such member.
-  bool koiTake( K const & k, Given & old ) {
-    auto const at = Order::find( store_, k );
-    if( at == store_.end() )
-      return false;
-    old = CellOf< V >::given( Order::cell( at ) );
-    store_.erase( at );
-    return true;
-  }
+  Store & koiMembers() { return members_; }
+  Store const & koiMembers() const { return members_; }
+  static K const & koiKey( K const & k ) { return k; }
 
  private:
-  typename Order::Store store_;
+  Store members_;
 };
 
 /// A hashed collection.
 template< class Tag, class K, class V >
-class HashMap : public Collection< K, V, InHashOrder< K, V > > {};
+class HashMap : public Collection< K, V, HashIndex > {};
 
 /// A key-ordered collection.
 template< class Tag, class K, class V >
-class RbTreeMap : public Collection< K, V, InKeyOrder< K, V > > {};
+class RbTreeMap : public Collection< K, V, OrderIndex > {};
 
 }  // namespace Koi

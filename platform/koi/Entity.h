@@ -207,7 +207,7 @@ class EntityOf : public Base {
   void koiIs( C & members, typename C::Key const & k, typename C::Given const & v,
               Callback< N, Argument< typename C::Key > > const & on ) {
     typename C::Key const key = k;  // k may stand in a member that an observer removes
-    if( members.koiSet( key, v ) )
+    if( members.koiSet( key, v, koiStamp() ) != Change::unchanged )
       this->koiTell( on, key );
   }
 
@@ -217,7 +217,7 @@ class EntityOf : public Base {
                             Callback< N, Argument< typename C::Key > > const & on ) {
     typename C::Key const key = k;  // k may stand in the member that goes
     typename C::Given old{};
-    if( members.koiTake( key, old ) )
+    if( members.koiTake( key, old, koiStamp() ) )
       this->koiTell( on, key );
     return old;
   }
@@ -237,7 +237,7 @@ class EntityOf : public Base {
   template< class Queue, class N >
   typename Queue::Key koiEnq( Queue & queue, typename Queue::Given const & v,
                               Callback< N, typename Queue::Key > const & on ) {
-    auto const index = queue.koiEnq( v );
+    auto const index = queue.koiEnq( v, koiStamp() );
     this->koiTell( on, index );
     return index;
   }
@@ -254,7 +254,7 @@ class EntityOf : public Base {
   typename C::Given koiChildIs( C & children, Callback< N, Argument< typename C::Key > > const & on,
                                 typename C::Key const & k, Args const &... args ) {
     typename C::Key const key = k;  // k may stand in a child that an observer removes
-    auto const [child, fresh] = childIs( children, this, key, args... );
+    auto const [child, fresh] = childIs( children, this, koiStamp(), key, args... );
     if( fresh )
       this->koiTell( on, key );
     return child;
@@ -279,6 +279,10 @@ class EntityOf : public Base {
     }
     return old;
   }
+
+ private:
+  /// The change that is about to be made.
+  Stamp koiStamp() const { return { this->koiChanges() + 1, 0 }; }
 };
 
 }  // namespace Koi

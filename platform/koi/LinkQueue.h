@@ -3,14 +3,14 @@
 //
 // Numbers run from the head to the tail and begin anew after the highest. The queue spans at most
 // all numbers there are; a member removed from the middle leaves a gap that still counts until the
-// head passes it.
+// head passes it. Inside, a member's key is its place, which counts on where numbers begin anew.
 //
-//   next_ - head_ <= the count of numbers; members_ has head_ and nothing outside [head_, next_).
+//   next_ - head_ <= the count of numbers; the live members' places are in [head_, next_), and one
+//   is at head_ when there is any. Tombstones may be anywhere below next_.
 #pragma once
 
 #include <algorithm>
 #include <limits>
-#include <map>
 
 #include <koi/Collections.h>
 
@@ -24,38 +24,42 @@ struct LinkQueueMetadata {
 };
 
 template< class Tag, class Index, class V >
-class LinkQueue {
-  using Store = std::map< U64, V >;
+class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
+  using Store = Members< U64, V, OrderIndex >;
 
  public:
   using Key = Index;
-  using Given = typename CellOf< V >::Given;
+  using Cell = V;
+  using Given = typename Store::Given;
 
   /// A walk from the head to the tail.
-  class IteratorConst {
+  template< class Self >
+  class Numbered : public WalkOf< Self, Store > {
    public:
-    using value_type = IteratorConst;
-    using difference_type = std::ptrdiff_t;
-
-    IteratorConst() = default;
-    explicit IteratorConst( typename Store::const_iterator at ) : at_( at ) {}
-    Index key() const { return static_cast< Index >( at_->first ); }
-    decltype( auto ) value() const { return CellOf< V >::given( at_->second ); }
-    IteratorConst const & operator*() const { return *this; }
-    IteratorConst & operator++() {
-      ++at_;
-      return *this;
-    }
-    friend bool operator==( IteratorConst const &, IteratorConst const & ) = default;
-
-   private:
-    typename Store::const_iterator at_;
+    using WalkOf< Self, Store >::WalkOf;
+    Index key() const { return static_cast< Index >( WalkOf< Self, Store >::key() ); }
+  };
+  class IteratorConst : public Numbered< IteratorConst > {
+   public:
+    using Numbered< IteratorConst >::Numbered;
+  };
+  /// The same, for a member that is to be removed.
+  class Iterator : public Numbered< Iterator > {
+   public:
+    using Numbered< Iterator >::Numbered;
   };
 
-  std::size_t size() const { return members_.size(); }
-  bool empty() const { return members_.empty(); }
-  IteratorConst begin() const { return IteratorConst( members_.begin() ); }
-  IteratorConst end() const { return IteratorConst( members_.end() ); }
+  std::size_t size() const { return members_.numLive(); }
+  bool empty() const { return members_.numLive() == 0; }
+  IteratorConst begin() const { return { members_, members_.order().first() }; }
+  IteratorConst end() const { return {}; }
+  bool contains( Index index ) const { return members_.find( placeOf( index ) ) != noSlot; }
+
+  /// The member of that number; the end when there is none.
+  IteratorConst iteratorAt( Index index ) const {
+    U32 const slot = members_.find( placeOf( index ) );
+    return slot == noSlot ? end() : IteratorConst( members_, members_.order().cursorAt( slot ) );
+  }
 
   /// Head and tail; they are the same number when the queue is empty, and when all numbers are
   /// taken.
@@ -65,49 +69,74 @@ class LinkQueue {
 
   /// The member of that number; the default when there is none.
   Given value( Index index ) const {
-    auto const at = members_.find( placeOf( index ) );
-    return at == members_.end() ? Given{} : Given( CellOf< V >::given( at->second ) );
+    U32 const slot = members_.find( placeOf( index ) );
+    return slot == noSlot ? Given{} : Given( CellOf< V >::given( members_.node( slot ).cell ) );
   }
 
   /// Appends; what comes back is its number. Raises RangeException "linkqueue index space full", or
   /// the text of a value outside its type's range.
-  Index koiEnq( Given const & v ) {
+  Index koiEnq( Given const & v, Stamp stamp ) {
     checkRange( v );
     if( next_ - head_ > std::numeric_limits< Index >::max() )
       throwRangeException( "linkqueue index space full" );
-    members_.emplace( next_, V( v ) );
-    return static_cast< Index >( next_++ );
+    U64 const place = next_;
+    members_.set( place, v, stamp );
+    next_ = place + 1;
+    return static_cast< Index >( place );
   }
 
-  /// Stores under that number; false when the member was the same before. A number outside the
-  /// queue makes it longer at the tail. Raises RangeException for a value outside its type's range.
-  bool koiSet( Index index, Given const & v ) {
+  /// Stores under that number; an equal value is no change. A number outside the queue makes it
+  /// longer at the tail. Raises RangeException for a value outside its type's range.
+  Change koiSet( Index index, Given const & v, Stamp stamp ) {
     U64 const place = placeOf( index );
-    auto const at = members_.find( place );
-    if( at != members_.end() && same( Given( CellOf< V >::given( at->second ) ), v ) )
+    Change const change = members_.set( place, v, stamp );
+    if( change == Change::created ) {
+      if( size() == 1 )
+        head_ = place;
+      next_ = std::max( next_, place + 1 );
+    }
+    return change;
+  }
+
+  /// Removes, and says what was there; false when there was no such member.
+  bool koiTake( Index index, Given & old, Stamp stamp ) {
+    if( !members_.take( placeOf( index ), old, stamp ) )
       return false;
-    checkRange( v );
-    members_.insert_or_assign( place, V( v ) );
-    head_ = members_.begin()->first;
-    next_ = std::max( next_, place + 1 );
+    headIs();
     return true;
   }
 
-  /// Removes; false when there was no such member.
-  bool koiTake( Index index, Given & old ) {
-    auto const at = members_.find( placeOf( index ) );
-    if( at == members_.end() )
-      return false;
-    old = CellOf< V >::given( at->second );
-    members_.erase( at );
-    head_ = members_.empty() ? next_ : members_.begin()->first;
-    return true;
+  /// Removes all. Needs that no log is attached.
+  void koiClear() {
+    members_.clear();
+    headIs();
   }
+
+  /// Whether the peer may not have the last change of that number, which somebody else made.
+  bool koiIsUnacked( Place const & place, Index index ) const {
+    constexpr U64 span = U64{ std::numeric_limits< Index >::max() } + 1;
+    // Tombstones of earlier members of that number have earlier places.
+    U32 const oldest = members_.order().firstDead( 0 );
+    U64 const least = oldest == noSlot ? head_ : members_.node( oldest ).key;
+    for( U64 at = placeOf( index );; at -= span ) {
+      if( members_.isUnacked( place, at ) )
+        return true;
+      if( at < least + span )
+        return false;
+    }
+  }
+
+  Store & koiMembers() { return members_; }
+  Store const & koiMembers() const { return members_; }
+  static Index koiKey( U64 place ) { return static_cast< Index >( place ); }
 
  private:
-  // Places count on where numbers begin anew.
   U64 placeOf( Index index ) const {
     return head_ + static_cast< Index >( index - metadata().head );
+  }
+  void headIs() {
+    auto const first = members_.order().first();
+    head_ = empty() ? next_ : members_.node( members_.order().slotAt( first ) ).key;
   }
 
   Store members_;

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -139,6 +140,28 @@ class Watched final : public WatchedBase {
   Observation< Observer, E > one_;
 };
 
+/// Where what is watched by key is kept: in the order of a hashed collection.
+template< class K, class V >
+struct InHashOrder {
+  struct Member {
+    K key;
+    V cell;
+  };
+  using Store = std::multimap< U32, Member >;
+
+  static auto find( auto & store, K const & k ) {
+    auto [at, end] = store.equal_range( bitReverse( hashOfKey( k ) ) );
+    while( at != end && !( at->second.key == k ) )
+      ++at;
+    return at == end ? store.end() : at;
+  }
+  static void insert( Store & store, K const & k, V cell ) {
+    store.emplace( bitReverse( hashOfKey( k ) ), Member{ k, std::move( cell ) } );
+  }
+  static K const & key( auto at ) { return at->second.key; }
+  static auto & cell( auto at ) { return at->second.cell; }
+};
+
 /// The watched members of a keyed collection, each with an inner observer of its own.
 template< class Observer, class K, class E >
 class WatchedEach final : public WatchedBase {
@@ -219,32 +242,36 @@ class ReactorOf : public Reactor {
     storeThenCheck( cell, v, most, refusal );
   }
   template< class C >
-  static void koiIs( C & members, typename C::Key const & k, typename C::Given const & v ) {
-    members.koiSet( k, v );
+  void koiIs( C & members, typename C::Key const & k, typename C::Given const & v ) {
+    members.koiSet( k, v, koiStamp() );
   }
   template< class C >
-  static typename C::Given koiDel( C & members, typename C::Key const & k ) {
+  typename C::Given koiDel( C & members, typename C::Key const & k ) {
     typename C::Given old{};
-    members.koiTake( k, old );
+    members.koiTake( k, old, koiStamp() );
     return old;
   }
   template< class C >
-  static void koiDelAll( C & members ) {
-    members = C();
+  void koiDelAll( C & members ) {
+    members.koiClear();
   }
   template< class C, class... Args >
-  static typename C::Given koiChildIs( C & children, typename C::Key const & k,
-                                       Args const &... args ) {
-    return childIs( children, nullptr, k, args... ).first;
+  typename C::Given koiChildIs( C & children, typename C::Key const & k, Args const &... args ) {
+    return childIs( children, nullptr, koiStamp(), k, args... ).first;
   }
   template< class Queue >
-  static typename Queue::Key koiEnq( Queue & queue, typename Queue::Given const & v ) {
-    return queue.koiEnq( v );
+  typename Queue::Key koiEnq( Queue & queue, typename Queue::Given const & v ) {
+    return queue.koiEnq( v, koiStamp() );
   }
   template< class Queue >
-  static typename Queue::Given koiDeq( Queue & queue ) {
+  typename Queue::Given koiDeq( Queue & queue ) {
     return koiDel( queue, queue.metadata().head );
   }
+
+ private:
+  Stamp koiStamp() { return { ++changes_, 0 }; }
+
+  U64 changes_ = 0;
 };
 
 /// A reactor that is built and listening.
