@@ -35,10 +35,17 @@ std::uint64_t allocationsOf( Pass const & pass ) {
   return numAllocations() - before;
 }
 
-void add( std::string const & name, std::size_t numItems, Pass const & pass ) {
+void add( std::string const & name, std::size_t numItems, Pass const & pass,
+          std::function< void() > const & after ) {
   benchmark::RegisterBenchmark( name.c_str(), [=]( benchmark::State & state ) {
-    for( auto _ : state )
+    for( auto _ : state ) {
       benchmark::DoNotOptimize( pass() );
+      if( after ) {
+        state.PauseTiming();
+        after();
+        state.ResumeTiming();
+      }
+    }
     state.SetItemsProcessed( state.iterations() * static_cast< std::int64_t >( numItems ) );
   } );
 }
@@ -112,7 +119,8 @@ class PairReporter final : public benchmark::BenchmarkReporter {
 
 }  // namespace
 
-void addPair( std::string const & name, std::size_t numItems, Heap heap, Pass ours, Pass plain ) {
+void addPair( std::string const & name, std::size_t numItems, Heap heap, Pass ours, Pass plain,
+              std::function< void() > after ) {
   if( ours() != plain() )
     broken( name, "ours and plain come to different results" );
   std::uint64_t const oursAllocations = allocationsOf( ours );
@@ -122,8 +130,8 @@ void addPair( std::string const & name, std::size_t numItems, Heap heap, Pass ou
     return static_cast< double >( allocations ) / static_cast< double >( numItems );
   };
   pairs.push_back( { name, each( oursAllocations ), each( allocationsOf( plain ) ) } );
-  add( name + "/ours", numItems, ours );
-  add( name + "/plain", numItems, plain );
+  add( name + "/ours", numItems, ours, after );
+  add( name + "/plain", numItems, plain, after );
 }
 
 int runPairs( int argc, char ** argv ) {

@@ -97,10 +97,7 @@ class Collection : public Logged< Collection< K, V, Index > > {
   }
 
   /// The member of that key; the default, or null, when there is none.
-  Given value( K const & k ) const {
-    U32 const slot = members_.find( k );
-    return slot == noSlot ? Given{} : Given( CellOf< V >::given( members_.node( slot ).cell ) );
-  }
+  Given value( K const & k ) const { return members_.given( members_.find( k ) ); }
 
   /// Stores; an equal value is no change. Raises RangeException for a key or a value outside its
   /// type's range.

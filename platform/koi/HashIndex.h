@@ -61,11 +61,15 @@ class HashIndex {
     U32 slot = buckets_[hash & mask_];
     while( slot != noSlot ) {
       Node const & node = nodes_[slot];
-      if( node.hash == hash && node.key == k )
-        break;
+      if( node.hash == hash ) {
+        if( node.key == k )
+          return slot;
+      } else if( lessReversed( hash, node.hash ) ) {
+        break;  // H2: it cannot follow
+      }
       slot = node.next;
     }
-    return slot;
+    return noSlot;
   }
 
   /// Makes room for one more of `count` members. Raises std::bad_alloc and changes nothing.
@@ -78,7 +82,7 @@ class HashIndex {
   void link( U32 slot ) {
     Node & node = nodes_[slot];
     U32 * at = &buckets_[node.hash & mask_];
-    while( *at != noSlot && !isBefore( node, nodes_[*at] ) )
+    while( *at != noSlot && !isBefore( slot, *at ) )
       at = &nodes_[*at].next;
     node.next = *at;
     *at = slot;
@@ -131,8 +135,9 @@ class HashIndex {
   Cursor behind( K const &, U32 hash, U64 created ) const {
     U32 const bucket = hash & mask_;
     U32 slot = buckets_[bucket];
-    while( slot != noSlot && ( lessReversed( nodes_[slot].hash, hash ) ||
-                               ( nodes_[slot].hash == hash && nodes_[slot].created <= created ) ) )
+    while( slot != noSlot &&
+           ( lessReversed( nodes_[slot].hash, hash ) ||
+             ( nodes_[slot].hash == hash && nodes_.trace( slot ).created <= created ) ) )
       slot = nodes_[slot].next;
     return liveFrom( slot, bucket );
   }
@@ -150,7 +155,7 @@ class HashIndex {
       for( U32 slot = buckets_[bucket]; slot != noSlot; slot = nodes_[slot].next, ++count ) {
         Node const & node = nodes_[slot];
         KOI_ASSERT( node.isTaken() && ( node.hash & mask_ ) == bucket );
-        KOI_ASSERT( node.next == noSlot || isBefore( node, nodes_[node.next] ) );
+        KOI_ASSERT( node.next == noSlot || isBefore( slot, node.next ) );
       }
     KOI_ASSERT( count == nodes_.numTaken() );
   }
@@ -161,8 +166,10 @@ class HashIndex {
 
   bool isEmpty() const { return mask_ == 0; }
 
-  static bool isBefore( Node const & a, Node const & b ) {
-    return a.hash == b.hash ? a.created < b.created : lessReversed( a.hash, b.hash );
+  bool isBefore( U32 a, U32 b ) const {
+    U32 const hashA = nodes_[a].hash, hashB = nodes_[b].hash;
+    return hashA == hashB ? nodes_.trace( a ).created < nodes_.trace( b ).created
+                          : lessReversed( hashA, hashB );
   }
 
   U32 liveFrom( U32 slot, U32 bucket ) const {

@@ -68,10 +68,7 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
   }
 
   /// The member of that number; the default when there is none.
-  Given value( Index index ) const {
-    U32 const slot = members_.find( placeOf( index ) );
-    return slot == noSlot ? Given{} : Given( CellOf< V >::given( members_.node( slot ).cell ) );
-  }
+  Given value( Index index ) const { return members_.given( members_.find( placeOf( index ) ) ); }
 
   /// Appends; what comes back is its number. Raises RangeException "linkqueue index space full", or
   /// the text of a value outside its type's range.

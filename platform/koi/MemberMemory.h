@@ -7,11 +7,24 @@
 
 namespace Koi {
 
+constexpr std::size_t cacheLine = 64;
+
+/// Whether memory of that size begins with a cache line: a member of 64 bytes is then in one.
+constexpr bool isAligned( std::size_t size ) { return size >= 16 * cacheLine; }
+
 /// Memory for anything that needs no more than the usual alignment. Raises std::bad_alloc.
-inline void * memberAlloc( std::size_t size ) { return ::operator new( size ); }
+inline void * memberAlloc( std::size_t size ) {
+  return isAligned( size ) ? ::operator new( size, std::align_val_t( cacheLine ) )
+                           : ::operator new( size );
+}
 
 /// Gives back what memberAlloc( size ) gave.
-inline void memberFree( void * memory, std::size_t size ) { ::operator delete( memory, size ); }
+inline void memberFree( void * memory, std::size_t size ) {
+  if( isAligned( size ) )
+    ::operator delete( memory, size, std::align_val_t( cacheLine ) );
+  else
+    ::operator delete( memory, size );
+}
 
 /// The same for a container of the standard library.
 template< class T >

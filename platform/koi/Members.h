@@ -38,11 +38,19 @@ class Members {
   U64 version() const { return version_; }
   Order const & order() const { return index_; }
   Node const & node( U32 slot ) const { return nodes_[slot]; }
+  U64 created( U32 slot ) const { return nodes_.trace( slot ).created; }
 
   /// The slot of a live member, or noSlot.
   U32 find( K const & k ) const {
     U32 const slot = index_.find( k, Order::hash( k ) );
     return slot != noSlot && nodes_[slot].is( Node::live ) ? slot : noSlot;
+  }
+
+  /// What a live member gives; the default, or null, for noSlot.
+  decltype( auto ) given( U32 slot ) const {
+    using Result = decltype( CellOf< V >::given( nodes_[slot].cell ) );
+    return slot == noSlot ? static_cast< Result >( none() )
+                          : CellOf< V >::given( nodes_[slot].cell );
   }
 
   /// Stores. Raises RangeException for a key or a value outside its type's range.
@@ -72,6 +80,11 @@ class Members {
   void check() const;
 
  private:
+  static Given const & none() {
+    static Given const none{};
+    return none;
+  }
+
   // Whom the last change came from, and whether somebody else may have the member too.
   static void originIs( Node & node, U16 origin ) {
     if( node.origin != origin )
@@ -83,7 +96,7 @@ class Members {
     if( pending_ )
       pending_->touch( slot, stamp.change );
     else
-      nodes_[slot].changed = stamp.change;
+      nodes_.trace( slot ).changed = stamp.change;
   }
   void revive( U32 slot, V & cell, Stamp stamp );
   void insert( K && k, U32 hash, V && cell, Stamp stamp );
@@ -131,9 +144,8 @@ void Members< K, V, Index >::insert( K && k, U32 hash, V && cell, Stamp stamp ) 
   std::construct_at( &node.key, std::move( k ) );
   std::construct_at( &node.cell, std::move( cell ) );
   node.hash = hash;
-  node.created = node.changed = stamp.change;
+  nodes_.trace( slot ) = { stamp.change, stamp.change, noSlot, noSlot };
   node.origin = stamp.origin;
-  node.before = node.after = noSlot;
   node.flags = Node::live;
   try {
     index_.link( slot );
@@ -152,7 +164,7 @@ template< class K, class V, template< class, class > class Index >
 void Members< K, V, Index >::revive( U32 slot, V & cell, Stamp stamp ) {
   index_.relink( slot, [&]( Node & node ) {
     std::swap( node.cell, cell );
-    node.created = stamp.change;
+    nodes_.trace( slot ).created = stamp.change;
     node.flagIs( Node::dead, false );
     node.flagIs( Node::live, true );
     node.flagIs( Node::revived, true );
@@ -170,7 +182,7 @@ bool Members< K, V, Index >::take( K const & k, Given & old, Stamp stamp ) {
   V cell( std::move( nodes_[slot].cell ) );
   --numLive_;
   ++version_;
-  if( pending_ && pending_->isKnown( nodes_[slot], stamp.origin ) ) {
+  if( pending_ && pending_->isKnown( slot, stamp.origin ) ) {
     index_.relink( slot, []( Node & node ) {
       std::destroy_at( &node.cell );
       std::construct_at( &node.cell );
@@ -278,13 +290,14 @@ template< class K, class V, template< class, class > class Index >
 template< class Tell >
 bool Members< K, V, Index >::tellPending( Place & place, U64 now, Tell tell ) {
   KOI_ASSERT( place.started && !place.whole );
-  for( U32 slot = pending_->firstUnsent( place ); slot != noSlot; slot = nodes_[slot].after ) {
+  for( U32 slot = pending_->firstUnsent( place ); slot != noSlot;
+       slot = nodes_.trace( slot ).after ) {
     Node const & node = nodes_[slot];
     place.hint = slot;
     if( node.origin != place.origin ) {
       // It may have moved in the list since it was revived; what was told at the last flush is
       // sure.
-      bool const isAnew = node.is( Node::revived ) && node.created > place.flushed;
+      bool const isAnew = node.is( Node::revived ) && nodes_.trace( slot ).created > place.flushed;
       bool room = false;
       if( node.is( Node::dead ) ) {
         room = tell( node.key, static_cast< Given const * >( nullptr ), MemberState::absent );
@@ -295,7 +308,7 @@ bool Members< K, V, Index >::tellPending( Place & place, U64 now, Tell tell ) {
       if( !room )
         return false;
     }
-    place.sent = node.changed;
+    place.sent = nodes_.trace( slot ).changed;
     place.told = std::max( place.told, place.sent );
   }
   place.hint = noSlot;
@@ -329,7 +342,7 @@ void Members< K, V, Index >::unsend( Place & place ) {
 template< class K, class V, template< class, class > class Index >
 bool Members< K, V, Index >::isUnacked( Place const & place, K const & k ) const {
   U32 const slot = place.started ? index_.find( k, Order::hash( k ) ) : noSlot;
-  return slot != noSlot && nodes_[slot].changed > place.acked &&
+  return slot != noSlot && nodes_.trace( slot ).changed > place.acked &&
          nodes_[slot].origin != place.origin;
 }
 
@@ -337,7 +350,7 @@ template< class K, class V, template< class, class > class Index >
 void Members< K, V, Index >::trim() {
   U64 const past = pending_->pastLeast();
   bool freed = false;
-  for( U32 slot = pending_->head(); slot != noSlot && nodes_[slot].changed <= past;
+  for( U32 slot = pending_->head(); slot != noSlot && nodes_.trace( slot ).changed <= past;
        slot = pending_->head() ) {
     pending_->remove( slot );
     nodes_[slot].flagIs( Node::revived, false );

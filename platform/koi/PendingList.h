@@ -31,13 +31,14 @@ class PendingList {
 
   /// The member changed. Where no log has sent the last change yet, its place is good for this one.
   void touch( U32 slot, U64 change ) {
-    Node & node = nodes_[slot];
+    Node const & node = nodes_[slot];
+    Trace & trace = nodes_.trace( slot );
     if( !isStarted() ) {
-      node.changed = change;
+      trace.changed = change;
       return;
     }
     if( node.is( Node::listed ) ) {
-      if( node.changed > sentMost() )
+      if( trace.changed > sentMost() )
         return;
       remove( slot );
     }
@@ -52,24 +53,25 @@ class PendingList {
   }
 
   void remove( U32 slot ) {
-    Node & node = nodes_[slot];
+    Trace & trace = nodes_.trace( slot );
     for( Place * place : places_ )
       if( place->hint == slot )
-        place->hint = node.after;
-    ( node.before == noSlot ? head_ : nodes_[node.before].after ) = node.after;
-    ( node.after == noSlot ? tail_ : nodes_[node.after].before ) = node.before;
-    node.before = node.after = noSlot;
-    node.flagIs( Node::listed, false );
+        place->hint = trace.after;
+    ( trace.before == noSlot ? head_ : nodes_.trace( trace.before ).after ) = trace.after;
+    ( trace.after == noSlot ? tail_ : nodes_.trace( trace.after ).before ) = trace.before;
+    trace.before = trace.after = noSlot;
+    nodes_[slot].flagIs( Node::listed, false );
   }
 
   /// Whether a peer may have that live member, so that it is to hear when it goes.
-  bool isKnown( Node const & node, U16 remover ) const {
+  bool isKnown( U32 slot, U16 remover ) const {
+    Node const & node = nodes_[slot];
     return std::ranges::any_of( places_, [&]( Place const * p ) {
       // The peer may have made it, or changed it, without having been told.
       bool const its =
           p->origin != remover && ( node.origin == p->origin || node.is( Node::shared ) );
-      return p->started &&
-             ( p->whole || its || node.is( Node::revived ) || node.created <= p->told );
+      return p->started && ( p->whole || its || node.is( Node::revived ) ||
+                             nodes_.trace( slot ).created <= p->told );
     } );
   }
 
@@ -78,7 +80,8 @@ class PendingList {
     if( place.hint != noSlot )
       return place.hint;
     U32 slot = noSlot;
-    for( U32 at = tail_; at != noSlot && nodes_[at].changed > place.sent; at = nodes_[at].before )
+    for( U32 at = tail_; at != noSlot && nodes_.trace( at ).changed > place.sent;
+         at = nodes_.trace( at ).before )
       slot = at;
     return slot;
   }
@@ -95,8 +98,8 @@ class PendingList {
   /// The slab is compacted; the slots below `count` are taken.
   void renumber( U32 count ) {
     for( U32 slot = 0; slot < count; ++slot ) {
-      nodes_[slot].before = nodes_.forward( nodes_[slot].before );
-      nodes_[slot].after = nodes_.forward( nodes_[slot].after );
+      nodes_.trace( slot ).before = nodes_.forward( nodes_.trace( slot ).before );
+      nodes_.trace( slot ).after = nodes_.forward( nodes_.trace( slot ).after );
     }
     head_ = nodes_.forward( head_ );
     tail_ = nodes_.forward( tail_ );
@@ -107,9 +110,11 @@ class PendingList {
   /// Asserts L1 and the links; returns how many are listed.
   U32 check() const {
     U32 count = 0, before = noSlot;
-    for( U32 slot = head_; slot != noSlot; before = slot, slot = nodes_[slot].after, ++count ) {
-      KOI_ASSERT( nodes_[slot].is( Node::listed ) && nodes_[slot].before == before );
-      KOI_ASSERT( before == noSlot || nodes_[before].changed < nodes_[slot].changed );
+    for( U32 slot = head_; slot != noSlot;
+         before = slot, slot = nodes_.trace( slot ).after, ++count ) {
+      KOI_ASSERT( nodes_[slot].is( Node::listed ) && nodes_.trace( slot ).before == before );
+      KOI_ASSERT( before == noSlot ||
+                  nodes_.trace( before ).changed < nodes_.trace( slot ).changed );
     }
     KOI_ASSERT( tail_ == before );
     return count;
@@ -125,13 +130,10 @@ class PendingList {
   }
 
   void append( U32 slot, U64 change ) {
-    Node & node = nodes_[slot];
-    node.changed = change;
-    node.before = tail_;
-    node.after = noSlot;
-    ( tail_ == noSlot ? head_ : nodes_[tail_].after ) = slot;
+    nodes_.trace( slot ) = { change, nodes_.trace( slot ).created, tail_, noSlot };
+    ( tail_ == noSlot ? head_ : nodes_.trace( tail_ ).after ) = slot;
     tail_ = slot;
-    node.flagIs( Node::listed, true );
+    nodes_[slot].flagIs( Node::listed, true );
   }
 
   Nodes & nodes_;

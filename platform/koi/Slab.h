@@ -21,8 +21,7 @@ namespace Koi {
 /// No slot.
 constexpr U32 noSlot = ~U32{ 0 };
 
-/// One member of a collection and what is known of it. The first line of it is what a look-up
-/// needs.
+/// One member of a collection, with what a look-up needs of it.
 template< class K, class V >
 struct Member {
   using Key = K;
@@ -57,9 +56,13 @@ struct Member {
   union {
     V cell;
   };
-  U64 changed = 0;  // its place in the list, when listed
+};
+
+/// What else is known of a member; it lies apart, so that look-ups meet less memory.
+struct Trace {
+  U64 changed = 0;  ///< its place in the list, when listed
   U64 created = 0;
-  U32 before = noSlot, after = noSlot;  // in the list
+  U32 before = noSlot, after = noSlot;  ///< in the list
 };
 
 template< class Node >
@@ -72,6 +75,8 @@ class Slab {
 
   Node & operator[]( U32 slot ) { return chunks_[slot / chunkSize][slot % chunkSize]; }
   Node const & operator[]( U32 slot ) const { return chunks_[slot / chunkSize][slot % chunkSize]; }
+  Trace & trace( U32 slot ) { return traces( slot )[slot % chunkSize]; }
+  Trace const & trace( U32 slot ) const { return traces( slot )[slot % chunkSize]; }
   /// A node that is there soon, for the processor's sake.
   void prefetch( U32 slot ) const { __builtin_prefetch( &( *this )[slot] ); }
 
@@ -90,6 +95,7 @@ class Slab {
         grow();
       slot = end_++;
       std::construct_at( &( *this )[slot] );
+      std::construct_at( &trace( slot ) );
     }
     ++numTaken_;
     return slot;
@@ -114,6 +120,7 @@ class Slab {
       while( !( *this )[--high].isTaken() ) {
       }
       moveNode( ( *this )[low], ( *this )[high] );
+      trace( low ) = trace( high );
       ( *this )[high].flags = Node::moved;
       ( *this )[high].next = low;
     }
@@ -126,7 +133,7 @@ class Slab {
     free_ = noSlot;
     end_ = numTaken_;
     while( numChunks_ > 1 && ( numChunks_ - 1 ) * chunkSize >= end_ )
-      memberFree( chunks_[--numChunks_], chunkSize * sizeof( Node ) );
+      memberFree( chunks_[--numChunks_], chunkSize * memberSize );
     if( numChunks_ == 1 )
       resizeFirst( std::max( std::bit_ceil( end_ ), chunkLeast ) );
     resizeTable( std::bit_ceil( numChunks_ ) );
@@ -140,23 +147,29 @@ class Slab {
         std::destroy_at( &node.cell );
       }
     while( numChunks_ > 1 )
-      memberFree( chunks_[--numChunks_], chunkSize * sizeof( Node ) );
+      memberFree( chunks_[--numChunks_], chunkSize * memberSize );
     resizeTable( 1 );
     if( first_ )
-      memberFree( first_, firstSize_ * sizeof( Node ) );
+      memberFree( first_, firstSize_ * memberSize );
     first_ = nullptr;
     numChunks_ = firstSize_ = end_ = numTaken_ = 0;
     free_ = noSlot;
   }
 
   std::size_t bytes() const {
-    return std::size_t{ capacity() } * sizeof( Node ) +
-           ( tableSize_ > 1 ? tableSize_ * sizeof( Node * ) : 0 );
+    return capacity() * memberSize + ( tableSize_ > 1 ? tableSize_ * sizeof( Node * ) : 0 );
   }
 
  private:
   static constexpr U32 chunkSize = 256;
   static constexpr U32 chunkLeast = 4;
+  static constexpr std::size_t memberSize = sizeof( Node ) + sizeof( Trace );
+  static_assert( chunkLeast * sizeof( Node ) % alignof( Trace ) == 0 );
+
+  // A chunk's traces follow its nodes.
+  Trace * traces( U32 slot ) const {
+    return reinterpret_cast< Trace * >( chunks_[slot / chunkSize] + firstSize_ );
+  }
 
   U32 capacity() const { return numChunks_ > 1 ? numChunks_ * chunkSize : firstSize_; }
 
@@ -170,10 +183,6 @@ class Slab {
     to.hash = from.hash;
     to.origin = from.origin;
     to.flags = from.flags;
-    to.changed = from.changed;
-    to.created = from.created;
-    to.before = from.before;
-    to.after = from.after;
   }
 
   void grow() {
@@ -183,23 +192,24 @@ class Slab {
     }
     if( numChunks_ == tableSize_ )
       resizeTable( tableSize_ * 2 );
-    chunks_[numChunks_] = static_cast< Node * >( memberAlloc( chunkSize * sizeof( Node ) ) );
+    chunks_[numChunks_] = static_cast< Node * >( memberAlloc( chunkSize * memberSize ) );
     ++numChunks_;
   }
 
   void resizeFirst( U32 size ) {
     if( size == firstSize_ )
       return;
-    auto * const fresh = static_cast< Node * >( memberAlloc( size * sizeof( Node ) ) );
+    auto * const fresh = static_cast< Node * >( memberAlloc( size * memberSize ) );
     for( U32 slot = 0; slot < end_; ++slot ) {
       std::construct_at( fresh + slot );
+      std::construct_at( reinterpret_cast< Trace * >( fresh + size ) + slot, trace( slot ) );
       if( first_[slot].isTaken() )
         moveNode( fresh[slot], first_[slot] );
       else
         fresh[slot].next = first_[slot].next;
     }
     if( first_ )
-      memberFree( first_, firstSize_ * sizeof( Node ) );
+      memberFree( first_, firstSize_ * memberSize );
     first_ = fresh;
     chunks_[0] = fresh;
     firstSize_ = size;

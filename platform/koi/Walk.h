@@ -33,12 +33,7 @@ class Walk {
 
   /// The member's value now; the default, or null, when it went. What refers to it is good until
   /// the collection changes.
-  decltype( auto ) value() const {
-    using Cell = CellOf< typename Node::Cell >;
-    U32 const slot = slotNow();
-    return slot == noSlot ? decltype( Cell::given( node( slot ).cell ) )( gone() )
-                          : Cell::given( node( slot ).cell );
-  }
+  decltype( auto ) value() const { return members_->given( slotNow() ); }
 
   void advance() {
     auto const & order = members_->order();
@@ -54,16 +49,11 @@ class Walk {
  private:
   Node const & node( U32 slot ) const { return members_->node( slot ); }
 
-  static Given const & gone() {
-    static Given const none{};
-    return none;
-  }
-
   U32 slotNow() const {
     if( version_ == members_->version() )
       return members_->order().slotAt( at_ );
     U32 const slot = members_->find( key_ );
-    if( slot != noSlot && node( slot ).created == created_ ) {  // still the same one
+    if( slot != noSlot && members_->created( slot ) == created_ ) {  // still the same one
       at_ = members_->order().cursorAt( slot );
       version_ = members_->version();
     }
@@ -75,12 +65,13 @@ class Walk {
       members_ = nullptr;
       return;
     }
-    Node const & there = node( members_->order().slotAt( at ) );
+    U32 const slot = members_->order().slotAt( at );
+    Node const & there = node( slot );
     at_ = at;
     version_ = members_->version();
     key_ = there.key;
     hash_ = there.hash;
-    created_ = there.created;
+    created_ = members_->created( slot );
   }
 
   Of const * members_ = nullptr;
