@@ -1,6 +1,7 @@
 // Members.h: the members of a keyed collection, and what is to be told of them to attribute logs.
 // What Index is, HashIndex or OrderIndex, decides how they are found and in which order they are
-// walked. Used on the entity's thread, by the collections.
+// walked. Used on the entity's thread, by the collections. Its lines are over 300 because the
+// bodies of the one template stand below its declaration.
 //
 // It tells nobody anything. Without an attached log nothing is tracked: what is removed is freed.
 // With one, a removed member leaves a tombstone where a peer may have it; tombstones are invisible
