@@ -21,9 +21,9 @@ inline void * memberAlloc( std::size_t size ) {
 /// Gives back what memberAlloc( size ) gave.
 inline void memberFree( void * memory, std::size_t size ) {
   if( isAligned( size ) )
-    ::operator delete( memory, size, std::align_val_t( cacheLine ) );
+    ::operator delete( memory, std::align_val_t( cacheLine ) );
   else
-    ::operator delete( memory, size );
+    ::operator delete( memory );
 }
 
 /// The same for a container of the standard library.

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -53,7 +54,7 @@ class Random {
 /// Each of a few seeds, which a failure names; the last one is new in every run.
 void forSeeds( std::function< void( Random & ) > const & run ) {
   for( unsigned seed : { 1u, 2u, 3u, 4u, std::random_device()() } ) {
-    SCOPED_TRACE( "seed " + std::to_string( seed ) );
+    SCOPED_TRACE( testing::Message() << "seed " << seed );
     Random random( seed );
     run( random );
     if( testing::Test::HasFatalFailure() )
