@@ -19,7 +19,7 @@ using TestSupport::PcapFile;
 using TestSupport::SavedFile;
 
 struct Outcome {
-  int status;
+  int status = -1;
   std::string out, err;
 };
 
@@ -163,10 +163,15 @@ TEST( Program, aReaderThatLeavesIsNoFaultButAFullDiskIs ) {
 
 TEST( Program, anInterruptEndsTheReadingWithTheTableSoFar ) {
   SavedFile const capture( twoFrames() );
-  // The pipe stays open behind the frames: the program waits for more when the interrupt comes.
-  Outcome const run =
-      shell( "( cat " + capture.path() +
-             "; exec sleep 2 ) | timeout --preserve-status -s INT 1 $learn --capture eth1=-" );
+  // The pipe stays open behind the frames: the program waits for more when the interrupt comes. A
+  // busy machine may not have started it by then, so the time it gets grows.
+  Outcome run;
+  for( int seconds = 1; seconds <= 16 && run.out.find( "Hosts: 2" ) == std::string::npos;
+       seconds *= 2 ) {
+    std::string const wait = std::to_string( seconds );
+    run = shell( "( cat " + capture.path() + "; exec sleep " + wait +
+                 ".5 ) | timeout --preserve-status -s INT " + wait + " $learn --capture eth1=-" );
+  }
   EXPECT_EQ( run.status, 130 );
   EXPECT_EQ( run.err, "" );
   EXPECT_NE( run.out.find( "Hosts: 2" ), std::string::npos ) << run.out;
