@@ -94,7 +94,7 @@ class KOI_PUBLIC FdbStatus : public Koi::EntityOf< FdbStatus > {
   }
   void learnedHostDelAll() { koiDelAll( learnedHost_, NotifieeConst::koiOnLearnedHost ); }
   void learnedHostNotify( Wirex::EthAddr const & k ) {
-    koiTell( NotifieeConst::koiOnLearnedHost, k );
+    koiNotify( NotifieeConst::koiOnLearnedHost, k );
   }
 
   /// Override what you watch; every callback starts out doing nothing.
@@ -119,7 +119,8 @@ class KOI_PUBLIC FdbStatus : public Koi::EntityOf< FdbStatus > {
   static constexpr auto koiAttributes() {
     return std::tuple{
       Koi::attribute( "fid", &FdbStatus::_fid ),
-      Koi::attribute( "learnedHost", &FdbStatus::learnedHost_ )
+      Koi::attribute( "learnedHost", &FdbStatus::learnedHost_, &FdbStatus::learnedHostIs,
+                      &FdbStatus::learnedHostDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;

@@ -45,7 +45,7 @@ class KOI_PUBLIC LumoHitlessState : public Koi::EntityOf< LumoHitlessState > {
   }
   void subIntfWaitQDelAll() { koiDelAll( subIntfWaitQ_, NotifieeConst::koiOnSubIntfWaitQ ); }
   void subIntfWaitQNotify( Wirex::IntfId const & k ) {
-    koiTell( NotifieeConst::koiOnSubIntfWaitQ, k );
+    koiNotify( NotifieeConst::koiOnSubIntfWaitQ, k );
   }
 
   /// Override what you watch; every callback starts out doing nothing.
@@ -90,10 +90,14 @@ class KOI_PUBLIC LumoHitlessState : public Koi::EntityOf< LumoHitlessState > {
   }
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "lumoStatusUpdate", &LumoHitlessState::lumoStatusUpdate_ ),
-      Koi::attribute( "lumoSubIntfUp", &LumoHitlessState::lumoSubIntfUp_ ),
-      Koi::attribute( "lumoDownLinksUpdate", &LumoHitlessState::lumoDownLinksUpdate_ ),
-      Koi::attribute( "subIntfWaitQ", &LumoHitlessState::subIntfWaitQ_ )
+      Koi::attribute( "lumoStatusUpdate", &LumoHitlessState::lumoStatusUpdate_,
+                      &LumoHitlessState::lumoStatusUpdateIs ),
+      Koi::attribute( "lumoSubIntfUp", &LumoHitlessState::lumoSubIntfUp_,
+                      &LumoHitlessState::lumoSubIntfUpIs ),
+      Koi::attribute( "lumoDownLinksUpdate", &LumoHitlessState::lumoDownLinksUpdate_,
+                      &LumoHitlessState::lumoDownLinksUpdateIs ),
+      Koi::attribute( "subIntfWaitQ", &LumoHitlessState::subIntfWaitQ_,
+                      &LumoHitlessState::subIntfWaitQIs, &LumoHitlessState::subIntfWaitQDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 4;

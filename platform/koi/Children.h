@@ -51,32 +51,15 @@ void refuseOtherArguments( Child const & child, Args const &... args ) {
               Child::koiParameters() );
 }
 
-/// The child of that key, and whether it was built for this, which is the change of that stamp.
-/// Raises NameInUseException as above, and RangeException for a key outside its type's range.
+/// A child of that key, of which there is none, made by the change of that stamp. Raises
+/// RangeException for a key outside its type's range.
 template< class C, class... Args >
-std::pair< typename C::Given, bool > childIs( C & children, Entity * parent, Stamp stamp,
-                                              typename C::Key const & k, Args const &... args ) {
-  if( typename C::Given there = children.value( k ) ) {
-    refuseOtherArguments( *there, k, args... );
-    return { there, false };
-  }
+typename C::Given newChild( C & children, Stamp stamp, typename C::Key const & k,
+                            Args const &... args ) {
   checkRange( k );
   typename C::Given const fresh( new typename CellOf< typename C::Cell >::Child( k, args... ) );
   children.koiSet( k, fresh, stamp );
-  fresh->koiParentIs( parent );
-  return { fresh, true };
-}
-
-/// The same for the only child of an attribute; `child` holds it afterwards.
-template< class Child, class... Args >
-bool childIs( Owned< Child > & child, Entity * parent, Args const &... args ) {
-  if( child.ptr() ) {
-    refuseOtherArguments( *child.ptr(), args... );
-    return false;
-  }
-  child = Owned< Child >( Ptr< Child >( new Child( args... ) ) );
-  child.ptr()->koiParentIs( parent );
-  return true;
+  return fresh;
 }
 
 }  // namespace Koi

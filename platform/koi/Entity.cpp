@@ -1,7 +1,14 @@
 #include <koi/Entity.h>
 
+#include <koi/AttributeAccess.h>
+#include <koi/EntityLogs.h>
+#include <koi/EntityPath.h>
+#include <koi/KoiNboAttrLogSa.h>
+#include <koi/Mirror.h>
+
 namespace Koi {
 
+Entity::Entity( Name name ) : name_( std::move( name ) ) {}
 Entity::~Entity() { retire(); }
 
 void Entity::handleZeroRef() const {
@@ -37,6 +44,7 @@ void Entity::retire() const {
   if( life_ )
     life_->entity = nullptr;
   observers_.reset();
+  logs_.reset();
 }
 
 Observers & Entity::observers() const {
@@ -52,17 +60,65 @@ Ptr< EntityLife > Entity::koiLife() const {
 }
 
 String8 Entity::fullName() const {
-  std::string text;
-  for( char const byte : name_.view() )
-    if( byte == '/' )
-      text += "%2F";
-    else if( byte == '%' )
-      text += "%25";
-    else
-      text += byte;
-  if( !parent_ )
-    return String8( text );
-  return String8( std::string( parent_->fullName() ) + "/" + text );
+  std::string const own = escapedName( name_.view() );
+  return parent_ ? String8( std::string( parent_->fullName() ) + "/" + own ) : String8( own );
+}
+
+// ---- owners and logs
+
+void Entity::koiParentIs( Entity * parent, unsigned attribute ) {
+  parent_ = parent;
+  parentAttribute_ = attribute;
+  if( parent ) {
+    incarnation_ = parent->changes_;  // which has grown for this child
+    Mirror::appeared();
+  } else {
+    leaveLogs();
+  }
+}
+
+void Entity::leaveLogs() {
+  if( !logs_ )
+    return;
+  logs_->entityLeaves();
+  logs_.reset();
+  for( KoiAttribute const & attribute : koiType()->fields )
+    if( attribute.access->hasChildren() )
+      attribute.access->eachChild( *this, []( Entity & child ) { child.leaveLogs(); } );
+}
+
+KoiNboAttrLogSa & Entity::koiNboAttrLogSaIs( Mirror & out, bool whole ) {
+  if( auto * const there = koiNboAttrLogSa( out ) )
+    return *there;
+  if( !logs_ )
+    logs_ = std::make_unique< EntityLogs >();
+  auto const mode = whole ? KoiNboAttrLogSa::fullResync : KoiNboAttrLogSa::incremental;
+  auto adapter = std::make_unique< KoiNboAttrLogSa >( out, *this, mode );
+  auto & made = *adapter;
+  logs_->add( std::move( adapter ) );
+  return made;
+}
+
+void Entity::koiNboAttrLogSaDel( Mirror & out ) {
+  if( !koiNboAttrLogSa( out ) )
+    return;
+  logs_->remove( out );
+  for( KoiAttribute const & attribute : koiType()->fields )
+    if( attribute.access->hasChildren() )
+      attribute.access->eachChild( *this,
+                                   [&]( Entity & child ) { child.koiNboAttrLogSaDel( out ); } );
+}
+
+KoiNboAttrLogSa * Entity::koiNboAttrLogSa( Mirror const & out ) const {
+  return logs_ ? logs_->adapter( out ) : nullptr;
+}
+
+bool Entity::logsRefuse() const { return logs_->isRefusing(); }
+U16 Entity::takeOrigin() { return logs_->takeOrigin(); }
+void Entity::mark( unsigned attribute, U16 origin ) { logs_->mark( attribute, origin ); }
+
+void Entity::koiRefuse() const {
+  throw ReadOnlyException( "write-update from readonly proxy: " + std::string( fullName() ) );
 }
 
 }  // namespace Koi

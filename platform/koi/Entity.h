@@ -11,6 +11,7 @@
 #include <type_traits>
 #include <vector>
 
+#include <koi/AttributeTable.h>
 #include <koi/Children.h>
 #include <koi/KoiType.h>
 #include <koi/LinkQueue.h>
@@ -20,6 +21,10 @@
 #include <koi/WeakPtr.h>
 
 namespace Koi {
+
+class EntityLogs;
+class KoiNboAttrLogSa;
+class Mirror;
 
 /// The base of everything in the model that has identity.
 class KOI_PUBLIC Entity : public PtrInterface {
@@ -40,11 +45,27 @@ class KOI_PUBLIC Entity : public PtrInterface {
   /// The type node of the entity's own type.
   virtual KoiType const * koiType() const = 0;
 
-  /// How many changes there were so far, observed or not.
+  /// A number that grows with every change, observed or not.
   U64 koiChanges() const { return changes_; }
 
-  /// For the collection or child that owns this entity.
-  void koiParentIs( Entity * parent ) { parent_ = parent; }
+  /// For the attribute that owns this entity: its owner, null when it owns it no longer, and its
+  /// place in the owner's attribute table. An entity that leaves its owner leaves all logs.
+  void koiParentIs( Entity * parent, unsigned attribute = 0 );
+  /// The place, in the parent's attribute table, of the attribute that owns this entity.
+  unsigned koiParentAttribute() const { return parentAttribute_; }
+  /// Tells this child from those that its parent had before under the same key: deleted and created
+  /// again is another one.
+  U64 koiIncarnation() const { return incarnation_; }
+
+  /// Attaches the entity to that log; it may be attached already. The peer is told all of it, or,
+  /// where it has that, what changes. A log does this itself with what it mirrors.
+  KoiNboAttrLogSa & koiNboAttrLogSaIs( Mirror & out, bool whole = true );
+  /// Detaches the entity, and what it owns, from that log.
+  void koiNboAttrLogSaDel( Mirror & out );
+  /// The adapter of that log; null when the entity is not attached.
+  KoiNboAttrLogSa * koiNboAttrLogSa( Mirror const & out ) const;
+  /// For adapters.
+  EntityLogs * koiLogs() const { return logs_.get(); }
 
   /// What weak pointers ask whether this entity is still there.
   Ptr< EntityLife > koiLife() const;
@@ -53,13 +74,34 @@ class KOI_PUBLIC Entity : public PtrInterface {
   static constexpr unsigned koiEnd = 0;
 
  protected:
-  explicit Entity( Name name ) : name_( std::move( name ) ) {}
+  explicit Entity( Name name );
   virtual ~Entity();
   void handleZeroRef() const override;
 
-  /// Counts a change and tells the observers: now, or at the end of the open transaction.
+  /// Whether a change is to be refused, by koiRefuse(): the entity is a read-only proxy.
+  bool koiIsRefusing() const { return logs_ && logsRefuse(); }
+  /// Raises ReadOnlyException "write-update from readonly proxy: <full name>".
+  [[noreturn]] void koiRefuse() const;
+
+  /// Counts the change that is about to be made. What releasing an old value brings about comes
+  /// after it.
+  Stamp koiStamp() { return { ++changes_, logs_ ? takeOrigin() : U16{ 0 } }; }
+  /// There was no change after all.
+  void koiUnstamp() { --changes_; }
+
+  /// Marks the change for the logs and tells the observers: now, or at the end of the open
+  /// transaction.
   template< class N, class... Key >
-  void koiTell( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key ) {
+  void koiTell( Stamp stamp, Callback< N, Key... > const & callback,
+                std::type_identity_t< Key >... key ) {
+    if( logs_ )
+      mark( callback.index, stamp.origin );
+    if( observers_ && !observers_->empty() )
+      tellOrNote( callback, key... );
+  }
+  /// Tells the observers alone: attrNotify( k ).
+  template< class N, class... Key >
+  void koiNotify( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key ) {
     ++changes_;
     if( observers_ && !observers_->empty() )
       tellOrNote( callback, key... );
@@ -75,6 +117,11 @@ class KOI_PUBLIC Entity : public PtrInterface {
   template< class N, class... Key >
   void tellEach( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key );
 
+  bool logsRefuse() const;
+  U16 takeOrigin();
+  void mark( unsigned attribute, U16 origin );
+  void leaveLogs();
+
   // Observing does not change the entity, so an observer attaches to a constant one as well.
   Observers & observers() const;
   bool hasBeenKept() const;
@@ -82,7 +129,10 @@ class KOI_PUBLIC Entity : public PtrInterface {
 
   Name name_;
   Entity * parent_ = nullptr;
+  unsigned parentAttribute_ = 0;
+  U64 incarnation_ = 0;
   U64 changes_ = 0;
+  mutable std::unique_ptr< EntityLogs > logs_;      // none until a log is attached
   mutable std::unique_ptr< Observers > observers_;  // none until somebody observes
   mutable Ptr< EntityLife > life_;
 };
@@ -148,26 +198,10 @@ void Entity::tellEach( Callback< N, Key... > const & callback,
     std::rethrow_exception( first );
 }
 
-/// How a callback takes a key: numbers, bool and enumerators as they are.
-template< class Key >
-using Argument =
-    std::conditional_t< std::is_arithmetic_v< Key > || std::is_enum_v< Key >, Key, Key const & >;
-
 /// The name of an entity that is called after its key: the key's canonical text.
 template< class Key >
 Name nameOf( Key const & key ) {
   return Name( valueToStrep( key ) );
-}
-
-/// One attribute as the log and reflection see it: its name and where it lives.
-template< class E, class Cell >
-struct Attribute {
-  char const * name;
-  Cell E::*cell;
-};
-template< class E, class Cell >
-constexpr Attribute< E, Cell > attribute( char const * name, Cell E::*cell ) {
-  return { name, cell };
 }
 
 /// What every generated entity inherits. Derived says koiName, koiAttributes(), koiParameters() and
@@ -189,8 +223,13 @@ class EntityOf : public Base {
   /// attrIs( v ): an equal value is a no-op; a value outside its type's range is refused.
   template< class Cell, class N >
   void koiIs( Cell & cell, typename CellOf< Cell >::Given const & v, Callback< N > const & on ) {
-    if( store( cell, v ) )
-      this->koiTell( on );
+    if( same( CellOf< Cell >::given( cell ), v ) )
+      return;
+    koiAdmit();
+    checkRange( v );
+    Stamp const stamp = this->koiStamp();
+    cell = Cell( v );
+    this->koiTell( stamp, on );
   }
 
   /// The same for an attribute that keeps the value it refuses; nobody is told of that one.
@@ -198,27 +237,41 @@ class EntityOf : public Base {
   void koiStoreThenCheck( Number & cell, std::type_identity_t< Number > v,
                           std::type_identity_t< Number > most, char const * refusal,
                           Callback< N > const & on ) {
-    if( storeThenCheck( cell, v, most, refusal ) )
-      this->koiTell( on );
+    if( cell == v )
+      return;
+    koiAdmit();
+    Stamp const stamp = this->koiStamp();
+    storeThenCheck( cell, v, most, refusal );
+    this->koiTell( stamp, on );
   }
 
   /// attrIs( k, v ): an equal value is a no-op; a key or value outside its type's range is refused.
   template< class C, class N >
   void koiIs( C & members, typename C::Key const & k, typename C::Given const & v,
               Callback< N, Argument< typename C::Key > > const & on ) {
+    if( this->koiIsRefusing() && !( members.contains( k ) && same( members.value( k ), v ) ) )
+      this->koiRefuse();
     typename C::Key const key = k;  // k may stand in a member that an observer removes
-    if( members.koiSet( key, v, koiStamp() ) != Change::unchanged )
-      this->koiTell( on, key );
+    Stamp const stamp = this->koiStamp();
+    if( members.koiSet( key, v, stamp ) == Change::unchanged )
+      this->koiUnstamp();
+    else
+      this->koiTell( stamp, on, key );
   }
 
   /// attrDel( k ): what was there, or the default.
   template< class C, class N >
   typename C::Given koiDel( C & members, typename C::Key const & k,
                             Callback< N, Argument< typename C::Key > > const & on ) {
+    if( this->koiIsRefusing() && members.contains( k ) )
+      this->koiRefuse();
     typename C::Key const key = k;  // k may stand in the member that goes
     typename C::Given old{};
-    if( members.koiTake( key, old, koiStamp() ) )
-      this->koiTell( on, key );
+    Stamp const stamp = this->koiStamp();
+    if( members.koiTake( key, old, stamp ) )
+      this->koiTell( stamp, on, key );
+    else
+      this->koiUnstamp();
     return old;
   }
 
@@ -237,8 +290,10 @@ class EntityOf : public Base {
   template< class Queue, class N >
   typename Queue::Key koiEnq( Queue & queue, typename Queue::Given const & v,
                               Callback< N, typename Queue::Key > const & on ) {
-    auto const index = queue.koiEnq( v, koiStamp() );
-    this->koiTell( on, index );
+    koiAdmit();
+    Stamp const stamp = this->koiStamp();
+    auto const index = queue.koiEnq( v, stamp );
+    this->koiTell( stamp, on, index );
     return index;
   }
   /// attrDeq(): what was at the head, or the default.
@@ -254,9 +309,15 @@ class EntityOf : public Base {
   typename C::Given koiChildIs( C & children, Callback< N, Argument< typename C::Key > > const & on,
                                 typename C::Key const & k, Args const &... args ) {
     typename C::Key const key = k;  // k may stand in a child that an observer removes
-    auto const [child, fresh] = childIs( children, this, koiStamp(), key, args... );
-    if( fresh )
-      this->koiTell( on, key );
+    if( auto const there = children.value( key ) ) {
+      refuseOtherArguments( *there, key, args... );
+      return there;
+    }
+    koiAdmit();
+    Stamp const stamp = this->koiStamp();
+    auto const child = newChild( children, stamp, key, args... );
+    child->koiParentIs( this, on.index );
+    this->koiTell( stamp, on, key );
     return child;
   }
 
@@ -264,25 +325,35 @@ class EntityOf : public Base {
   template< class Child, class N, class... Args >
   Ptr< Child > koiChildIs( Owned< Child > & child, Callback< N > const & on,
                            Args const &... args ) {
-    bool const fresh = childIs( child, this, args... );
-    Ptr< Child > const there = child.ptr();  // an observer may remove it
-    if( fresh )
-      this->koiTell( on );
-    return there;
+    if( child.ptr() ) {
+      refuseOtherArguments( *child.ptr(), args... );
+      return child.ptr();
+    }
+    koiAdmit();
+    Ptr< Child > const fresh( new Child( args... ) );
+    Stamp const stamp = this->koiStamp();
+    child = Owned< Child >( fresh );
+    fresh->koiParentIs( this, on.index );
+    this->koiTell( stamp, on );
+    return fresh;
   }
   template< class Child, class N >
   Ptr< Child > koiChildDel( Owned< Child > & child, Callback< N > const & on ) {
     Ptr< Child > const old = child.ptr();
     if( old ) {
+      koiAdmit();
+      Stamp const stamp = this->koiStamp();
       child = Owned< Child >();
-      this->koiTell( on );
+      this->koiTell( stamp, on );
     }
     return old;
   }
 
  private:
-  /// The change that is about to be made.
-  Stamp koiStamp() const { return { this->koiChanges() + 1, 0 }; }
+  void koiAdmit() const {
+    if( this->koiIsRefusing() )
+      this->koiRefuse();
+  }
 };
 
 }  // namespace Koi

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include <koi/AttributeLog.h>
 #include <koi/Reactor.h>
 
 namespace Koi {
@@ -39,20 +40,66 @@ constexpr auto attributesOf() {
 }
 
 template< class E >
-constexpr auto attributeList = std::apply(
-    []< class... Cell, class... Owner >( Attribute< Owner, Cell > const &... attribute ) {
-      return std::array< KoiAttribute, sizeof...( attribute ) >{
-          KoiAttribute{ attribute.name, AttributeType< std::remove_const_t< Cell > >::node }... };
-    },
-    attributesOf< E >() );
+constexpr auto attributeRows = attributesOf< E >();
+
+/// The type of a collection's keys; none for other attributes.
+template< class Cell >
+constexpr KoiType const * keyTypeOf() {
+  if constexpr( requires { typename Cell::Key; } )
+    return typeNodeOf< typename Cell::Key >();
+  else
+    return nullptr;
+}
+
+template< class E, std::size_t index >
+constexpr KoiAttribute attributeAt() {
+  auto const & row = std::get< index >( attributeRows< E > );
+  using Cell = typename std::remove_cvref_t< decltype( row ) >::Cell;
+  return { row.name, AttributeType< Cell >::node, false, keyTypeOf< Cell >(),
+           &attributeAccess< attributeRows< E >, index > };
+}
+template< class E >
+constexpr auto attributeList = []< std::size_t... i >( std::index_sequence< i... > ) {
+  return std::array< KoiAttribute, sizeof...( i ) >{ attributeAt< E, i >()... };
+}
+( std::make_index_sequence< std::tuple_size_v< decltype( attributesOf< E >() ) > >() );
+
+/// How an entity is built by who knows only its type's name.
+template< class E >
+class EntityMaker {
+  using Arguments = ChildArguments< E >;
+
+ public:
+  static Ptr< Entity > fromLog( Name const & name, FlowIn & flow ) {
+    typename Arguments::All arguments{};
+    Ptr< E > entity;
+    if( Arguments::template read< 0 >( flow, arguments ) == FlowIn::here )
+      flow.change( [&] { entity = make( arguments ); } );
+    if( entity )
+      entity->nameIsFromBackup( name );
+    return entity;
+  }
+  static void writeArguments( Entity const & entity, FlowOut & flow ) {
+    Arguments::template write< 0 >( static_cast< E const & >( entity ), flow );
+  }
+
+ private:
+  static Ptr< E > make( typename Arguments::All const & arguments ) {
+    return std::apply( []( auto const &... args ) { return Ptr< E >( new E( args... ) ); },
+                       arguments );
+  }
+};
 
 /// The type node of an entity type.
 template< class E >
 constexpr KoiType entityNode() {
-  return KoiType{ .name = E::koiName,
-                  .size = sizeof( E ),
-                  .kind = KoiType::entity,
-                  .fields = attributeList< E > };
+  KoiType node{ .name = E::koiName,
+                .size = sizeof( E ),
+                .kind = KoiType::entity,
+                .fields = attributeList< E > };
+  node.newEntityForAttrLog = EntityMaker< E >::fromLog;
+  node.writeCtorArgs = EntityMaker< E >::writeArguments;
+  return node;
 }
 
 /// The type node of a reactor type.

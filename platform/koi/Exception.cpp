@@ -11,6 +11,7 @@ OpNotSupportedException::~OpNotSupportedException() = default;
 UnhashableException::~UnhashableException() = default;
 ArgumentException::~ArgumentException() = default;
 UnknownTypeException::~UnknownTypeException() = default;
+ReadOnlyException::~ReadOnlyException() = default;
 NestingException::~NestingException() = default;
 
 void throwRangeException( std::string_view text ) { throw RangeException( std::string( text ) ); }

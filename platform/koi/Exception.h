@@ -71,6 +71,13 @@ class KOI_PUBLIC UnknownTypeException : public Exception {
   ~UnknownTypeException() override;
 };
 
+/// A change of an entity that is a read-only proxy.
+class KOI_PUBLIC ReadOnlyException : public Exception {
+ public:
+  using Exception::Exception;
+  ~ReadOnlyException() override;
+};
+
 /// Observers that change what they observe, again and again.
 class KOI_PUBLIC NestingException : public Exception {
  public:

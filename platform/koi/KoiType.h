@@ -16,6 +16,10 @@
 
 namespace Koi {
 
+class AttributeAccess;
+class Entity;
+class FlowIn;
+class FlowOut;
 class GenericIf;
 struct EnumType;
 struct KoiType;
@@ -38,8 +42,10 @@ struct GenericIfOp {
 /// One attribute of a type: a value's field, an entity's attribute.
 struct KoiAttribute {
   char const * name;
-  KoiType const * type;       ///< of the field, or of a collection's members
-  bool zeroAdmitted = false;  ///< 0 is admitted here although the type's range refuses it
+  KoiType const * type;           ///< of the field, or of a collection's members; null: a reference
+  bool zeroAdmitted = false;      ///< 0 is admitted here although the type's range refuses it
+  KoiType const * key = nullptr;  ///< of a collection
+  AttributeAccess const * access = nullptr;  ///< of an entity's attribute
 };
 
 /// A type node. Entry points that make a value give null and set *notHandled when `type` is not the
@@ -74,6 +80,11 @@ struct KoiType {
   GenericIfPtr ( *logRead )( NboAttrLog::In & in ) = nullptr;
   /// a < b of two raw values; null when the type has no order.
   bool ( *less )( void const * a, void const * b ) = nullptr;
+
+  /// Of an entity: one that is built from what writeCtorArgs() wrote; null when that is refused,
+  /// which is counted. Raises ParseException.
+  Ptr< Entity > ( *newEntityForAttrLog )( Name const & name, FlowIn & flow ) = nullptr;
+  void ( *writeCtorArgs )( Entity const & entity, FlowOut & flow ) = nullptr;
 };
 
 /// Registers a type under its name. Registering the same node again changes nothing; another node

@@ -103,6 +103,16 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
     return true;
   }
 
+  /// The number that the next one gets, as a log has it from the peer. A number before that of a
+  /// member changes nothing.
+  void koiTailIs( Index tail ) {
+    U64 const place = placeOf( tail );
+    if( empty() )
+      head_ = next_ = place;
+    else if( auto const & order = members_.order(); order.behind( place - 1, 0, 0 ) == order.end() )
+      next_ = place;
+  }
+
   /// Removes all. Needs that no log is attached.
   void koiClear() {
     members_.clear();

@@ -60,6 +60,10 @@ class Members {
   /// Removes all, and with them what was to be told. Needs that no place is attached.
   void clear();
 
+  /// All slots are below end(). They are what they are until layout() changes.
+  U32 end() const { return nodes_.end(); }
+  U32 layout() const { return layout_; }
+
   // ---- the logs: Collections.h says what each does, MembersTold.h how
   void placeIs( Place & place );
   void placeDel( Place & place );

@@ -257,7 +257,11 @@ class ReactorOf : public Reactor {
   }
   template< class C, class... Args >
   typename C::Given koiChildIs( C & children, typename C::Key const & k, Args const &... args ) {
-    return childIs( children, nullptr, koiStamp(), k, args... ).first;
+    if( auto const there = children.value( k ) ) {
+      refuseOtherArguments( *there, k, args... );
+      return there;
+    }
+    return newChild( children, koiStamp(), k, args... );
   }
   template< class Queue >
   typename Queue::Key koiEnq( Queue & queue, typename Queue::Given const & v ) {

@@ -91,7 +91,7 @@ std::string collectionText( Context const & context, MemberOwner const & owner,
                             Member const & member ) {
   std::string const key = context.argument( member.key );
   std::string const notify = owner.notifies
-                                 ? "void " + member.name + "Notify( " + key + " k ) { koiTell( " +
+                                 ? "void " + member.name + "Notify( " + key + " k ) { koiNotify( " +
                                        callback( member ) + ", k ); }"
                                  : "";
   Fill fill{ { "doc", member.doc },
@@ -196,7 +196,7 @@ class EntityText {
       return;  // every entity has that one
     attributes_.push_back( paramText( context_, m ) );
     initialisers_.push_back( "_" + m.name + "( " + m.name + " )" );
-    table_.push_back( tableEntry( m.name, "_" + m.name ) );
+    table_.push_back( tableEntry( m.name, { "_" + m.name } ) );
     cells_.push_back( paramCellText( context_, m ) );
   }
 
@@ -229,7 +229,12 @@ class EntityText {
     } else {
       callbacks_.push_back( page( "entityCallback", fill ) );
     }
-    table_.push_back( tableEntry( m.name, m.name + "_" ) );
+    Texts pointers{ m.name + "_", m.name + "Is" };
+    if( m.storedFirst )
+      pointers.push_back( m.bound );
+    if( isCollection( m ) || m.kind == Member::child )
+      pointers.push_back( m.name + "Del" );
+    table_.push_back( tableEntry( m.name, pointers ) );
     cells_.push_back( cellText( context_, m ) );
   }
 
@@ -240,8 +245,12 @@ class EntityText {
                  { { "bases", bases }, { "callbacks", stacked( callbacks_, "\n" ) } } );
   }
 
-  std::string tableEntry( std::string const & name, std::string const & cell ) const {
-    return "Koi::attribute( \"" + name + "\", &" + entity_.name + "::" + cell + " )";
+  /// The attribute's name, its cell, its mutators.
+  std::string tableEntry( std::string const & name, Texts const & pointers ) const {
+    std::string text = "Koi::attribute( \"" + name + "\"";
+    for( std::string const & pointer : pointers )
+      text += ", &" + entity_.name + "::" + pointer;
+    return text + " )";
   }
 
   std::string parameterEntry( std::string const & name ) const {

@@ -1,0 +1,69 @@
+// AdapterTable.h: the adapters of one attribute log, by the numbers under which the two ends speak
+// of entities, and by what is to be done with them. Belongs to a Mirror; one thread.
+//
+// Each end gives numbers from a series of its own, so one entity may have two: the two ends made it
+// at the same time. Number 1 is the root.
+#pragma once
+
+#include <unordered_map>
+
+#include <koi/KoiNboAttrLogSa.h>
+
+namespace Koi {
+
+class AdapterTable {
+ public:
+  static constexpr U64 rootNumber = 1;
+
+  /// `firstNumber` begins the series of this end; every second number is its own.
+  explicit AdapterTable( U64 firstNumber ) : firstNumber_( firstNumber ), next_( firstNumber ) {}
+  ~AdapterTable() { detachAll(); }
+  AdapterTable( AdapterTable const & ) = delete;
+  AdapterTable & operator=( AdapterTable const & ) = delete;
+
+  AdapterList< AllAdapters > all;
+  AdapterList< DirtyAdapters > dirty;
+  AdapterList< SentAdapters > sent;
+  AdapterList< WaitingAdapters > waiting;
+
+  /// Null: that entity is gone, or never was.
+  KoiNboAttrLogSa * find( U64 number ) const {
+    auto const at = byNumber_.find( number );
+    return at == byNumber_.end() ? nullptr : at->second;
+  }
+  /// The adapter's own number; it gets one when it has none.
+  U64 numberOf( KoiNboAttrLogSa & adapter ) {
+    if( adapter.number == 0 ) {
+      adapter.number = next_;
+      next_ += 2;
+      byNumber_[adapter.number] = &adapter;
+    }
+    return adapter.number;
+  }
+  /// The peer speaks of it by that number.
+  void peerNumberIs( KoiNboAttrLogSa & adapter, U64 number ) {
+    if( adapter.number == number )
+      return;
+    ( adapter.number == 0 ? adapter.number : adapter.peerNumber ) = number;
+    byNumber_[number] = &adapter;
+  }
+  /// The adapter goes.
+  void forget( KoiNboAttrLogSa const & adapter ) {
+    byNumber_.erase( adapter.number );
+    byNumber_.erase( adapter.peerNumber );
+  }
+  /// A connection ended: nobody has a number.
+  void forgetNumbers() {
+    byNumber_.clear();
+    next_ = firstNumber_;
+  }
+  /// Takes every adapter from its entity.
+  void detachAll();
+
+ private:
+  std::unordered_map< U64, KoiNboAttrLogSa * > byNumber_;
+  U64 const firstNumber_;
+  U64 next_;
+};
+
+}  // namespace Koi

@@ -1,0 +1,165 @@
+// FlowIn.h: what the peer of an attribute log says of one attribute, and how it is applied: through
+// the mutators, as the peer's change. FlowOut.h says what is in it. Used by the Mirror and by the
+// attributes.
+#pragma once
+
+#include <koi/FlowOut.h>
+#include <koi/KoiNboAttrLogSa.h>
+#include <koi/Mirror.h>
+
+namespace Koi {
+
+class KOI_PUBLIC FlowIn {
+ public:
+  FlowIn( KoiNboAttrLogSa & adapter_, unsigned attribute_, NboAttrLog::In in_ )
+      : adapter( adapter_ ),
+        attribute( attribute_ ),
+        in( in_ ),
+        since_( adapter_.mirror().numApplied() ) {}
+  /// One operation that waited.
+  FlowIn( KoiNboAttrLogSa & adapter_, unsigned attribute_, WaitingOperation const & operation )
+      : adapter( adapter_ ),
+        attribute( attribute_ ),
+        in( operation.bytes.data(), operation.bytes.size() ),
+        isRetry( true ),
+        since_( operation.since ) {}
+
+  KoiNboAttrLogSa & adapter;
+  unsigned const attribute;
+  NboAttrLog::In in;
+  bool const isRetry = false;  ///< what could not be resolved when it came
+
+  Mirror & mirror() const { return adapter.mirror(); }
+
+  /// Raises ParseException for what is no operation.
+  LogOp op();
+
+  /// Where a reference was read: what it refers to, null where nothing; false when that is not here
+  /// yet.
+  bool reference( Ptr< Entity > & target );
+
+  /// Reads a value or a reference. What is out of its range, or refers to an entity of another
+  /// type, is refused and left; the log stands behind it all the same.
+  enum Arrival { here, refused, notYet };
+  template< Value T >
+  Arrival read( T & v );
+  template< class T >
+  Arrival read( Ptr< T > & v );
+
+  /// Makes a change of the peer's. False when it is refused, which is counted.
+  template< class Change >
+  bool change( Change change ) {
+    try {
+      remotely( change );
+      return true;
+    } catch( RangeException const & refusal ) {
+      refuse( refusal.what() );
+    } catch( NameInUseException const & refusal ) {
+      refuse( refusal.what() );
+    } catch( ReadOnlyException const & refusal ) {
+      refuse( refusal.what() );
+    }
+    return false;
+  }
+  /// Makes it unless it is refused.
+  template< class Change >
+  void changeIfAdmitted( Change change ) {
+    try {
+      remotely( change );
+    } catch( Exception const & ) {  // a reference that is not null must stay what it is
+    }
+  }
+  void refuse( std::string const & why );
+
+  /// The attribute, or the member of that key, was changed here, and the source has not
+  /// acknowledged that: a proxy does not heed what the source says of it.
+  bool isOurs() const { return mirror().isWritingProxy() && adapter.isUnsettled( attribute ); }
+  template< class C >
+  bool isOurs( C const & members, typename C::Key const & k ) const {
+    return isOurs() && ( adapter.isFresh( attribute ) ||
+                         members.koiIsUnacked( adapter.place( attribute ), k ) );
+  }
+  /// True when the child is another one than that of which the peer speaks now.
+  bool isAnother( Entity const & child, U64 incarnation ) const;
+
+  /// Tells the proxy what is here instead of what it sent.
+  void answer( std::string key ) const {
+    if( mirror().role() == Mirror::source )
+      adapter.answer( attribute, std::move( key ) );
+  }
+  /// What was read from `operation` on refers to something that is not here yet: it is applied
+  /// again when something came. `key` is empty but for members.
+  void wait( std::string const & key, NboAttrLog::In const & operation ) const {
+    adapter.unresolvedIs( attribute, key, { bytesBetween( operation, in ), since_ } );
+  }
+  /// Another operation takes its place, or it is applied. True when it came with an earlier flush.
+  bool waitEnds( std::string const & key ) const {
+    bool const isLate = adapter.unresolvedDel( attribute, key );
+    return isLate || since_ != mirror().numApplied();
+  }
+  /// The bytes from one place in the log to another.
+  static std::string bytesBetween( NboAttrLog::In from, NboAttrLog::In const & to ) {
+    std::size_t const size = from.left() - to.left();
+    return { reinterpret_cast< char const * >( from.take( size ) ), size };
+  }
+
+ private:
+  /// Raises ReadOnlyException where the peer may not change the entity.
+  void admit() const;
+
+  template< class Change >
+  void remotely( Change & change ) {
+    admit();
+    struct Remote {
+      ~Remote() { logs.remoteIs( nullptr ); }
+      EntityLogs & logs;
+    } const remote{ *adapter.entity().koiLogs() };
+    remote.logs.remoteIs( &adapter );
+    change();
+  }
+
+  U64 const since_;
+};
+
+/// Steps over a value, whatever its ranges.
+template< Value T >
+void logSkip( NboAttrLog::In & in ) {
+  if constexpr( logSize< T >() != 0 )
+    in.take( logSize< T >() );
+  else if constexpr( StringValue< T > )
+    in.nextString();
+  else if constexpr( SingleValue< T > )
+    logSkip< typename T::KoiPrimitive >( in );
+  else
+    forEachField< T >( [&]( auto f ) { logSkip< typename decltype( f )::Type >( in ); } );
+}
+
+template< Value T >
+FlowIn::Arrival FlowIn::read( T & v ) {
+  NboAttrLog::In const start = in;
+  try {
+    v = logRead< T >( in );
+    return here;
+  } catch( RangeException const & refusal ) {
+    in = start;
+    logSkip< T >( in );
+    refuse( refusal.what() );
+    return refused;
+  }
+}
+
+template< class T >
+FlowIn::Arrival FlowIn::read( Ptr< T > & v ) {
+  Ptr< Entity > target;
+  if( !reference( target ) )
+    return notYet;
+  v = dynamic_cast< T * >( target.ptr() );
+  if( target && !v ) {
+    refuse( "a reference to " + std::string( target->fullName() ) + ", which is of type " +
+            target->koiType()->name + ", not " + T::koiName );
+    return refused;
+  }
+  return here;
+}
+
+}  // namespace Koi

@@ -1,0 +1,298 @@
+#include <koi/KoiNboAttrLogSa.h>
+
+#include <algorithm>
+
+#include <koi/AdapterTable.h>
+#include <koi/FlowIn.h>
+#include <koi/Mirror.h>
+
+namespace Koi {
+namespace {
+
+AttributeAccess const & accessOf( Entity const & entity, unsigned attribute ) {
+  return *entity.koiType()->fields[attribute].access;
+}
+
+/// Puts the adapter at the end of the list, unless it is there.
+template< class Of >
+void enlist( AdapterList< Of > & list, KoiNboAttrLogSa & adapter ) {
+  if( !static_cast< AdapterHook< Of > & >( adapter ).is_linked() )
+    list.push_back( adapter );
+}
+
+}  // namespace
+
+ResyncState::~ResyncState() = default;
+
+// ---- the logs of an entity
+
+EntityLogs::~EntityLogs() = default;
+
+KoiNboAttrLogSa * EntityLogs::adapter( Mirror const & mirror ) const {
+  for( auto const & adapter : adapters_ )
+    if( &adapter->mirror() == &mirror )
+      return adapter.get();
+  return nullptr;
+}
+
+void EntityLogs::add( std::unique_ptr< KoiNboAttrLogSa > adapter ) {
+  adapters_.push_back( std::move( adapter ) );
+}
+
+void EntityLogs::remove( Mirror const & mirror ) {
+  std::erase_if( adapters_, [&]( auto const & adapter ) { return &adapter->mirror() == &mirror; } );
+}
+
+U16 EntityLogs::takeOrigin() {
+  auto const * const remote = std::exchange( remote_, nullptr );
+  return remote ? remote->mirror().origin() : U16{ 0 };
+}
+
+bool EntityLogs::isRefusing() const {
+  for( auto const & adapter : adapters_ )
+    if( adapter->isReadOnlyProxy() && adapter.get() != remote_ )
+      return true;
+  return false;
+}
+
+void EntityLogs::entityLeaves() {
+  for( auto const & adapter : adapters_ )
+    adapter->entityLeaves();
+}
+
+void EntityLogs::mark( unsigned attribute, U16 origin ) {
+  for( auto const & adapter : adapters_ )
+    adapter->changedBy( attribute, adapter->mirror().origin() == origin );
+}
+
+// ---- one adapter
+
+KoiNboAttrLogSa::KoiNboAttrLogSa( Mirror & mirror, Entity & entity, SyncMode mode )
+    : mirror_( mirror ), entity_( entity ), marks_( entity.koiType()->fields.size() ) {
+  mirror_.adapters().all.push_back( *this );
+  places_.resize( marks_.size() );
+  for( unsigned i = 0; i < marks_.size(); ++i )
+    if( accessOf( entity_, i ).isCollection() ) {
+      places_[i] = std::make_unique< Place >( mirror_.origin() );
+      accessOf( entity_, i ).placeIs( entity_, *places_[i] );
+    }
+  syncModeIs( mode );
+}
+
+KoiNboAttrLogSa::~KoiNboAttrLogSa() {
+  for( unsigned i = 0; i < marks_.size(); ++i )
+    if( places_[i] )
+      accessOf( entity_, i ).placeDel( entity_, *places_[i] );
+  mirror_.adapters().forget( *this );
+  mirror_.adapterGoes( *this );
+}
+
+KoiNboAttrLogSa & KoiNboAttrLogSa::cloneSa( Mirror & out ) const {
+  return entity_.koiNboAttrLogSaIs( out );
+}
+
+void KoiNboAttrLogSa::syncModeIs( SyncMode mode ) {
+  for( unsigned i = 0; i < marks_.size(); ++i )
+    if( mode == fullResync ) {
+      tellWhole( i );
+    } else {
+      marks_[i] = 0;
+      if( places_[i] )
+        accessOf( entity_, i ).placeIsKnown( entity_, *places_[i] );
+    }
+}
+
+void KoiNboAttrLogSa::tellWhole( unsigned attribute ) {
+  AttributeAccess const & access = accessOf( entity_, attribute );
+  if( access.kind == AttributeKind::parameter )
+    return;
+  marks_[attribute] = dirty | fresh;
+  if( access.isCollection() ) {
+    marks_[attribute] |= whole;
+    access.placeDel( entity_, *places_[attribute] );
+    places_[attribute] = std::make_unique< Place >( mirror_.origin() );  // a place begins once
+    access.placeIs( entity_, *places_[attribute] );
+  }
+  mirror_.dirtyIs( *this );
+}
+
+// ---- marks
+
+void KoiNboAttrLogSa::changedBy( unsigned attribute, bool byPeer ) {
+  // A key's marks are in its collection, whose adapter need not know which ones.
+  if( !byPeer )
+    koiIsAttrDirtyIs( attribute, true );
+  else if( !places_[attribute] )
+    koiIsAttrDirtyIs( attribute, false );
+}
+
+void KoiNboAttrLogSa::koiIsAttrDirtyIs( unsigned attribute, bool isDirty ) {
+  if( !isDirty ) {
+    marks_[attribute] &= static_cast< U8 >( ~dirty );
+    return;
+  }
+  marks_[attribute] |= dirty;
+  mirror_.dirtyIs( *this );
+}
+
+bool KoiNboAttrLogSa::hasDirt() const {
+  if( !answers_.empty() )
+    return true;
+  for( U8 const marks : marks_ )
+    if( ( marks & dirty ) != 0 )
+      return true;
+  return false;
+}
+
+void KoiNboAttrLogSa::answer( unsigned attribute, std::string key ) {
+  if( !places_[attribute] ) {
+    koiIsAttrDirtyIs( attribute, true );
+    return;
+  }
+  answers_.emplace_back( attribute, std::move( key ) );
+  mirror_.dirtyIs( *this );
+}
+
+// ---- out
+
+bool KoiNboAttrLogSa::handleAttrFlowOut( unsigned attribute, FlowOut & flow ) {
+  AttributeAccess const & access = accessOf( entity_, attribute );
+  flow.begin( *this, attribute, is( attribute, fresh ) );
+  if( !access.isCollection() ) {
+    access.write( entity_, flow );
+    return true;
+  }
+  Place & at = place( attribute );
+  if( is( attribute, whole ) ) {
+    bool const begins = !is( attribute, begun );
+    marks_[attribute] |= begun;
+    if( !access.writeWhole( entity_, at, begins, flow ) )
+      return false;
+    marks_[attribute] &= static_cast< U8 >( ~( whole | begun ) );
+  }
+  return access.writePending( entity_, at, flow );
+}
+
+bool KoiNboAttrLogSa::flowOut( FlowOut & flow ) {
+  for( unsigned i = 0; i < marks_.size(); ++i )
+    while( is( i, dirty ) ) {
+      if( !mirror_.hasRoom( is( i, begun ) ) )
+        return false;
+      marks_[i] |= sent;
+      enlist( mirror_.adapters().sent, *this );
+      if( handleAttrFlowOut( i, flow ) )
+        marks_[i] &= static_cast< U8 >( ~dirty );
+      mirror_.sendAttribute( *this, i );
+    }
+  while( !answers_.empty() ) {
+    if( !mirror_.hasRoom( false ) )
+      return false;
+    auto const [attribute, key] = std::move( answers_.back() );
+    answers_.pop_back();
+    NboAttrLog::In in( key.data(), key.size() );
+    flow.begin( *this, attribute, false );
+    accessOf( entity_, attribute ).writeMember( entity_, in, flow );
+    mirror_.sendAttribute( *this, attribute );
+  }
+  return true;
+}
+
+void KoiNboAttrLogSa::ack() {
+  for( unsigned i = 0; i < marks_.size(); ++i ) {
+    if( !is( i, sent ) )
+      continue;
+    marks_[i] &= static_cast< U8 >( ~sent );
+    if( places_[i] )
+      accessOf( entity_, i ).ack( entity_, *places_[i] );
+    if( !is( i, whole ) )
+      marks_[i] &= static_cast< U8 >( ~fresh );
+  }
+}
+
+void KoiNboAttrLogSa::unsend() {
+  number = peerNumber = 0;
+  isKnown = false;
+  for( unsigned i = 0; i < marks_.size(); ++i ) {
+    if( !is( i, sent ) )
+      continue;
+    marks_[i] &= static_cast< U8 >( ~( sent | begun ) );
+    marks_[i] |= dirty;
+    if( !places_[i] )
+      continue;
+    accessOf( entity_, i ).unsend( entity_, *places_[i] );
+    if( is( i, fresh ) )
+      marks_[i] |= whole;
+  }
+  resync_.clear();
+}
+
+// ---- in
+
+void KoiNboAttrLogSa::handleAttrDeserialization( FlowIn & flow ) {
+  accessOf( entity_, flow.attribute ).apply( entity_, flow );
+}
+
+void KoiNboAttrLogSa::settle( unsigned attribute ) {
+  if( places_[attribute] && !isUnsettled( attribute ) )
+    accessOf( entity_, attribute ).placeIsKnown( entity_, place( attribute ) );
+}
+
+bool KoiNboAttrLogSa::readOnlyRemoteOk() const { return mirror_.acceptsWrites(); }
+bool KoiNboAttrLogSa::isReadOnlyProxy() const { return mirror_.isReadOnlyProxy(); }
+
+// ---- what refers to something that is not here yet
+
+void KoiNboAttrLogSa::unresolvedIs( unsigned attribute, std::string const & key,
+                                    WaitingOperation operation ) {
+  unresolved_[{ attribute, key }] = std::move( operation );
+  enlist( mirror_.adapters().waiting, *this );
+  mirror_.waits();
+}
+
+bool KoiNboAttrLogSa::unresolvedDel( unsigned attribute, std::string const & key ) {
+  auto const at = unresolved_.find( { attribute, key } );
+  if( at == unresolved_.end() )
+    return false;
+  bool const isLate = at->second.since != mirror_.numApplied();
+  unresolved_.erase( at );
+  return isLate;
+}
+
+void KoiNboAttrLogSa::retryUnresolved() {
+  auto const operations = std::exchange( unresolved_, {} );
+  for( auto const & [at, operation] : operations ) {
+    FlowIn flow( *this, at.first, operation );
+    handleAttrDeserialization( flow );
+    settle( at.first );
+  }
+}
+
+// ---- what refers to the entity
+
+void KoiNboAttrLogSa::referrerIs( KoiNboAttrLogSa & adapter, unsigned attribute, std::string key ) {
+  referrers_.emplace_back( mirror_.adapters().numberOf( adapter ), attribute, std::move( key ) );
+  if( referrers_.size() < sweepAt_ )
+    return;
+  std::ranges::sort( referrers_ );
+  auto const [first, last] = std::ranges::unique( referrers_ );
+  referrers_.erase( first, last );
+  sweepAt_ = 2 * referrers_.size() + 16;
+}
+
+void KoiNboAttrLogSa::entityLeaves() {
+  for( auto & [by, attribute, key] : referrers_ )
+    if( KoiNboAttrLogSa * const adapter = mirror_.adapters().find( by ) )
+      adapter->answer( attribute, std::move( key ) );
+  referrers_.clear();
+}
+
+// ---- the table
+
+void AdapterTable::detachAll() {
+  while( !all.empty() ) {
+    KoiNboAttrLogSa & adapter = all.front();
+    adapter.entity().koiLogs()->remove( adapter.mirror() );
+  }
+}
+
+}  // namespace Koi
