@@ -86,11 +86,16 @@ class KOI_PUBLIC FdbStatus : public Koi::EntityOf< FdbStatus > {
   Koi::HashMap< KoiLearnedHost, Wirex::EthAddr, LearnedHost > const & learnedHost() const {
     return learnedHost_;
   }
+  using LearnedHostIterator = Koi::HashMap< KoiLearnedHost, Wirex::EthAddr, LearnedHost >::Iterator;
+  LearnedHostIterator learnedHostIterator() { return learnedHost_.koiIterator(); }
   void learnedHostIs( LearnedHost const & v ) {
     koiIs( learnedHost_, v.address(), v, NotifieeConst::koiOnLearnedHost );
   }
   LearnedHost learnedHostDel( Wirex::EthAddr const & k ) {
     return koiDel( learnedHost_, k, NotifieeConst::koiOnLearnedHost );
+  }
+  LearnedHost learnedHostDel( LearnedHostIterator const & i ) {
+    return koiDel( learnedHost_, i, NotifieeConst::koiOnLearnedHost );
   }
   void learnedHostDelAll() { koiDelAll( learnedHost_, NotifieeConst::koiOnLearnedHost ); }
   void learnedHostNotify( Wirex::EthAddr const & k ) {

@@ -37,11 +37,16 @@ class KOI_PUBLIC LumoHitlessState : public Koi::EntityOf< LumoHitlessState > {
   Koi::HashMap< KoiSubIntfWaitQ, Wirex::IntfId, bool > const & subIntfWaitQ() const {
     return subIntfWaitQ_;
   }
+  using SubIntfWaitQIterator = Koi::HashMap< KoiSubIntfWaitQ, Wirex::IntfId, bool >::Iterator;
+  SubIntfWaitQIterator subIntfWaitQIterator() { return subIntfWaitQ_.koiIterator(); }
   void subIntfWaitQIs( Wirex::IntfId const & k, bool v ) {
     koiIs( subIntfWaitQ_, k, v, NotifieeConst::koiOnSubIntfWaitQ );
   }
   bool subIntfWaitQDel( Wirex::IntfId const & k ) {
     return koiDel( subIntfWaitQ_, k, NotifieeConst::koiOnSubIntfWaitQ );
+  }
+  bool subIntfWaitQDel( SubIntfWaitQIterator const & i ) {
+    return koiDel( subIntfWaitQ_, i, NotifieeConst::koiOnSubIntfWaitQ );
   }
   void subIntfWaitQDelAll() { koiDelAll( subIntfWaitQ_, NotifieeConst::koiOnSubIntfWaitQ ); }
   void subIntfWaitQNotify( Wirex::IntfId const & k ) {

@@ -78,7 +78,7 @@ class Collection : public Logged< Collection< K, V, Index > > {
    public:
     using WalkOf< IteratorConst, Store >::WalkOf;
   };
-  /// The same, for a member that is to be removed.
+  /// The same, of who may change the collection: attrDel( iterator ) removes the member.
   class Iterator : public WalkOf< Iterator, Store > {
    public:
     using WalkOf< Iterator, Store >::WalkOf;
@@ -88,6 +88,7 @@ class Collection : public Logged< Collection< K, V, Index > > {
   bool empty() const { return members_.numLive() == 0; }
   IteratorConst begin() const { return { members_, members_.order().first() }; }
   IteratorConst end() const { return {}; }
+  Iterator koiIterator() { return { members_, members_.order().first() }; }
   bool contains( K const & k ) const { return members_.find( k ) != noSlot; }
 
   /// The member of that key; the end when there is none.

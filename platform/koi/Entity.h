@@ -275,6 +275,12 @@ class EntityOf : public Base {
     return old;
   }
 
+  /// attrDel( iterator ): as of its key; nothing at the end. The iterator may go on.
+  template< class C, class On >
+  typename C::Given koiDel( C & members, typename C::Iterator const & i, On const & on ) {
+    return i ? koiDel( members, i.key(), on ) : typename C::Given{};
+  }
+
   /// attrDelAll(): the members that are there now, one by one, in the order of iteration.
   template< class C, class N >
   void koiDelAll( C & members, Callback< N, Argument< typename C::Key > > const & on ) {

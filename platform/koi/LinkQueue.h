@@ -43,7 +43,7 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
    public:
     using Numbered< IteratorConst >::Numbered;
   };
-  /// The same, for a member that is to be removed.
+  /// The same, of who may change the collection: attrDel( iterator ) removes the member.
   class Iterator : public Numbered< Iterator > {
    public:
     using Numbered< Iterator >::Numbered;
@@ -53,6 +53,7 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
   bool empty() const { return members_.numLive() == 0; }
   IteratorConst begin() const { return { members_, members_.order().first() }; }
   IteratorConst end() const { return {}; }
+  Iterator koiIterator() { return { members_, members_.order().first() }; }
   bool contains( Index index ) const { return members_.find( placeOf( index ) ) != noSlot; }
 
   /// The member of that number; the end when there is none.

@@ -252,6 +252,10 @@ class ReactorOf : public Reactor {
     return old;
   }
   template< class C >
+  typename C::Given koiDel( C & members, typename C::Iterator const & i ) {
+    return i ? koiDel( members, i.key() ) : typename C::Given{};
+  }
+  template< class C >
   void koiDelAll( C & members ) {
     members.koiClear();
   }

@@ -25,7 +25,7 @@ std::vector< std::string > generated( Member const & m ) {
   add( mutated, { "Is" } );
   add( each || m.kind == Member::child, { "Del" } );
   add( each, { "DelAll" } );
-  add( isCollection( m ), { "Notify" } );
+  add( isCollection( m ), { "Iterator", "Notify" } );
   add( m.kind == Member::queue, { "Enq", "Deq", "Metadata" } );
   add( m.kind == Member::watchEach, { "Keys" } );
   return names;

@@ -96,6 +96,7 @@ std::string collectionText( Context const & context, MemberOwner const & owner,
                                  : "";
   Fill fill{ { "doc", member.doc },
              { "attr", member.name },
+             { "Attr", capital( member.name ) },
              { "Tag", tagOf( member ) },
              { "collection", collectionType( context, member ) },
              { "key", key },

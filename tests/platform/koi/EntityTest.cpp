@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <map>
 
 #include <tools/koigen/EverythingHandlers.h>
 
@@ -100,6 +101,53 @@ TEST_F( Entity, allMembersGoOneByOneInTheOrderOfTheWalk ) {
   EXPECT_EQ( watcher.taken(), ( Texts{ "colorCount white", "colorCount white", "colorCount amber",
                                        "colorCount red" } ) );
   EXPECT_EQ( room->colorCount().size(), 1u );
+}
+
+TEST_F( Entity, aWalkMayRemoveAndMeetsEveryOtherMemberOnce ) {
+  std::map< Koi::U32, int > met;
+  auto const walk = [&]( auto i, auto act ) {
+    met.clear();
+    for( ; i; ++i ) {
+      ++met[i.key()];
+      act( i );
+    }
+    for( auto const & [k, count] : met )
+      EXPECT_EQ( count, 1 ) << k;
+  };
+  Koi::U32 next = 100;
+  for( Koi::U32 k = 0; k < next; ++k )
+    room->borrowedIs( k, a );
+  walk( room->borrowedIterator(), [&]( auto const & i ) {
+    for( Koi::U32 n = 0; n < 30 && next < 3000; ++n )  // it grows meanwhile
+      room->borrowedIs( next++, a );
+    EXPECT_EQ( room->borrowedDel( i ), a );
+    EXPECT_EQ( room->borrowedDel( i ), nullptr );
+  } );
+  for( Koi::U32 k = 0; k < 100; ++k )
+    EXPECT_EQ( met[k], 1 );
+
+  for( Koi::U32 k = 0; k < 5000; ++k )
+    room->borrowedIs( k, a );
+  std::size_t const size = room->borrowed().size();
+  walk( room->borrowedIterator(), [&]( auto const & i ) {
+    if( i.key() % 50 != 0 )  // what stays moves together
+      room->borrowedDel( i );
+  } );
+  EXPECT_EQ( met.size(), size );
+  room->borrowed().koiCheck();
+
+  auto end = room->borrowedIterator();
+  for( ; room->borrowed().size() > 1; ++end )
+    room->borrowedDel( end );
+  ++end;
+  EXPECT_EQ( room->borrowedDel( end ), nullptr );
+  EXPECT_EQ( room->borrowed().size(), 1u );
+
+  for( int i = 0; i < 200; ++i )
+    room->visitorEnq( seven );
+  walk( room->visitorIterator(), [&]( auto const & i ) { room->visitorDel( i ); } );
+  EXPECT_EQ( met.size(), 200u );
+  EXPECT_TRUE( room->visitor().empty() );
 }
 
 TEST_F( Entity, aHashedCollectionIsWalkedByBitReversedHash ) {
