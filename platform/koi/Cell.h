@@ -43,6 +43,30 @@ struct CellOf< WeakPtr< T > > {
   static Given given( WeakPtr< T > const & cell ) { return cell.ptr(); }
 };
 
+/// Whether what is held so leaves when its target goes.
+template< class Cell >
+constexpr bool isWeak = false;
+template< class T >
+constexpr bool isWeak< WeakPtr< T > > = true;
+
+/// When the target of a weak scalar goes, that reads null for good, and `tell` is called; others
+/// have no target.
+template< class Cell, class Tell >
+void leaveWithTarget( Cell & cell, Tell const & tell ) {
+  if constexpr( isWeak< Cell > )
+    cell.koiWhenGone( [&cell, tell] {
+      cell = Cell();
+      tell();
+    } );
+}
+
+/// When the target of that weak member goes, `remove( key )` is called.
+template< class C, class Remove >
+void leaveWithTarget( C & members, typename C::Key const & key, Remove const & remove ) {
+  if constexpr( isWeak< typename C::Cell > )
+    members.koiCell( key ).koiWhenGone( [remove, key] { remove( key ); } );
+}
+
 /// Stores in the cell of a scalar; false when it was the same before. Raises RangeException for a
 /// value outside its type's range.
 template< class Cell >

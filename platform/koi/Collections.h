@@ -107,6 +107,9 @@ class Collection : public Logged< Collection< K, V, Index > > {
   /// Removes, and says what was there; false when there was no such member.
   bool koiTake( K const & k, Given & old, Stamp stamp ) { return members_.take( k, old, stamp ); }
 
+  /// What the member of that key, which is there, stores.
+  V & koiCell( K const & k ) { return members_.cell( members_.find( k ) ); }
+
   /// Removes all. Needs that no log is attached.
   void koiClear() { members_.clear(); }
 

@@ -14,6 +14,7 @@ Entity::~Entity() { retire(); }
 void Entity::handleZeroRef() const {
   if( hasBeenKept() )
     return;
+  Departure const departure( life_ );
   // First: nobody may find, and hold again, what is being taken apart.
   retire();
   delete this;

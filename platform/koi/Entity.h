@@ -229,6 +229,9 @@ class EntityOf : public Base {
     checkRange( v );
     Stamp const stamp = this->koiStamp();
     cell = Cell( v );
+    leaveWithTarget( cell, [this, &on] {  // callbacks are constants
+      this->koiTell( this->koiStamp(), on );
+    } );
     this->koiTell( stamp, on );
   }
 
@@ -254,9 +257,11 @@ class EntityOf : public Base {
     typename C::Key const key = k;  // k may stand in a member that an observer removes
     Stamp const stamp = this->koiStamp();
     if( members.koiSet( key, v, stamp ) == Change::unchanged )
-      this->koiUnstamp();
-    else
-      this->koiTell( stamp, on, key );
+      return this->koiUnstamp();
+    leaveWithTarget( members, key, [this, &members, &on]( auto const & gone ) {
+      koiRemove( members, gone, on );
+    } );
+    this->koiTell( stamp, on, key );
   }
 
   /// attrDel( k ): what was there, or the default.
@@ -265,6 +270,13 @@ class EntityOf : public Base {
                             Callback< N, Argument< typename C::Key > > const & on ) {
     if( this->koiIsRefusing() && members.contains( k ) )
       this->koiRefuse();
+    return koiRemove( members, k, on );
+  }
+
+  /// What leaves by itself does so on a read-only proxy, too.
+  template< class C, class N >
+  typename C::Given koiRemove( C & members, typename C::Key const & k,
+                               Callback< N, Argument< typename C::Key > > const & on ) {
     typename C::Key const key = k;  // k may stand in the member that goes
     typename C::Given old{};
     Stamp const stamp = this->koiStamp();

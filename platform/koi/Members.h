@@ -46,6 +46,9 @@ class Members {
     return slot != noSlot && nodes_[slot].is( Node::live ) ? slot : noSlot;
   }
 
+  /// What a live member stores.
+  V & cell( U32 slot ) { return nodes_[slot].cell; }
+
   /// What a live member gives; the default, or null, for noSlot.
   decltype( auto ) given( U32 slot ) const {
     using Result = decltype( CellOf< V >::given( nodes_[slot].cell ) );

@@ -243,7 +243,9 @@ class ReactorOf : public Reactor {
   }
   template< class C >
   void koiIs( C & members, typename C::Key const & k, typename C::Given const & v ) {
-    members.koiSet( k, v, koiStamp() );
+    if( members.koiSet( k, v, koiStamp() ) != Change::unchanged )
+      leaveWithTarget( members, k,
+                       [this, &members]( auto const & gone ) { koiDel( members, gone ); } );
   }
   template< class C >
   typename C::Given koiDel( C & members, typename C::Key const & k ) {

@@ -2,20 +2,12 @@
 // that does not keep what it points to alive.
 #pragma once
 
-#include <koi/Ptr.h>
+#include <memory>
+#include <utility>
+
+#include <koi/EntityLife.h>
 
 namespace Koi {
-
-class Entity;
-
-/// What weak pointers hold of an entity: outlives it, and says so.
-struct KOI_PUBLIC EntityLife final : PtrInterface {
-  explicit EntityLife( Entity const * of ) : entity( of ) {}
-  Entity const * entity;  ///< null when it is gone
-
- private:
-  void handleZeroRef() const override { delete this; }
-};
 
 /// A pointer to an entity that does not keep it alive.
 template< class T >
@@ -26,12 +18,44 @@ class WeakPtr {
     if( object_ )
       life_ = object_->koiLife();
   }
+  WeakPtr( WeakPtr && ) noexcept = default;
+  WeakPtr & operator=( WeakPtr other ) noexcept {
+    std::swap( object_, other.object_ );
+    std::swap( life_, other.life_ );
+    std::swap( reference_, other.reference_ );
+    return *this;
+  }
+
   /// The entity; null when it is gone or never was.
   Ptr< T > ptr() const { return life_ && life_->entity ? Ptr< T >( object_ ) : Ptr< T >(); }
 
+  /// Has a copy of `act` called when the entity goes, if this, wherever it is moved, still refers
+  /// to it then. `act` may end this. No entity, no call.
+  template< class Act >
+  void koiWhenGone( Act const & act ) {
+    if( !life_ )
+      return;
+    reference_ = std::make_unique< Reference< Act > >( act );
+    life_->add( *reference_ );
+  }
+
  private:
+  template< class Act >
+  class Reference final : public WeakReference {
+   public:
+    explicit Reference( Act const & act ) : act_( act ) {}
+
+   private:
+    void targetIsGone() override {
+      Act const act = act_;  // it ends this
+      act();
+    }
+    Act const act_;
+  };
+
   T * object_ = nullptr;
   Ptr< EntityLife > life_;
+  std::unique_ptr< WeakReference > reference_;  // in the list of life_, so it goes first
 };
 
 /// The reference of the one collection or child attribute that owns an entity: when it goes, the

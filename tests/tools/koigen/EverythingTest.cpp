@@ -123,7 +123,7 @@ TEST( Everything, typeNodesListTheAttributesInOrder ) {
   EXPECT_EQ(
       attributeNames( room ),
       ( std::vector< std::string >{ "shelf", "lamp", "lampAt", "borrowed", "mainLamp", "spareLamp",
-                                    "colorCount", "visitor", "ceiling", "finding" } ) );
+                                    "colorCount", "visitor", "lent", "ceiling", "finding" } ) );
   EXPECT_EQ( room.fields[0].type, &Shelf::_koiType );
   EXPECT_EQ( room.fields[4].type, nullptr );
   EXPECT_EQ( room.fields[6].type, &Koi::koiTypeU32 );
