@@ -106,7 +106,7 @@ struct Observation {
   explicit Observation( Args const &... args ) : observer( args... ) {}
 
   void bind( Ptr< E > const & to, bool listening ) {
-    entity = to;
+    Ptr< E > const old = std::exchange( entity, to );  // goes last: that may rebind this
     observer.isRegisteredNotifieeIs( listening );
     observer.notifierIs( to );
     mark();
@@ -190,19 +190,15 @@ class WatchedEach final : public WatchedBase {
   void bind( K const & k, Ptr< E > const & entity ) {
     if( value( k ) == entity )
       return;
-    K const key = k;  // k may stand in the observer that goes
-    remove( key );
+    auto const old = taken( k );  // goes last: that may bind others
     if( !entity )
       return;
-    auto one = fresh_( key );
+    auto one = fresh_( k );
     one->bind( entity, isListening() );
-    Order::insert( members_, key, std::move( one ) );
+    Order::insert( members_, k, std::move( one ) );
   }
-  void remove( K const & k ) {
-    if( auto const at = Order::find( members_, k ); at != members_.end() )
-      members_.erase( at );
-  }
-  void removeAll() { members_.clear(); }
+  void remove( K const & k ) { auto const old = taken( k ); }
+  void removeAll() { auto const old = std::exchange( members_, {} ); }
 
   void listenIs( bool listening ) override {
     for( auto & member : members_ )
@@ -220,6 +216,11 @@ class WatchedEach final : public WatchedBase {
   }
 
  private:
+  typename Order::Store::node_type taken( K const & k ) {
+    auto const at = Order::find( members_, k );
+    return at == members_.end() ? typename Order::Store::node_type() : members_.extract( at );
+  }
+
   std::function< std::unique_ptr< One >( K const & ) > fresh_;
   typename Order::Store members_;
 };

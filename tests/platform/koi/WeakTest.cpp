@@ -343,3 +343,19 @@ TEST_F( Weak, aReactorsMembersLeaveWithoutAWord ) {
   EXPECT_EQ( keeper->noticed( 2 ), other );
   EXPECT_EQ( keeper->noticedDel( keeper->noticedIterator() ), other );
 }
+
+TEST_F( Weak, aReactorMayBeReboundByWhatGoesWhenItIsRebound ) {
+  HandlerLog log;
+  auto const keeper = RoomKeeperIs( nullptr, lamp, 0, nullptr );
+  auto const last = newLamp();
+  first->spareLampIs( lamp );
+  Watcher watcher( first, calls, [&] { keeper->lampIs( last ); } );
+  lamp = newLamp();
+  keeper->lampIs( lamp );
+  EXPECT_EQ( taken(), Calls{ "1 spareLamp gone" } );
+  EXPECT_EQ( keeper->lamp(), last );
+  log.taken();
+  lamp->litIs( true );
+  last->litIs( true );
+  EXPECT_EQ( log.taken(), Calls{ "lit" } );
+}
