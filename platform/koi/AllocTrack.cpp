@@ -31,6 +31,11 @@ std::string demangled( char const * name ) {
   return text ? text.get() : name;
 }
 
+constexpr std::align_val_t cacheLine{ 64 };
+
+/// A chunk of members of 64 bytes each: so every member is in one cache line.
+bool isAligned( std::size_t size ) { return size >= 1024; }
+
 }  // namespace
 
 AllocTrack & AllocTrackTypeInfo::track( std::type_info const & type ) {
@@ -57,7 +62,8 @@ std::vector< AllocTrackRow > allocTracks() {
 }
 
 void * PtrInterface::koiMemAlloc( std::size_t size, AllocTrack & track ) {
-  void * const memory = ::operator new( size );
+  void * const memory =
+      isAligned( size ) ? ::operator new( size, cacheLine ) : ::operator new( size );
   track.allocated( size );
   return memory;
 }
@@ -66,7 +72,10 @@ void PtrInterface::koiMemFree( void * memory, std::size_t size, AllocTrack & tra
   if( !memory )
     return;
   track.freed( size );
-  ::operator delete( memory );
+  if( isAligned( size ) )
+    ::operator delete( memory, cacheLine );
+  else
+    ::operator delete( memory );
 }
 
 }  // namespace Koi

@@ -1,5 +1,5 @@
-// Children.h: how an entity makes the children that it owns: once for a key, and never otherwise
-// than they are.
+// Children.h: how an entity makes the children that it owns, and a reactor its inner reactors: once
+// for a key, and never otherwise than they are.
 //
 // Used on the entity's thread, by the mutators of entities and reactors.
 #pragma once
@@ -14,7 +14,13 @@ namespace Koi {
 
 class Entity;
 
-/// One parameter of an entity's constructor: its name as messages give it, and how it is read back.
+/// The name of an entity that is called after its key: the key's canonical text.
+template< class Key >
+Name nameOf( Key const & key ) {
+  return Name( valueToStrep( key ) );
+}
+
+/// One parameter of a constructor: its name as messages give it, and how it is read back.
 template< class E, class Given >
 struct ConstructorParameter {
   char const * name;
@@ -26,15 +32,30 @@ constexpr ConstructorParameter< E, Given > parameter( char const * name,
   return { name, get };
 }
 
-/// The canonical text of a reference to an entity: its full name, or "null".
-template< class E >
-String8 valueToStrep( Ptr< E > const & entity ) {
-  return entity ? entity->fullName() : String8( "null" );
+/// The canonical text of a reference: an entity's full name, a reactor's type, or "null".
+template< class T >
+String8 valueToStrep( Ptr< T > const & object ) {
+  if( !object )
+    return "null";
+  if constexpr( requires { object->koiType(); } )
+    return object->fullName();
+  else
+    return object->fwkType()->name;
+}
+
+/// How the refusal below begins.
+template< class Child >
+std::string reinstantiating( Child const & child ) {
+  if constexpr( requires { child.koiType(); } )
+    return "Reinstantiating the entity with name " + std::string( child.name().view() );
+  else
+    return "Reinstantiating the pointer interface";
 }
 
 /// Raises NameInUseException when an argument differs from what the child was built with:
 /// "Reinstantiating the entity with name <name> where constructor parameter attribute <parameter>
-/// has a different value of <new value> than the current value of <current value> not allowed".
+/// has a different value of <new value> than the current value of <current value> not allowed"; of
+/// a reactor "Reinstantiating the pointer interface where ...".
 template< class Child, class... Args >
 void refuseOtherArguments( Child const & child, Args const &... args ) {
   auto const one = [&]( auto const & parameter, auto const & arg ) {
@@ -42,8 +63,7 @@ void refuseOtherArguments( Child const & child, Args const &... args ) {
     std::remove_const_t< decltype( current ) > const asked( arg );
     if( !same( current, asked ) )
       throw NameInUseException(
-          "Reinstantiating the entity with name " + std::string( child.name().view() ) +
-          " where constructor parameter attribute " + parameter.name +
+          reinstantiating( child ) + " where constructor parameter attribute " + parameter.name +
           " has a different value of " + std::string( valueToStrep( asked ) ) +
           " than the current value of " + std::string( valueToStrep( current ) ) + " not allowed" );
   };

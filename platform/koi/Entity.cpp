@@ -43,7 +43,7 @@ bool Entity::hasBeenKept() const {
 
 void Entity::retire() const {
   if( life_ )
-    life_->entity = nullptr;
+    life_->object = nullptr;
   observers_.reset();
   logs_.reset();
 }
@@ -70,12 +70,15 @@ String8 Entity::fullName() const {
 void Entity::koiParentIs( Entity * parent, unsigned attribute ) {
   parent_ = parent;
   parentAttribute_ = attribute;
-  if( parent ) {
+  if( parent )
     incarnation_ = parent->changes_;  // which has grown for this child
-    Mirror::appeared();
-  } else {
-    leaveLogs();
-  }
+  Mirror::appeared();
+}
+
+void Entity::koiDisowned() {
+  parent_ = nullptr;
+  leaveLogs();
+  koiEndReactors();
 }
 
 void Entity::leaveLogs() {

@@ -1,5 +1,5 @@
-// EntityLife.h: what outlives an entity: that it is gone, and who is to do something about that.
-// Used by weak pointers and Entity, on the entity's thread.
+// EntityLife.h: what outlives an entity or a reactor: that it is gone, and who is to do something
+// about that. Used by weak pointers and Entity, on the entity's thread.
 //
 // L1  A WeakReference is in the list of one life or in none, and may end at any time.
 // L2  None is called while an entity is taken apart: they are called when that is done, and all is
@@ -9,8 +9,6 @@
 #include <koi/Ptr.h>
 
 namespace Koi {
-
-class Entity;
 
 /// A place in a ring.
 struct WeakLink {
@@ -46,7 +44,7 @@ class KOI_PUBLIC WeakReference : private WeakLink {
 
 /// What weak pointers hold of an entity.
 struct KOI_PUBLIC EntityLife final : PtrInterface {
-  explicit EntityLife( Entity const * of ) : entity( of ) {}
+  explicit EntityLife( PtrInterface const * of ) : object( of ) {}
 
   /// Has it called when the entity is gone, after those that came before.
   void add( WeakReference & reference ) {
@@ -56,7 +54,7 @@ struct KOI_PUBLIC EntityLife final : PtrInterface {
     link.before->after = references_.before = &link;
   }
 
-  Entity const * entity;  ///< null when it is gone
+  PtrInterface const * object;  ///< null when it is gone
 
  private:
   friend class Departure;
@@ -71,7 +69,7 @@ struct KOI_PUBLIC EntityLife final : PtrInterface {
 /// end of the outermost the weak references to all that went are called.
 class Departure {
  public:
-  /// `life` is null when nobody holds the entity weakly.
+  /// `life` is null when nobody holds it weakly.
   explicit Departure( Ptr< EntityLife > const & life );
   ~Departure();
   Departure( Departure const & ) = delete;

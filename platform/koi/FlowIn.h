@@ -11,23 +11,28 @@ namespace Koi {
 
 class KOI_PUBLIC FlowIn {
  public:
+  /// What refers to something that is not here yet is looked at again when something came, and a
+  /// last time, when it gets what it gets, at the end of its flush.
+  enum Pass { first, again, last };
+
   FlowIn( KoiNboAttrLogSa & adapter_, unsigned attribute_, NboAttrLog::In in_ )
       : adapter( adapter_ ),
         attribute( attribute_ ),
         in( in_ ),
         since_( adapter_.mirror().numApplied() ) {}
   /// One operation that waited.
-  FlowIn( KoiNboAttrLogSa & adapter_, unsigned attribute_, WaitingOperation const & operation )
+  FlowIn( KoiNboAttrLogSa & adapter_, unsigned attribute_, WaitingOperation const & operation,
+          Pass pass_ )
       : adapter( adapter_ ),
         attribute( attribute_ ),
         in( operation.bytes.data(), operation.bytes.size() ),
-        isRetry( true ),
+        pass( pass_ ),
         since_( operation.since ) {}
 
   KoiNboAttrLogSa & adapter;
   unsigned const attribute;
   NboAttrLog::In in;
-  bool const isRetry = false;  ///< what could not be resolved when it came
+  Pass const pass = first;
 
   Mirror & mirror() const { return adapter.mirror(); }
 
@@ -92,11 +97,12 @@ class KOI_PUBLIC FlowIn {
   void wait( std::string const & key, NboAttrLog::In const & operation ) const {
     adapter.unresolvedIs( attribute, key, { bytesBetween( operation, in ), since_ } );
   }
-  /// Another operation takes its place, or it is applied. True when it came with an earlier flush.
+  /// It is what waited, or takes the place of what did. True when that came with an earlier flush.
   bool waitEnds( std::string const & key ) const {
-    bool const isLate = adapter.unresolvedDel( attribute, key );
-    return isLate || since_ != mirror().numApplied();
+    return adapter.unresolvedDel( attribute, key ) || isLate();
   }
+  /// It came with an earlier flush.
+  bool isLate() const { return since_ != mirror().numApplied(); }
   /// The bytes from one place in the log to another.
   static std::string bytesBetween( NboAttrLog::In from, NboAttrLog::In const & to ) {
     std::size_t const size = from.left() - to.left();

@@ -258,10 +258,10 @@ bool KoiNboAttrLogSa::unresolvedDel( unsigned attribute, std::string const & key
   return isLate;
 }
 
-void KoiNboAttrLogSa::retryUnresolved() {
+void KoiNboAttrLogSa::retryUnresolved( bool isLast ) {
   auto const operations = std::exchange( unresolved_, {} );
   for( auto const & [at, operation] : operations ) {
-    FlowIn flow( *this, at.first, operation );
+    FlowIn flow( *this, at.first, operation, isLast ? FlowIn::last : FlowIn::again );
     handleAttrDeserialization( flow );
     settle( at.first );
   }

@@ -123,7 +123,8 @@ class KOI_PUBLIC KoiNboAttrLogSa : public AdapterHook< AllAdapters >,
   /// True when it waited since an earlier flush.
   bool unresolvedDel( unsigned attribute, std::string const & key );
   bool hasUnresolved() const { return !unresolved_.empty(); }
-  void retryUnresolved();
+  /// Applies it again; what is still not here gets nothing when that is the last time.
+  void retryUnresolved( bool isLast );
 
   // ---- what refers to the entity: the peer knows it by a path, which ends when it leaves the tree
   void referrerIs( KoiNboAttrLogSa & adapter, unsigned attribute, std::string key );

@@ -1,29 +1,26 @@
 // MemberMemory.h: where the collections of an entity get their memory: chunks of members, bucket
-// arrays, the tree of an order. All of it comes and goes through these two functions.
+// arrays, the tree of an order, the list for the logs. All of it comes and goes through these two
+// functions and is counted under MemberMemory: a row for each type of member would say little, for
+// a member is not allocated alone.
 #pragma once
 
 #include <cstddef>
-#include <new>
+
+#include <koi/AllocTrack.h>
 
 namespace Koi {
 
-constexpr std::size_t cacheLine = 64;
+/// What the memory of all collections is counted under.
+struct MemberMemory {};
 
-/// Whether memory of that size begins with a cache line: a member of 64 bytes is then in one.
-constexpr bool isAligned( std::size_t size ) { return size >= 16 * cacheLine; }
-
-/// Memory for anything that needs no more than the usual alignment. Raises std::bad_alloc.
+/// Memory of that many bytes, from the runtime's allocator. Raises std::bad_alloc.
 inline void * memberAlloc( std::size_t size ) {
-  return isAligned( size ) ? ::operator new( size, std::align_val_t( cacheLine ) )
-                           : ::operator new( size );
+  return PtrInterface::koiMemAlloc( size, allocTrack< MemberMemory >() );
 }
 
 /// Gives back what memberAlloc( size ) gave.
-inline void memberFree( void * memory, std::size_t size ) {
-  if( isAligned( size ) )
-    ::operator delete( memory, std::align_val_t( cacheLine ) );
-  else
-    ::operator delete( memory );
+inline void memberFree( void * memory, std::size_t size ) noexcept {
+  PtrInterface::koiMemFree( memory, size, allocTrack< MemberMemory >() );
 }
 
 /// The same for a container of the standard library.

@@ -152,7 +152,7 @@ class KOI_PUBLIC Mirror {
   /// Applies what waits for something that the flush brought.
   void claim();
   void settleTouched();
-  void resolve();
+  void resolve( bool isLast = false );
   void onNotificationException( std::string const & what );
 
   Ptr< Entity > const root_;

@@ -55,6 +55,7 @@ void Mirror::claim() {
     std::erase_if( unclaimed_,
                    [this]( NboAttrLog::In const & in ) { return applyAttribute( in ); } );
   } while( unclaimed_.size() != left );
+  resolve( true );
   counts_.forgotten += left;
 }
 
@@ -319,7 +320,7 @@ void Mirror::appeared() {
   }
 }
 
-void Mirror::resolve() {
+void Mirror::resolve( bool isLast ) {
   hasAppeared_ = false;
   std::vector< KoiNboAttrLogSa * > waiting;
   while( !adapters_.waiting.empty() ) {
@@ -327,7 +328,7 @@ void Mirror::resolve() {
     adapters_.waiting.pop_front();
   }
   for( KoiNboAttrLogSa * const adapter : waiting )
-    adapter->retryUnresolved();
+    adapter->retryUnresolved( isLast );
   if( adapters_.waiting.empty() )
     std::erase( waitingMirrors, this );
 }

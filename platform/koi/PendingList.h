@@ -19,9 +19,14 @@ class PendingList {
  public:
   using Nodes = Slab< Node >;
 
+  using Places = std::vector< Place *, MemberAllocator< Place * > >;
+
   explicit PendingList( Nodes & nodes ) : nodes_( nodes ) {}
 
-  std::vector< Place * > & places() { return places_; }
+  static void * operator new( std::size_t size ) { return memberAlloc( size ); }
+  static void operator delete( void * memory, std::size_t size ) { memberFree( memory, size ); }
+
+  Places & places() { return places_; }
   U32 head() const { return head_; }
   std::size_t bytes() const { return sizeof *this + places_.capacity() * sizeof( Place * ); }
 
@@ -139,7 +144,7 @@ class PendingList {
   Nodes & nodes_;
   U32 head_ = noSlot;
   U32 tail_ = noSlot;
-  std::vector< Place * > places_;
+  Places places_;
 };
 
 }  // namespace Koi

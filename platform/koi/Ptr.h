@@ -104,8 +104,8 @@ class KOI_PUBLIC PtrInterface {
       handleZeroRef();
   }
 
-  /// The runtime's allocator: memory for one object of `size` bytes, counted under its type. Raises
-  /// std::bad_alloc, and then nothing is counted.
+  /// The runtime's allocator: memory for one object of `size` bytes, counted under its type; from
+  /// 1024 bytes on it begins with a cache line. Raises std::bad_alloc, and then nothing is counted.
   static void * koiMemAlloc( std::size_t size, AllocTrack & track );
   /// Gives it back; `size` as it was asked for. Null is not counted.
   static void koiMemFree( void * memory, std::size_t size, AllocTrack & track ) noexcept;

@@ -1,5 +1,5 @@
-// WeakPtr.h: the pointers to entities that are not plain references: one that owns a child, and one
-// that does not keep what it points to alive.
+// WeakPtr.h: the pointers to entities and reactors that are not plain references: one that owns
+// what it points to, and one that does not keep it alive.
 #pragma once
 
 #include <memory>
@@ -9,7 +9,7 @@
 
 namespace Koi {
 
-/// A pointer to an entity that does not keep it alive.
+/// A pointer to an entity or a reactor that does not keep it alive.
 template< class T >
 class WeakPtr {
  public:
@@ -26,8 +26,8 @@ class WeakPtr {
     return *this;
   }
 
-  /// The entity; null when it is gone or never was.
-  Ptr< T > ptr() const { return life_ && life_->entity ? Ptr< T >( object_ ) : Ptr< T >(); }
+  /// What it points to; null when it is gone or never was.
+  Ptr< T > ptr() const { return life_ && life_->object ? Ptr< T >( object_ ) : Ptr< T >(); }
 
   /// Has a copy of `act` called when the entity goes, if this, wherever it is moved, still refers
   /// to it then. `act` may end this. No entity, no call.
@@ -58,18 +58,18 @@ class WeakPtr {
   std::unique_ptr< WeakReference > reference_;  // in the list of life_, so it goes first
 };
 
-/// The reference of the one collection or child attribute that owns an entity: when it goes, the
-/// entity has no parent any more.
+/// The reference of the one collection or attribute that owns an entity or a reactor: when it goes,
+/// the entity has no parent any more, and the reactor ends.
 template< class T >
 class Owned {
  public:
   Owned() = default;
   Owned( Ptr< T > child ) : child_( std::move( child ) ) {}
   Owned( Owned && other ) noexcept : child_( std::move( other.child_ ) ) {}
-  ~Owned() { orphan(); }
+  ~Owned() { disown(); }
   Owned & operator=( Owned && other ) noexcept {
     if( this != &other ) {
-      orphan();
+      disown();
       child_ = std::move( other.child_ );
     }
     return *this;
@@ -77,9 +77,9 @@ class Owned {
   Ptr< T > const & ptr() const { return child_; }
 
  private:
-  void orphan() {
+  void disown() {
     if( child_ )
-      child_->koiParentIs( nullptr );
+      child_->koiDisowned();
   }
 
   Ptr< T > child_;

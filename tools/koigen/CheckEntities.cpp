@@ -62,6 +62,11 @@ void checkEntityMember( Checks checks, Declaration & d, Member & m ) {
     case Member::child:
       checks.resolver.resolve( m.type, d, Resolver::complete );
       return;
+    case Member::reactor:
+      if( checks.resolver.resolve( m.type, d, Resolver::itsReactor ) &&
+          m.type.declaration->kind != Declaration::reactor )
+        checks.findings.add( m.type.place, "'" + m.type.text + "' is no reactor" );
+      return;
     default:
       return checkCollection( checks, d, m );
   }

@@ -14,8 +14,9 @@ bool isCollection( Member const & m ) {
 /// What the member is called by and what is generated beside it.
 std::vector< std::string > generated( Member const & m ) {
   bool const each = isCollection( m ) || m.kind == Member::watchEach;
-  bool const mutated = each || m.kind == Member::scalar || m.kind == Member::child ||
-                       m.kind == Member::watch || ( m.kind == Member::field && m.settable );
+  bool const single = m.kind == Member::child || m.kind == Member::reactor;
+  bool const mutated = each || single || m.kind == Member::scalar || m.kind == Member::watch ||
+                       ( m.kind == Member::field && m.settable );
   std::vector< std::string > names = { m.name };
   auto const add = [&]( bool when, std::initializer_list< char const * > suffixes ) {
     for( auto const * suffix : suffixes )
@@ -23,7 +24,7 @@ std::vector< std::string > generated( Member const & m ) {
         names.push_back( m.name + suffix );
   };
   add( mutated, { "Is" } );
-  add( each || m.kind == Member::child, { "Del" } );
+  add( each || single, { "Del" } );
   add( each, { "DelAll" } );
   add( isCollection( m ), { "Iterator", "Notify" } );
   add( m.kind == Member::queue, { "Enq", "Deq", "Metadata" } );
@@ -83,7 +84,8 @@ void checkAgainstBases( Checks checks, Declaration const & d, Member const & m )
 /// Whether a child can be built from a key and what its other parameters are.
 void checkOwned( Checks checks, Member const & m ) {
   auto const parameters = Context::constructorOf( *m.type.declaration );
-  bool const byName = m.key.primitive == Primitive::name;
+  bool const byName =
+      m.key.primitive == Primitive::name && m.type.declaration->kind == Declaration::entity;
   if( parameters.empty() ? byName : same( parameters.front().type, m.key ) )
     return;
   checks.findings.add( m.type.place, "the constructor parameters of '" + m.type.text +

@@ -112,8 +112,11 @@ std::vector< EntityParameter > Context::constructorOf( Declaration const & entit
   for( auto const & p : entity.parameters )
     all.push_back( { p.name, p.type, nullptr, &entity } );
   for( auto const & m : entity.members )
-    if( m.kind == Member::param )
+    if( m.kind == Member::param || m.kind == Member::watch ) {
       all.push_back( { m.name, m.type, &m, &entity } );
+      if( m.kind == Member::watch )
+        all.back().type.hold = TypeUse::ref;
+    }
   return all;
 }
 

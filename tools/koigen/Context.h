@@ -21,8 +21,8 @@ std::string lowerCamel( std::string name );
 /// The named page, filled.
 std::string page( std::string const & name, Fill const & fill );
 
-/// One parameter of an entity's constructor. Own parameters of the entity have a member, those of a
-/// foreign base only name and type.
+/// One parameter of an entity's or reactor's constructor. Own parameters of the entity have a
+/// member, those of a foreign base only name and type.
 struct EntityParameter {
   std::string name;
   TypeUse type;
@@ -65,7 +65,7 @@ class Context {
   bool isRanged( TypeUse const & type ) const;
 
   /// The parameters of an entity's constructor, those of its bases first. An empty list means that
-  /// it is built from a Koi::Name alone.
+  /// it is built from a Koi::Name alone. Of a reactor, what it watches is among them, as a 'ref'.
   static std::vector< EntityParameter > constructorOf( Declaration const & entity );
 
   /// Which of constructorOf() is the entity's name; -1: none is (the list is empty, or the first is

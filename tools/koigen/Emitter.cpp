@@ -15,6 +15,14 @@ bool hasKind( Module const & module, Declaration::Kind kind ) {
                       [&]( auto const & d ) { return d.kind == kind && !d.foreign; } );
 }
 
+/// Whether an entity of the module owns a reactor.
+bool hasEntityReactor( Module const & module ) {
+  return std::any_of( module.declarations.begin(), module.declarations.end(), []( auto const & d ) {
+    return std::any_of( d.members.begin(), d.members.end(),
+                        []( auto const & m ) { return m.kind == Member::reactor; } );
+  } );
+}
+
 std::string headerName( Module const & module ) { return module.prefix + module.name + ".h"; }
 
 std::string declarationText( Context const & context, Declaration const & d ) {
@@ -42,6 +50,8 @@ std::string runtimeText( Module const & module ) {
   std::string text = "#include <koi/Value.h>\n";
   if( hasKind( module, Declaration::entity ) )
     text += "#include <koi/Entity.h>\n";
+  if( hasEntityReactor( module ) )
+    text += "#include <koi/EntityReactor.h>\n";
   if( hasKind( module, Declaration::reactor ) )
     text += "#include <koi/Reactor.h>\n";
   return text;

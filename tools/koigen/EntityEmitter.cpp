@@ -37,6 +37,10 @@ std::string collectionType( Context const & context, Member const & member ) {
                            cellType( context, member.type ) );
 }
 
+bool holdsInnerReactors( Member const & member ) {
+  return member.type.hold == TypeUse::own && member.type.declaration->kind == Declaration::reactor;
+}
+
 std::string callback( Member const & member ) {
   return "NotifieeConst::koiOn" + capital( member.name );
 }
@@ -151,6 +155,10 @@ class EntityText {
           { "constructor", stacked( parameters_, ",\n" ) },
           { "table", stacked( table_, ",\n" ) },
           { "numAttributes", std::to_string( table_.size() ) },
+          { "reactors", reactors_.empty()
+                            ? ""
+                            : "static constexpr auto koiReactors() { return std::tuple{ " +
+                                  stacked( reactors_, ", " ) + " }; }" },
           { "factory", lowerCamel( type ) + "Factory" },
           { "cells", stacked( cells_, "\n" ) } } );
   }
@@ -186,6 +194,9 @@ class EntityText {
       case Member::child:
         addChild( m );
         break;
+      case Member::reactor:
+        addReactor( m );
+        break;
       default:
         attributes_.push_back( attributeText( context_, { entity_, true }, m ) );
         addState( m );
@@ -220,6 +231,14 @@ class EntityText {
     fillChild( context_, m, 0, fill );
     attributes_.push_back( page( "entityChild", fill ) );
     addState( m );
+  }
+
+  void addReactor( Member const & m ) {
+    attributes_.push_back( page(
+        "entityReactor",
+        { { "doc", m.doc }, { "attr", m.name }, { "type", givenType( context_, m.type ) } } ) );
+    reactors_.push_back( "&" + entity_.name + "::" + m.name + "_" );
+    cells_.push_back( cellText( context_, m ) );
   }
 
   void addState( Member const & m ) {
@@ -261,7 +280,7 @@ class EntityText {
   Context const & context_;
   Declaration const & entity_;
   std::vector< EntityParameter > const constructor_;
-  Texts initialisers_, attributes_, callbacks_, parameters_, table_, cells_;
+  Texts initialisers_, attributes_, callbacks_, parameters_, table_, reactors_, cells_;
 };
 
 }  // namespace
@@ -320,6 +339,9 @@ std::string attributeText( Context const & context, MemberOwner const & owner,
 }
 
 std::string cellText( Context const & context, Member const & member ) {
+  if( isCollection( member ) && holdsInnerReactors( member ) )
+    return angled( "Koi::InnerReactors", collectionType( context, member ) ) + " " + member.name +
+           "_{ this };";
   if( isCollection( member ) )
     return collectionType( context, member ) + " " + member.name + "_;";
   std::string const initial = context.initial( member.initial );

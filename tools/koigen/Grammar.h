@@ -122,6 +122,8 @@ struct CollectionMember : if_must< sor< Hash, Tree, Queue >, T< MemberName >, Ke
                                    star< Clause >, End > {};
 KOIGEN_WORD( Child, "child" );
 struct ChildMember : if_must< Child, T< MemberName >, Of, End > {};
+KOIGEN_WORD( ItsReactor, "reactor" );
+struct ReactorMember : if_must< ItsReactor, T< MemberName >, Of, End > {};
 
 KOIGEN_WORD( Watch, "watch" );
 KOIGEN_WORD( Each, "each" );
@@ -202,7 +204,7 @@ struct BaseName : Scoped {};
 struct Base : if_must< Sign< ':' >, T< BaseName > > {};
 struct EntityMembers : must< star< sor< Misplaced, AttrMember, ParamMember, ConstMember,
                                         DerivedMember, FunctionMember, CollectionMember,
-                                        ChildMember > >, Close > {};
+                                        ChildMember, ReactorMember > >, Close > {};
 struct EntityBody : sor< seq< Base, must< Open >, EntityMembers >, seq< Open, EntityMembers > > {};
 struct ForeignEntityBody : sor< seq< Parameters, must< ForeignBody > >, ForeignBody > {};
 struct EntityRest : sor< ForeignEntityBody, EntityBody > {};

@@ -86,6 +86,7 @@ struct Member {
     ordered,
     queue,
     child,
+    reactor,  // of an entity, which owns it
     watch,
     watchEach,
     start,

@@ -127,6 +127,7 @@ ON( Hash, s.begin( Member::hashed, placeOf( in ) ) );
 ON( Tree, s.begin( Member::ordered, placeOf( in ) ) );
 ON( Queue, s.begin( Member::queue, placeOf( in ) ) );
 ON( Child, s.begin( Member::child, placeOf( in ) ); s.hold = TypeUse::own );
+ON( ItsReactor, s.begin( Member::reactor, placeOf( in ) ); s.hold = TypeUse::own );
 ON( Watch, s.begin( Member::watch, placeOf( in ) ) );
 ON( Each, s.member().kind = Member::watchEach );
 ON( Start, s.begin( Member::start, placeOf( in ) ) );

@@ -22,6 +22,10 @@ class ReactorText {
       : context_( context ), reactor_( reactor ) {}
 
   std::string text() {
+    Texts constructor;
+    for( auto const & p : Context::constructorOf( reactor_ ) )
+      constructor.push_back( "Koi::parameter( \"_" + p.name + "\", &" + reactor_.name +
+                             "::" + p.name + " )" );
     for( auto const & m : reactor_.members )
       add( m );
     std::string const & type = reactor_.name;
@@ -35,6 +39,7 @@ class ReactorText {
           { "arguments", inBlanks( stacked( arguments_, ", " ) ) },
           { "initialisers", initialisers_.empty() ? "" : " : " + stacked( initialisers_, ", " ) },
           { "attributes", stacked( attributes_ ) },
+          { "constructor", stacked( constructor, ",\n" ) },
           { "handlers", stacked( handlers_, "\n" ) },
           { "observers", stacked( observers_ ) },
           { "hooks", stacked( hooks_, "\n" ) },

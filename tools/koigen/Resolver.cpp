@@ -86,15 +86,21 @@ bool Resolver::resolve( TypeUse & use, Declaration const & from, Need need ) {
     findings_.add( use.place, "there is no type '" + use.text + "'" );
     return false;
   }
-  if( found->kind == Declaration::reactor ) {
-    findings_.add( use.place, "'" + use.text + "' is a reactor: nothing holds it" );
+  bool const reactor = found->kind == Declaration::reactor;
+  bool const inReactor = from.kind == Declaration::reactor &&
+                         ( use.hold == TypeUse::own || use.hold == TypeUse::weak );
+  if( reactor && need != itsReactor && !inReactor ) {
+    findings_.add( use.place, "'" + use.text +
+                                  "' is a reactor: a reactor holds it by 'own' or 'weak', an "
+                                  "entity by 'reactor'" );
     return false;
   }
-  if( found->kind != Declaration::entity && use.hold != TypeUse::whole ) {
+  bool const pointed = reactor || found->kind == Declaration::entity;
+  if( !pointed && use.hold != TypeUse::whole ) {
     findings_.add( use.place, "'" + use.text + "' is a value: only entities are pointed to" );
     return false;
   }
-  if( !visible( use, from, *found, found->kind == Declaration::entity ? need : complete ) )
+  if( !visible( use, from, *found, pointed ? need : complete ) )
     return false;
   use.declaration = found;
   return true;
@@ -111,7 +117,7 @@ bool Resolver::visible( TypeUse const & use, Declaration const & from, Declarati
   bool const before = !here || found.index < from.index;
   if( used && before )
     return true;
-  if( need == pointer ) {
+  if( need != complete ) {
     auto & forward = forward_[from.module];
     bool const itself = &found == &from;
     if( !itself && std::find( forward.begin(), forward.end(), &found ) == forward.end() )

@@ -13,8 +13,9 @@ namespace Koigen {
 
 class Resolver {
  public:
-  /// Where a type stands decides how much of it must be known there.
-  enum Need { complete, pointer };
+  /// Where a type stands decides how much of it must be known there; an entity's reactor is pointed
+  /// to.
+  enum Need { complete, pointer, itsReactor };
 
   /// Enters all types of the model; finds types and enumerators that are declared twice.
   Resolver( Model & model, Findings & findings );

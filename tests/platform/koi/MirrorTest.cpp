@@ -163,4 +163,264 @@ TEST( Mirror, changesAtBothEndsMeetWhateverIsCut ) {
   }
 }
 
+TEST( Mirror, aFlushThatIsCutAtAnyByteIsAsIfItHadNotBeen ) {
+  Pair pair;
+  std::mt19937 random( 7 );
+  for( int i = 0; i < 60; ++i )
+    RoomChange::any( random ).apply( *pair.source.room );
+  pair.settle();
+  std::size_t numCuts = 0;
+  for( std::size_t at = 0, size = 1; at < size; ++at, ++numCuts ) {
+    pair.source.room->colorCountIs( amber, static_cast< Koi::U32 >( at ) );
+    pair.source.room->lampDel( Koi::Name( "hall" ) );
+    pair.source.room->lampIs( Koi::Name( "hall" ) )->wattsIs( at % 2 );
+    std::string const before = pair.proxyText();
+    std::string const bytes = pair.source.out();
+    size = bytes.size();
+    pair.proxy.in( bytes.substr( 0, at ) );
+    ASSERT_EQ( pair.proxyText(), before ) << at;
+    pair.cut();
+    pair.settle();
+    ASSERT_EQ( pair.proxyText(), pair.sourceText() ) << at;
+  }
+  EXPECT_GT( numCuts, 150u );
+}
+
+TEST( Mirror, whatDidNotChangeTellsNobodyAfterACut ) {
+  Pair pair;
+  std::mt19937 random( 3 );
+  for( int i = 0; i < 200; ++i ) {
+    auto const change = RoomChange::any( random );
+    // What is out of the tree is made anew.
+    if( change.kind != RoomChange::lampDel && change.kind != RoomChange::lampAgain &&
+        change.kind != RoomChange::mainLampIs )
+      change.apply( *pair.source.room );
+  }
+  pair.source.room->mainLampIs( pair.source.room->lampIs( Koi::Name( "hall" ) ) );
+  pair.settle();
+  struct Counter : Room::NotifieeConst {
+    void onShelf( ShelfNumber const & ) override { ++numCalls; }
+    void onLamp( Koi::Name const & ) override { ++numCalls; }
+    void onMainLamp() override { ++numCalls; }
+    void onColorCount( Color ) override { ++numCalls; }
+    void onVisitor( Koi::U8 ) override { ++numCalls; }
+    void onCeiling() override { ++numCalls; }
+    using NotifieeConst::onColorCount;
+    using NotifieeConst::onLamp;
+    using NotifieeConst::onShelf;
+    using NotifieeConst::onVisitor;
+    int numCalls = 0;
+  } counter;
+  counter.notifierIs( pair.proxy.room );
+  pair.cut();
+  pair.settle();
+  EXPECT_EQ( counter.numCalls, 0 );
+  pair.source.room->colorCountIs( red, 77 );
+  pair.cut();
+  pair.settle();
+  EXPECT_EQ( counter.numCalls, 1 );
+}
+
+TEST( Mirror, aChildThatWasMadeAgainIsAnotherOneAlsoAcrossACut ) {
+  for( bool const cut : { false, true } ) {
+    Pair pair;
+    Koi::Name const hall( "hall" );
+    pair.source.room->lampIs( hall );
+    pair.settle();
+    Koi::Ptr< Lamp > const before = pair.proxy.room->lamp( hall );
+    pair.source.room->lampDel( hall );
+    pair.source.room->lampIs( hall );
+    if( cut )
+      pair.cut();
+    pair.settle();
+    EXPECT_NE( pair.proxy.room->lamp( hall ), before ) << cut;
+    EXPECT_EQ( before->parent(), nullptr );
+  }
+}
+
+TEST( Mirror, aFlushIsToldWhenAllOfItIsThere ) {
+  Pair pair;
+  pair.settle();
+  struct Reader : Room::NotifieeConst {
+    void onColorCount( Color ) override {
+      EXPECT_TRUE( notifier()->ceiling() && notifier()->ceiling()->watts() == 7 );
+      ++numCalls;
+    }
+    using NotifieeConst::onColorCount;
+    int numCalls = 0;
+  } reader;
+  reader.notifierIs( pair.proxy.room );
+  pair.source.room->colorCountIs( red, 1 );
+  pair.source.room->ceilingIs( Koi::Name( "top" ) )->wattsIs( 7 );
+  pair.settle();
+  EXPECT_EQ( reader.numCalls, 1 );
+}
+
+TEST( Mirror, whatObserversRaiseIsCountedAndTheRestIsApplied ) {
+  Pair pair;
+  pair.settle();
+  struct Thrower : Room::NotifieeConst {
+    void onColorCount( Color ) override { throw std::runtime_error( "not today" ); }
+    using NotifieeConst::onColorCount;
+  } thrower;
+  thrower.notifierIs( pair.proxy.room );
+  pair.source.room->colorCountIs( red, 1 );
+  pair.source.room->ceilingIs( Koi::Name( "top" ) );
+  pair.settle();
+  EXPECT_EQ( pair.proxyText(), pair.sourceText() );
+  EXPECT_EQ( pair.proxy.mirror.counts().exceptions, 1u );
+  EXPECT_EQ( pair.proxy.mirror.lastException(), "not today" );
+}
+
+TEST( Mirror, theProxysChangeHoldsWhereBothChange ) {
+  Pair pair;
+  pair.source.room->ceilingIs( Koi::Name( "top" ) );
+  pair.settle();
+  pair.source.room->colorCountIs( red, 1 );
+  pair.source.room->ceiling()->wattsIs( 10 );
+  pair.proxy.room->colorCountIs( red, 2 );
+  pair.proxy.room->ceiling()->wattsIs( 20 );
+  pair.settle();
+  EXPECT_EQ( pair.source.room->colorCount( red ), 2u );
+  EXPECT_EQ( pair.source.room->ceiling()->watts(), 20 );
+  EXPECT_EQ( pair.proxyText(), pair.sourceText() );
+}
+
+TEST( Mirror, aReadOnlyProxyRefusesWhatItsSourceDoesNotWant ) {
+  Pair pair( false );
+  pair.proxy.room->colorCountIs( red, 5 );  // before it knows
+  pair.source.room->ceilingIs( Koi::Name( "top" ) );
+  pair.settle();
+  EXPECT_EQ( pair.proxyText(), pair.sourceText() );
+  auto const refusal = []( auto const & change ) -> std::string {
+    try {
+      change();
+    } catch( Koi::ReadOnlyException const & e ) {
+      return e.what();
+    }
+    return "done";
+  };
+  Room & room = *pair.proxy.room;
+  std::string const ofRoom = "write-update from readonly proxy: room";
+  EXPECT_EQ( refusal( [&] { room.colorCountIs( red, 1 ); } ), ofRoom );
+  EXPECT_EQ( refusal( [&] { room.visitorEnq( ShelfNumber( 1 ) ); } ), ofRoom );
+  EXPECT_EQ( refusal( [&] { room.lampIs( Koi::Name( "a" ) ); } ), ofRoom );
+  EXPECT_EQ( refusal( [&] { room.ceilingDel(); } ), ofRoom );
+  EXPECT_EQ( refusal( [&] { room.ceiling()->wattsIs( 3 ); } ), ofRoom + "/top" );
+  EXPECT_EQ( refusal( [&] { room.ceiling()->wattsIs( 40 ); } ), "done" );  // as it is
+  EXPECT_EQ( refusal( [&] { room.colorCountDel( red ); } ), "done" );      // there is none
+  EXPECT_EQ( pair.proxyText(), pair.sourceText() );
+}
+
+/// Puts another number in the place of the only one of that kind in the bytes.
+void replace( std::string & bytes, std::string_view from, std::string_view to ) {
+  auto const at = bytes.find( from );
+  ASSERT_NE( at, std::string::npos );
+  ASSERT_EQ( bytes.find( from, at + 1 ), std::string::npos );
+  bytes.replace( at, from.size(), to );
+}
+
+TEST( Mirror, aRefusedChangeIsCountedAndTheProxyGetsWhatIsThere ) {
+  using namespace std::string_view_literals;
+  Pair pair;
+  pair.source.room->ceilingIs( Koi::Name( "top" ) );
+  pair.settle();
+  auto const ceiling = [&]( End & end ) { return end.room->ceiling(); };
+  // From the source: left out.
+  ceiling( pair.source )->wattsIs( 0x55 );
+  std::string bytes = pair.source.out();
+  replace( bytes, "\0\x55"sv, "\1\x55"sv );
+  pair.proxy.in( bytes );
+  pair.settle();
+  EXPECT_EQ( ceiling( pair.proxy )->watts(), 40 );
+  EXPECT_EQ( pair.proxy.mirror.counts().refused, 1u );
+  EXPECT_EQ( pair.proxy.mirror.lastRefusal(),
+             "room/top.watts: Lamp::watts > Lamp::wattsMax not allowed" );
+  // From the proxy: answered.
+  ceiling( pair.proxy )->wattsIs( 0x44 );
+  bytes = pair.proxy.out();
+  replace( bytes, "\0\x44"sv, "\1\x44"sv );
+  pair.source.in( bytes );
+  pair.settle();
+  EXPECT_EQ( pair.source.mirror.counts().refused, 1u );
+  EXPECT_EQ( ceiling( pair.proxy )->watts(), 0x55 );
+  EXPECT_EQ( pair.proxyText(), pair.sourceText() );
+}
+
+TEST( Mirror, anEntityWithoutAParentComesWithTheReferenceToIt ) {
+  Pair pair;
+  auto const lamp = lampFactory( Koi::Name( "somewhere" ) );
+  lamp->labelIs( "far" );
+  pair.source.room->mainLampIs( lamp );
+  pair.settle();
+  auto const mirrored = pair.proxy.room->mainLamp();
+  ASSERT_TRUE( mirrored );
+  EXPECT_EQ( mirrored->label(), Koi::String8( "far" ) );
+  lamp->labelIs( "near" );
+  pair.settle();
+  EXPECT_EQ( mirrored->label(), Koi::String8( "near" ) );
+}
+
+TEST( Mirror, aRelayCarriesBothWays ) {
+  Pair pair;
+  Mirror relay( pair.proxy.room, Mirror::source );
+  End far( Mirror::proxy );
+  auto const settle = [&] {
+    for( int i = 0; i < 20; ++i ) {
+      pair.settle();
+      Koi::Ptr< Koi::NboAttrLog::Out > const out( new Koi::NboAttrLog::Out );
+      relay.flush( *out );
+      far.mirror.received( out->data(), out->size() );
+      std::string const back = far.out();
+      relay.received( back.data(), back.size() );
+    }
+  };
+  std::mt19937 random( 11 );
+  for( int i = 0; i < 30; ++i ) {
+    for( int n = 0; n < 4; ++n )
+      RoomChange::any( random ).apply( i % 2 ? *far.room : *pair.source.room );
+    settle();
+    ASSERT_EQ( TestSupport::wholeText( *far.room ), pair.sourceText() ) << i;
+    ASSERT_EQ( pair.proxyText(), pair.sourceText() ) << i;
+  }
+}
+
+TEST( Mirror, saysOnceThatItHasSomethingToSay ) {
+  Pair pair;
+  pair.settle();
+  int numCalls = 0;
+  pair.source.mirror.onOutput( [&] { ++numCalls; } );
+  for( int i = 0; i < 10; ++i )
+    pair.source.room->colorCountIs( red, static_cast< Koi::U32 >( i ) );
+  EXPECT_EQ( numCalls, 1 );
+  pair.settle();
+  pair.source.room->colorCountDel( red );
+  EXPECT_EQ( numCalls, 2 );
+}
+
+TEST( Mirror, strangersAreRefusedByName ) {
+  auto const refusal = []( End & end, std::string const & bytes ) -> std::string {
+    try {
+      end.in( bytes );
+    } catch( Koi::ParseException const & e ) {
+      return e.what();
+    }
+    return "taken";
+  };
+  End source( Mirror::source );
+  EXPECT_EQ( refusal( source, End( Mirror::source ).out() ),
+             "attribute log: both ends are sources" );
+  source.mirror.restart();
+  EXPECT_EQ( refusal( source, std::string( "GET / HTTP/1.1\r\n" ) ),
+             "attribute log: a frame of 1195725856 bytes" );
+  source.mirror.restart();
+  auto const spot = spotlightFactory( Koi::Name( "room" ) );
+  Mirror other( spot, Mirror::proxy );
+  Koi::Ptr< Koi::NboAttrLog::Out > const out( new Koi::NboAttrLog::Out );
+  other.flush( *out );
+  EXPECT_EQ( refusal( source,
+                      std::string( reinterpret_cast< char const * >( out->data() ), out->size() ) ),
+             "attribute log: the peer's tree is a Everything::Spotlight, not a Everything::Room" );
+}
+
 }  // namespace

@@ -152,3 +152,164 @@ TEST_F( Reactor, throwsIntoTheMutatorThatCalledIt ) {
   EXPECT_TRUE( lamp->lit() );
   EXPECT_EQ( keeper->step(), 1u );
 }
+
+TEST( ValidPtr, refusesNull ) {
+  auto const refusal = []( Koi::Ptr< Lamp > const & lamp ) -> std::string {
+    try {
+      return std::string( Koi::ValidPtr< Lamp >( lamp )->name().view() );
+    } catch( Koi::RangeException const & e ) {
+      return e.what();
+    }
+  };
+  EXPECT_EQ( refusal( lampFactory( Koi::Name( "door" ) ) ), "door" );
+  EXPECT_EQ( refusal( nullptr ), "null ValidPtr" );
+}
+
+/// A keeper without a room, and what its handlers and those of its shelf keepers did.
+struct InnerReactors : testing::Test {
+  Koi::Ptr< Shelf > one = shelfFactory( seven, false, nullptr );
+  Koi::Ptr< Shelf > other = shelfFactory( eight, false, nullptr );
+  Koi::Ptr< RoomKeeper > keeper{ new RoomKeeper( nullptr, nullptr, 3, nullptr ) };
+  HandlerLog log;
+};
+
+TEST_F( InnerReactors, areActiveLikeTheirOwnerAndEndWhenTakenOut ) {
+  auto const first = keeper->shelfKeeperIs( seven, one, keeper );
+  one->bookIs( book( "Emma" ) );
+  EXPECT_EQ( log.taken(), Calls{ "start at 7" } );
+  keeper->hasNotificationActiveIs( true );
+  auto const second = keeper->shelfKeeperIs( eight, other, keeper );
+  other->bookIs( book( "Emma" ) );
+  EXPECT_EQ( log.taken(), ( Calls{ "start at 7", "start at 8", "at 8 Emma" } ) );
+  keeper->hasNotificationActiveIs( false );
+  other->bookDelAll();
+  EXPECT_EQ( log.taken(), Calls{} );
+
+  EXPECT_EQ( keeper->shelfKeeperDel( seven ), first );
+  EXPECT_TRUE( first->isZombie() );
+  EXPECT_EQ( keeper->shelfKeeper( seven ), nullptr );
+  keeper->koiDoZombieReactors( true );
+  EXPECT_TRUE( second->isZombie() );
+  EXPECT_TRUE( keeper->shelfKeeperIs( seven, one, keeper )->isZombie() );
+  EXPECT_EQ( log.taken(),
+             ( Calls{ "cleanup at 7", "cleanup", "cleanup at 8", "start at 7", "cleanup at 7" } ) );
+}
+
+TEST_F( InnerReactors, areBuiltOnceAndNeverWithOtherArguments ) {
+  auto const first = keeper->shelfKeeperIs( seven, one, keeper );
+  EXPECT_EQ( keeper->shelfKeeperIs( seven, one, keeper ), first );
+  auto const refusal = [&]( Shelf * shelf, RoomKeeper * whose ) -> std::string {
+    try {
+      keeper->shelfKeeperIs( seven, shelf, whose );
+    } catch( Koi::NameInUseException const & e ) {
+      return e.what();
+    }
+    return "accepted";
+  };
+  EXPECT_EQ(
+      refusal( other, keeper ),
+      "Reinstantiating the pointer interface where constructor parameter attribute _shelf has "
+      "a different value of 8 than the current value of 7 not allowed" );
+  EXPECT_EQ( refusal( one, nullptr ),
+             "Reinstantiating the pointer interface where constructor parameter attribute _keeper "
+             "has a different value of null than the current value of Everything::RoomKeeper not "
+             "allowed" );
+  EXPECT_THROW( keeper->shelfKeeperIs( ShelfNumber(), one, keeper ), Koi::RangeException );
+  EXPECT_EQ( log.taken(), Calls{ "start at 7" } );
+  EXPECT_EQ( keeper->shelfKeeper().size(), 1u );
+}
+
+TEST_F( InnerReactors, mayBeRemovedByTheirOwnHandlersAndOutliveTheirOwner ) {
+  HandlerLog acting( []( RoomKeeper & whose, std::string const & what ) {
+    if( what == "at 7 leave" )
+      whose.shelfKeeperDel( seven );
+    if( what == "start at 8" )  // leads to itself
+      whose.shelfKeeperIs( seven, nullptr, &whose );
+  } );
+  keeper->hasNotificationActiveIs( true );
+  keeper->shelfKeeperIs( seven, one, keeper );
+  one->bookIs( book( "leave" ) );
+  EXPECT_EQ( keeper->shelfKeeper( seven ), nullptr );
+  auto const second = keeper->shelfKeeperIs( eight, other, keeper );
+  EXPECT_EQ( keeper->shelfKeeper().size(), 2u );
+  keeper = nullptr;
+  EXPECT_TRUE( second->isZombie() );
+  EXPECT_EQ( second->keeper(), nullptr );
+  EXPECT_EQ( acting.taken(), ( Calls{ "start at 7", "at 7 leave", "cleanup at 7", "start at 8",
+                                      "start at 7", "cleanup", "cleanup at 7", "cleanup at 8" } ) );
+}
+
+TEST_F( InnerReactors, endWhileTheirOwnerIsWholeWhenItsConstructorThrows ) {
+  Koi::Ptr< ShelfKeeper > inner;
+  HandlerLog acting( [&]( RoomKeeper & whose, std::string const & what ) {
+    if( what == "initialized" ) {
+      inner = whose.shelfKeeperIs( seven, one, &whose );
+      throw std::logic_error( "no" );
+    }
+    if( what == "cleanup at 7" )
+      throw std::logic_error( "dropped" );
+  } );
+  EXPECT_THROW( new RoomKeeper( nullptr, nullptr, 3, nullptr ), std::logic_error );
+  EXPECT_TRUE( inner->isZombie() );
+  EXPECT_EQ( inner->keeper(), nullptr );
+  EXPECT_EQ( acting.taken(), ( Calls{ "initialized", "start at 7", "cleanup at 7" } ) );
+}
+
+/// The lamps of a room, two of them with keepers, and how many keepers there are.
+struct EntityReactors : testing::Test {
+  Koi::Ptr< Room > room = roomFactory( Koi::Name( "room" ) );
+  Koi::Ptr< Lamp > lamp = room->lampIs( Koi::Name( "a" ) );
+  Koi::Ptr< LampKeeper > keeper = lamp->keeperIs( lamp );
+
+  static Koi::U64 numKeepers() { return Koi::allocTrack< LampKeeper >().numLive(); }
+  static Koi::U64 numLamps() { return Koi::allocTrack< Lamp >().numLive(); }
+};
+
+TEST_F( EntityReactors, areActivatedOnce ) {
+  lamp->litIs( true );
+  EXPECT_EQ( lamp->dimmed(), 10u );
+  try {
+    lamp->keeperIs( nullptr );
+    ADD_FAILURE();
+  } catch( Koi::RangeException const & e ) {
+    EXPECT_STREQ( e.what(), "entity reactor is already active" );
+  }
+  EXPECT_EQ( lamp->keeper(), keeper );
+  EXPECT_EQ( lamp->keeperDel(), keeper );
+  EXPECT_TRUE( keeper->isZombie() );
+  EXPECT_EQ( lamp->label(), "over" );
+  EXPECT_EQ( lamp->keeperDel(), nullptr );
+  EXPECT_NE( lamp->keeperIs( lamp ), keeper );
+  room->lampDelAll();
+}
+
+TEST_F( EntityReactors, endWhenTheirEntityLeavesItsTree ) {
+  room->lampDel( Koi::Name( "a" ) );
+  EXPECT_TRUE( keeper->isZombie() );
+  EXPECT_EQ( lamp->keeper(), nullptr );
+  EXPECT_EQ( lamp->label(), "over" );
+  keeper = nullptr;
+  lamp = nullptr;
+  EXPECT_EQ( numKeepers() + numLamps(), 0u );
+
+  // One that does not hold its entity goes with it.
+  lamp = lampFactory( Koi::Name( "b" ) );
+  keeper = lamp->keeperIs( nullptr );
+  lamp = nullptr;
+  EXPECT_TRUE( keeper->isZombie() );
+}
+
+TEST_F( EntityReactors, endWithTheTree ) {
+  Koi::Ptr< Spotlight > const root = spotlightFactory( Koi::Name( "s" ) );
+  root->keeperIs( root );
+  root->koiEndReactors();
+  EXPECT_EQ( root->keeper(), nullptr );
+
+  auto const ceiling = room->ceilingIs( Koi::Name( "ceiling" ) );
+  ceiling->keeperIs( ceiling );
+  room->koiEndReactors();
+  EXPECT_TRUE( keeper->isZombie() );
+  EXPECT_EQ( room->ceiling(), ceiling );
+  keeper = nullptr;
+  EXPECT_EQ( numKeepers(), 0u );
+}

@@ -59,6 +59,27 @@ void RoomKeeper::handleBook( ShelfNumber const & watched, Koi::String8 const & k
 }
 void RoomKeeper::handleCleanup() { handled( *this, "cleanup" ); }
 
+void LampKeeper::handleLit() {
+  if( lamp() )
+    lamp()->dimmedIs( lamp()->brightness() / 4 );
+}
+void LampKeeper::handleCleanup() {
+  if( lamp() )
+    lamp()->labelIs( "over" );
+}
+
+void ShelfKeeper::handleInitialized() {
+  if( keeper() )
+    handled( *keeper(), "start at " + text( number() ) );
+}
+void ShelfKeeper::handleBook( Koi::String8 const & key ) {
+  handled( *keeper(), "at " + text( number() ) + " " + std::string( key.view() ) );
+}
+void ShelfKeeper::handleCleanup() {
+  if( keeper() )
+    handled( *keeper(), "cleanup at " + text( number() ) );
+}
+
 void Bystander::handleInitialized() {}
 
 }  // namespace Everything

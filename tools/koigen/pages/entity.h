@@ -20,6 +20,7 @@ class KOI_PUBLIC $Type$ : public Koi::EntityOf< $bases$ > {
     };
   }
   static constexpr unsigned koiEnd = koiFirst + $numAttributes$;
+  $reactors$
   static Koi::KoiType const _koiType;
 
  private:

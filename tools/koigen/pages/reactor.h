@@ -8,6 +8,11 @@ class KOI_PUBLIC $Type$ : public Koi::ReactorOf< $Type$ > {
   $attributes$
 
   static constexpr char koiName[] = "$scope$::$Type$";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      $constructor$
+    };
+  }
   static Koi::KoiType const _koiType;
 
  private:

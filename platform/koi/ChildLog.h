@@ -1,0 +1,181 @@
+// ChildLog.h: how children are written to a log and applied from one: what they are made from, and
+// which child of the one end is which of the other. Included only where entity types are
+// registered.
+#pragma once
+
+#include <algorithm>
+#include <tuple>
+
+#include <koi/AttributeRow.h>
+
+namespace Koi {
+
+/// The arguments of a constructor, as the log carries them: those behind the first `skip`.
+template< class Child >
+struct ChildArguments {
+  template< class... Of, class... Given >
+  static std::tuple< std::remove_cvref_t< Given >... > types(
+      std::tuple< ConstructorParameter< Of, Given >... > );
+  using All = decltype( types( Child::koiParameters() ) );
+  static constexpr std::size_t count = std::tuple_size_v< All >;
+
+  template< std::size_t skip >
+  static void write( Child const & child, FlowOut & flow ) {
+    forEach< skip >( [&]( auto const & parameter, auto ) {
+      std::remove_cvref_t< decltype( ( child.*parameter.get )() ) > const v =
+          ( child.*parameter.get )();
+      flowWrite( flow, v );
+    } );
+  }
+  /// The worst that happened to one of them.
+  template< std::size_t skip >
+  static FlowIn::Arrival read( FlowIn & flow, All & arguments ) {
+    FlowIn::Arrival arrival = FlowIn::here;
+    forEach< skip >( [&]( auto const &, auto index ) {
+      arrival = std::max( arrival, flow.read( std::get< index >( arguments ) ) );
+    } );
+    return arrival;
+  }
+  template< std::size_t skip >
+  static bool areEqual( Child const & child, All const & arguments ) {
+    bool equal = true;
+    forEach< skip >( [&]( auto const & parameter, auto index ) {
+      std::tuple_element_t< index, All > const v = ( child.*parameter.get )();
+      equal = equal && same( v, std::get< index >( arguments ) );
+    } );
+    return equal;
+  }
+
+ private:
+  template< std::size_t skip, class F >
+  static void forEach( F const & f ) {
+    constexpr auto parameters = Child::koiParameters();
+    [&]< std::size_t... i >( std::index_sequence< i... > ) {
+      ( f( std::get< i + skip >( parameters ), std::integral_constant< std::size_t, i + skip >() ),
+        ... );
+    }
+    ( std::make_index_sequence< count - skip >() );
+  }
+};
+
+/// What the log says of one child: its number, its incarnation, what it is made from. Two mirrors
+/// know the same child by its number, and on a new connection by its incarnation, or by its
+/// arguments.
+template< class Child, std::size_t skip >
+class Birth {
+  using Arguments = ChildArguments< Child >;
+
+ public:
+  explicit Birth( FlowIn & flow )
+      : number_( flow.in.nextU64() ),
+        incarnation_( flow.in.nextU64() ),
+        arrival_( Arguments::template read< skip >( flow, arguments_ ) ) {}
+
+  static void write( Child & child, FlowOut & flow ) {
+    flow.child( child );
+    Arguments::template write< skip >( child, flow );
+  }
+
+  FlowIn::Arrival arrival() const { return arrival_; }
+  auto const & arguments() const { return arguments_; }
+
+  /// The child is the one of which the peer speaks.
+  bool isKnown( FlowIn & flow, Ptr< Child > const & child ) const {
+    auto const * const known = flow.mirror().adapters().find( number_ );
+    return known && child && &known->entity() == child;
+  }
+
+  /// Sees to it that the child is there. `ours`: the proxy's own child holds, or that there is
+  /// none. `isFirst`: the peer tells what there is, not what changed. `make` and `del` are the
+  /// mutators. False when it is refused.
+  template< class Make, class Del >
+  bool apply( FlowIn & flow, Ptr< Child > child, bool ours, bool isFirst, bool isAnew, Make make,
+              Del del ) const {
+    if( isKnown( flow, child ) )
+      return true;
+    bool const isAlike = child && Arguments::template areEqual< skip >( *child, arguments_ );
+    if( ours ) {
+      if( isAlike && !isAnew )
+        flow.mirror().peerHas( *child, number_, incarnation_, KoiNboAttrLogSa::fullResync );
+      return true;
+    }
+    bool const isOther =
+        isAnew || !isAlike || ( isFirst && flow.isAnother( *child, incarnation_ ) );
+    if( child && isOther ) {
+      if( !flow.change( del ) )
+        return false;
+      child = nullptr;
+    }
+    if( !child && !flow.change( [&] { child = make(); } ) )
+      return false;
+    flow.mirror().peerHas( *child, number_, incarnation_, KoiNboAttrLogSa::incremental );
+    return flow.mirror().role() == Mirror::proxy;
+  }
+
+ private:
+  U64 const number_;
+  U64 const incarnation_;
+  typename Arguments::All arguments_{};
+  FlowIn::Arrival const arrival_;
+};
+
+/// The only child of its attribute.
+template< auto const & rows, std::size_t index >
+class ChildAccess final : public Row< rows, index > {
+  using Child = typename CellOf< typename Row< rows, index >::Cell >::Child;
+
+ public:
+  KoiType const * childType() const override { return &Child::_koiType; }
+  void eachChild( Entity const & entity,
+                  std::function< void( Entity & ) > const & f ) const override {
+    if( Ptr< Child > const child = this->cell( entity ).ptr() )
+      f( *child );
+  }
+  Entity * childOf( Entity const & entity, String8 const & ) const override {
+    return this->cell( entity ).ptr().ptr();
+  }
+
+  void write( Entity const & entity, FlowOut & flow ) const override {
+    Ptr< Child > const child = this->cell( entity ).ptr();
+    flow.whole( [&] {
+      // The peer's may be another one than it knows by that number; on a first flow it may be this.
+      flow.op( !child ? LogOp::absent : flow.isFirst() ? LogOp::present : LogOp::anew );
+      if( child )
+        Birth< Child, 0 >::write( *child, flow );
+    } );
+  }
+
+  void apply( Entity & entity, FlowIn & flow ) const override {
+    NboAttrLog::In const start = flow.in;
+    LogOp const op = flow.op();
+    auto const del = [&] { ( this->me( entity ).*this->row.del )(); };
+    bool const isLate = flow.waitEnds( "" );
+    if( op == LogOp::absent ) {
+      if( !flow.isOurs() && !flow.change( del ) )
+        flow.answer( "" );
+      return;
+    }
+    Birth< Child, 0 > const birth( flow );
+    if( birth.arrival() == FlowIn::notYet ) {
+      if( flow.isOurs() || birth.isKnown( flow, this->cell( entity ).ptr() ) )
+        return;
+      flow.wait( "", start );
+      if( flow.pass == FlowIn::last )
+        flow.change( del );
+      return;
+    }
+    if( isLate )  // what the peer told of it since was lost
+      return flow.mirror().restartIsDue();
+    auto const make = [&] {
+      return std::apply(
+          [&]( auto const &... args ) { return ( this->me( entity ).*this->row.set )( args... ); },
+          birth.arguments() );
+    };
+    if( birth.arrival() == FlowIn::refused ||
+        !birth.apply( flow, this->cell( entity ).ptr(), flow.isOurs(), op == LogOp::present,
+                      op == LogOp::anew, make, del ) )
+      flow.answer( "" );
+  }
+};
+
+}  // namespace Koi

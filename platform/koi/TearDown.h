@@ -1,0 +1,82 @@
+// TearDown.h: how the reactors of entities end when a tree, or a part of one, is taken down.
+//
+// Used by EntityOf, on the entity's thread. A reactor holds what it watches; where an entity owns a
+// reactor that holds it or something above it, this is what opens the circle.
+#pragma once
+
+#include <tuple>
+#include <type_traits>
+
+#include <koi/Cell.h>
+
+namespace Koi {
+
+/// What a cell or the members of a collection own; void when nothing.
+template< class Cell >
+struct OwnedIn {
+  using Type = void;
+};
+template< class Child >
+struct OwnedIn< Owned< Child > > {
+  using Type = Child;
+};
+template< class C >
+requires requires { typename CellOf< typename C::Cell >::Child; }
+struct OwnedIn< C > {
+  using Type = typename CellOf< typename C::Cell >::Child;
+};
+
+/// Of an entry of koiAttributes().
+template< class E, class Cell >
+OwnedIn< Cell > ownedIn( Cell E::*cell );
+template< class Entry >
+using OwnedByAttribute = typename decltype( ownedIn( std::declval< Entry >().cell ) )::Type;
+
+/// Whether entities of that type, or what they own, may have reactors.
+template< class E >
+constexpr bool mayHaveReactors() {
+  bool may = requires { E::koiReactors(); };
+  if constexpr( requires { E::koiAttributes(); } )
+    std::apply(
+        [&]< class... Entry >( Entry const &... ) {
+          ( ( may |= mayHaveReactors< OwnedByAttribute< Entry > >() ), ... );
+        },
+        E::koiAttributes() );
+  if constexpr( requires { typename E::KoiBase; } )
+    may |= mayHaveReactors< typename E::KoiBase >();
+  return may;
+}
+
+template< class Cell >
+void endReactorsIn( Cell & cell ) {
+  using Child = typename OwnedIn< Cell >::Type;
+  if constexpr( !mayHaveReactors< Child >() ) {
+    return;
+  } else if constexpr( requires { cell.ptr(); } ) {
+    if( Ptr< Child > const child = cell.ptr() )
+      child->koiEndReactors();
+  } else {
+    for( auto const & member : cell )
+      if( Ptr< Child > const child = member.value() )
+        child->koiEndReactors();
+  }
+}
+
+/// Ends a reactor and lets it go; its cleanup handler finds the cell empty.
+template< class R >
+void endReactor( Owned< R > & cell ) {
+  Owned< R > const gone( std::move( cell ) );
+}
+
+/// Ends the entity's own reactors, then those of what it owns; not what its base says.
+template< class E >
+void endReactors( E & entity ) {
+  if constexpr( requires { E::koiReactors(); } )
+    std::apply( [&]( auto... reactor ) { ( endReactor( entity.*reactor ), ... ); },
+                E::koiReactors() );
+  if constexpr( requires { E::koiAttributes(); } )
+    std::apply( [&]( auto const &... entry ) { ( endReactorsIn( entity.*entry.cell ), ... ); },
+                E::koiAttributes() );
+}
+
+}  // namespace Koi
