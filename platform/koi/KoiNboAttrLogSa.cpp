@@ -224,6 +224,8 @@ void KoiNboAttrLogSa::unsend() {
       marks_[i] |= whole;
   }
   resync_.clear();
+  unresolved_.clear();  // its numbers are of the connection, too
+  referrers_.clear();
 }
 
 // ---- in

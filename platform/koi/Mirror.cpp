@@ -98,6 +98,7 @@ void Mirror::forgetConnection() {
   } else {
     adapters_.dirty.clear();
     adapters_.sent.clear();
+    adapters_.waiting.clear();
     for( auto & adapter : adapters_.all )
       adapter.unsend();
   }
