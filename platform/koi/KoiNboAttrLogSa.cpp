@@ -276,8 +276,7 @@ void KoiNboAttrLogSa::referrerIs( KoiNboAttrLogSa & adapter, unsigned attribute,
   if( referrers_.size() < sweepAt_ )
     return;
   std::ranges::sort( referrers_ );
-  auto const [first, last] = std::ranges::unique( referrers_ );
-  referrers_.erase( first, last );
+  referrers_.erase( std::unique( referrers_.begin(), referrers_.end() ), referrers_.end() );
   sweepAt_ = 2 * referrers_.size() + 16;
 }
 

@@ -197,9 +197,8 @@ void PlainRoom::apply( RoomChange const & change ) {
       break;
     case RoomChange::visitorDel:
       if( !visitors.empty() )
-        std::erase_if( visitors, [&]( auto const & visitor ) {
-          return visitor.first == ( visitors.front().first + which ) % 256;
-        } );
+        std::erase_if( visitors, [number = ( visitors.front().first + which ) % 256](
+                                     auto const & visitor ) { return visitor.first == number; } );
       break;
     case RoomChange::ceilingIs:
       hasCeiling = true;
@@ -224,11 +223,11 @@ std::string plainText( Room const & room ) {
   std::string all;
   for( auto const & i : room.shelf() ) {
     all += "shelf " + text( i.key() ) + " " + std::to_string( i.value()->wide() ) + ":";
-    std::map< std::string, unsigned > books;
+    std::map< std::string, std::string > books;
     for( auto const & j : i.value()->book() )
-      books[std::string( j.key() )] = static_cast< unsigned >( j.value().weight() );
+      books[std::string( j.key() )] = text( j.value().weight() );
     for( auto const & [title, weight] : books )
-      all += " " + title + "=" + std::to_string( weight );
+      all += " " + title + "=" + weight;
     all += "\n";
   }
   std::map< std::string, std::string > lamps;
@@ -253,7 +252,7 @@ std::string plainText( PlainRoom const & room ) {
   for( auto const & [which, shelf] : room.shelves ) {
     all += "shelf " + text( shelfNumber( which ) ) + " " + std::to_string( shelf.wide ) + ":";
     for( auto const & [title, weight] : shelf.books )
-      all += " " + title + "=" + std::to_string( weight );
+      all += " " + title + "=" + text( Koi::Seconds( weight ) );
     all += "\n";
   }
   for( auto const & [name, lamp] : room.lamps )
