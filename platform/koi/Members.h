@@ -56,7 +56,8 @@ class Members {
                           : CellOf< V >::given( nodes_[slot].cell );
   }
 
-  /// Stores. Raises RangeException for a key or a value outside its type's range.
+  /// Stores; an equal value is no change, but whoever asks for it is known to have the member.
+  /// Raises RangeException for a key or a value outside its type's range.
   Change set( K const & k, Given const & v, Stamp stamp );
   /// Removes, and says what was there; false when there was no such member.
   bool take( K const & k, Given & old, Stamp stamp );
@@ -94,9 +95,12 @@ class Members {
 
   // Whom the last change came from, and whether somebody else may have the member too.
   static void originIs( Node & node, U16 origin ) {
+    noteSharing( node, origin );
+    node.origin = origin;
+  }
+  static void noteSharing( Node & node, U16 origin ) {
     if( node.origin != origin )
       node.flagIs( Node::shared, true );
-    node.origin = origin;
   }
   void touch( U32 slot, Stamp stamp ) {
     originIs( nodes_[slot], stamp.origin );
@@ -126,8 +130,10 @@ Change Members< K, V, Index >::set( K const & k, Given const & v, Stamp stamp ) 
   U32 const hash = Order::hash( k );
   U32 const slot = index_.find( k, hash );
   bool const isLive = slot != noSlot && nodes_[slot].is( Node::live );
-  if( isLive && same( CellOf< V >::given( nodes_[slot].cell ), v ) )
+  if( isLive && same( CellOf< V >::given( nodes_[slot].cell ), v ) ) {
+    noteSharing( nodes_[slot], stamp.origin );
     return Change::unchanged;
+  }
   checkRange( k );
   checkRange( v );
   V cell( v );  // v may stand in a member that moves
