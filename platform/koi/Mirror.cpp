@@ -73,12 +73,16 @@ Mirror::~Mirror() {
 // ---- the connection
 
 void Mirror::restart() {
+  in_.clear();
+  scanned_ = 0;
+  beginAnew();
+}
+
+void Mirror::beginAnew() {
   ++counts_.restarts;
   ++session_;
   peerSession_ = 0;
-  in_.clear();
-  scanned_ = 0;
-  isFlushIncoming_ = false;
+  take( scanned_ );  // what is left is how a frame begins, whose end is still to come
   forgetConnection();
   isHelloDue_ = true;
   wantOutput();
@@ -170,7 +174,7 @@ void Mirror::flush( NboAttrLog::Out & out, std::size_t most ) {
   if( hasAppeared_ )
     apply( [this] { resolve(); } );
   if( isRestartDue_ )
-    restart();
+    beginAnew();
   out_ = &out;
   outMost_ = out.size() + most;
   if( isHelloDue_ )

@@ -66,9 +66,11 @@ class KOI_PUBLIC Mirror {
   /// cannot be; then end the connection and call restart().
   void received( void const * bytes, std::size_t size );
 
-  /// The connection was cut, or both ends are to begin anew on the one that there is: begins with
-  /// the greeting again. What was not acknowledged is sent again.
+  /// The connection was cut: begins with the greeting again, on the next one. What was not
+  /// acknowledged is sent again.
   void restart();
+  /// The same on the connection that there is; the peer begins anew when the greeting comes.
+  void beginAnew();
 
   /// True when both ends have greeted and, on a proxy, the source's first flush is applied.
   bool isSynchronised() const { return isEstablished_ && ( role_ == source || numIn_ != 0 ); }
