@@ -40,17 +40,21 @@ class AdapterTable {
     }
     return adapter.number;
   }
+  /// The number is of this end's series: where find() does not know it, the entity is gone.
+  bool isOurs( U64 number ) const { return number != rootNumber && number % 2 == firstNumber_ % 2; }
   /// The peer speaks of it by that number.
   void peerNumberIs( KoiNboAttrLogSa & adapter, U64 number ) {
     if( adapter.number == number )
       return;
-    ( adapter.number == 0 ? adapter.number : adapter.peerNumber ) = number;
+    U64 & of = adapter.number == 0 ? adapter.number : adapter.peerNumber;
+    forget( adapter, of );
+    of = number;
     byNumber_[number] = &adapter;
   }
   /// The adapter goes.
   void forget( KoiNboAttrLogSa const & adapter ) {
-    byNumber_.erase( adapter.number );
-    byNumber_.erase( adapter.peerNumber );
+    forget( adapter, adapter.number );
+    forget( adapter, adapter.peerNumber );
   }
   /// A connection ended: nobody has a number.
   void forgetNumbers() {
@@ -61,6 +65,13 @@ class AdapterTable {
   void detachAll();
 
  private:
+  // A peer that breaks the rules may have given the number to another one since.
+  void forget( KoiNboAttrLogSa const & adapter, U64 number ) {
+    auto const at = byNumber_.find( number );
+    if( at != byNumber_.end() && at->second == &adapter )
+      byNumber_.erase( at );
+  }
+
   std::unordered_map< U64, KoiNboAttrLogSa * > byNumber_;
   U64 const firstNumber_;
   U64 next_;

@@ -95,7 +95,8 @@ class Birth {
       return true;
     bool const isAlike = child && Arguments::template areEqual< skip >( *child, arguments_ );
     if( ours ) {
-      if( isAlike && !isAnew )
+      // By a number of ours the peer means one that stood here before.
+      if( isAlike && !isAnew && !flow.mirror().adapters().isOurs( number_ ) )
         flow.mirror().peerHas( *child, number_, incarnation_, KoiNboAttrLogSa::fullResync );
       return true;
     }

@@ -39,7 +39,7 @@ class QueueAccess final : public CollectionAccess< QueueAccess< rows, index >, r
     if( auto const & state = flow.adapter.resyncState( flow.attribute ) )
       static_cast< Whole & >( *state ).tail = tail;
     else if( !flow.isOurs() && !isStale( this->cell( entity ), tail ) )
-      this->cell( entity ).koiTailIs( tail );
+      flow.change( [&] { this->cell( entity ).koiTailIs( tail ); } );
   }
   void applied( FlowIn & flow ) const {
     // Both ends may have changed it: where members stand is not in their numbers, so the proxy gets
@@ -108,7 +108,7 @@ class QueueAccess final : public CollectionAccess< QueueAccess< rows, index >, r
     for( auto const & [number, v] : named )
       set( entity, flow, number, v );
     if( !flow.isOurs() )
-      queue.koiTailIs( tail );
+      flow.change( [&] { queue.koiTailIs( tail ); } );
     for( auto const & [number, v] : ours )
       ( this->me( entity ).*this->row.set )( number, v );
   }
