@@ -149,7 +149,7 @@ void KoiNboAttrLogSa::answer( unsigned attribute, std::string key ) {
     koiIsAttrDirtyIs( attribute, true );
     return;
   }
-  answers_.emplace_back( attribute, std::move( key ) );
+  answers_.emplace( attribute, std::move( key ) );
   mirror_.dirtyIs( *this );
 }
 
@@ -187,8 +187,8 @@ bool KoiNboAttrLogSa::flowOut( FlowOut & flow ) {
   while( !answers_.empty() ) {
     if( !mirror_.hasRoom( false ) )
       return false;
-    auto const [attribute, key] = std::move( answers_.back() );
-    answers_.pop_back();
+    auto const answer = answers_.extract( answers_.begin() );
+    auto const & [attribute, key] = answer.value();
     NboAttrLog::In in( key.data(), key.size() );
     flow.begin( *this, attribute, false );
     accessOf( entity_, attribute ).writeMember( entity_, in, flow );
@@ -264,7 +264,11 @@ void KoiNboAttrLogSa::retryUnresolved( bool isLast ) {
   auto const operations = std::exchange( unresolved_, {} );
   for( auto const & [at, operation] : operations ) {
     FlowIn flow( *this, at.first, operation, isLast ? FlowIn::last : FlowIn::again );
-    handleAttrDeserialization( flow );
+    try {
+      handleAttrDeserialization( flow );
+    } catch( ParseException const & malformed ) {  // in what was not looked at when it came
+      mirror_.refused( *this, at.first, malformed.what() );
+    }
     settle( at.first );
   }
 }

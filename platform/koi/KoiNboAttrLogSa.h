@@ -13,6 +13,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -152,7 +153,7 @@ class KOI_PUBLIC KoiNboAttrLogSa : public AdapterHook< AllAdapters >,
   Entity & entity_;
   std::vector< U8 > marks_;
   std::vector< std::unique_ptr< Place > > places_;
-  std::vector< std::pair< unsigned, std::string > > answers_;
+  std::set< std::pair< unsigned, std::string > > answers_;
   std::map< unsigned, std::unique_ptr< ResyncState > > resync_;
   std::map< std::pair< unsigned, std::string >, WaitingOperation > unresolved_;
   std::vector< std::tuple< U64, unsigned, std::string > > referrers_;  // number, attribute, key

@@ -74,7 +74,7 @@ Mirror::~Mirror() {
 
 void Mirror::restart() {
   in_.clear();
-  scanned_ = 0;
+  doneIs( 0 );
   beginAnew();
 }
 
@@ -82,7 +82,7 @@ void Mirror::beginAnew() {
   ++counts_.restarts;
   ++session_;
   peerSession_ = 0;
-  take( scanned_ );  // what is left is how a frame begins, whose end is still to come
+  doneIs( scanned_ );  // what is left is how a frame begins, whose end is still to come
   forgetConnection();
   isHelloDue_ = true;
   wantOutput();
@@ -300,19 +300,23 @@ void Mirror::received( void const * bytes, std::size_t size ) {
   while( auto const frame = frameAt( in_, scanned_ ) ) {
     if( frame->kind == Frame::hello ) {
       greeted( frame->body );
-      take( frame->next );
+      doneIs( frame->next );
     } else if( !isEstablished_ ) {
-      take( frame->next );  // of a connection that has ended
+      doneIs( frame->next );  // of a connection that has ended
     } else if( frame->kind == Frame::begin && !isFlushIncoming_ ) {
       isFlushIncoming_ = true;
       scanned_ = frame->next;
     } else if( frame->kind == Frame::end && isFlushIncoming_ ) {
-      applyFlush( take( frame->next ) );
+      auto const begin = in_.begin();
+      std::vector< U8 > const flush( begin + static_cast< std::ptrdiff_t >( done_ ),
+                                     begin + static_cast< std::ptrdiff_t >( frame->next ) );
+      doneIs( frame->next );
+      applyFlush( flush );
     } else if( isFlushIncoming_ && frame->kind != Frame::begin ) {
       scanned_ = frame->next;  // an acknowledgement too: it is true of what stands behind it
     } else if( frame->kind == Frame::ack ) {
       acknowledged( frame->body );
-      take( frame->next );
+      doneIs( frame->next );
     } else {
       throwParseException( isFlushIncoming_
                                ? "attribute log: a flush begins inside another one"
@@ -321,16 +325,15 @@ void Mirror::received( void const * bytes, std::size_t size ) {
                                      " outside a flush" );
     }
   }
+  in_.erase( in_.begin(), in_.begin() + static_cast< std::ptrdiff_t >( done_ ) );
+  scanned_ -= done_;
+  done_ = 0;
   wantOutput();
 }
 
-std::vector< U8 > Mirror::take( std::size_t size ) {
-  std::vector< U8 > taken( in_.begin() + static_cast< std::ptrdiff_t >( size ), in_.end() );
-  taken.swap( in_ );
-  taken.resize( size );
-  scanned_ = 0;
+void Mirror::doneIs( std::size_t done ) {
+  done_ = scanned_ = done;
   isFlushIncoming_ = false;
-  return taken;
 }
 
 void Mirror::acknowledged( NboAttrLog::In in ) {

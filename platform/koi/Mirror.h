@@ -100,6 +100,8 @@ class KOI_PUBLIC Mirror {
   /// The entity without a parent that stands there; null when it is of a type that is not known
   /// here, or refused.
   Ptr< Entity > orphan( FlowIn & flow );
+  /// So many orphans are being read or written that refer to one another.
+  unsigned orphanDepth = 0;
   /// The peer's change cannot be made until something is here; then all is to be told again.
   void restartIsDue() {
     isRestartDue_ = true;
@@ -140,8 +142,8 @@ class KOI_PUBLIC Mirror {
 
   /// The frame that begins there; nothing when it is not there to its end.
   static std::optional< Incoming > frameAt( std::vector< U8 > const & bytes, std::size_t at );
-  /// Takes that many bytes off what came.
-  std::vector< U8 > take( std::size_t size );
+  /// What came before that place is done with.
+  void doneIs( std::size_t done );
   void greeted( NboAttrLog::In in );
   void acknowledged( NboAttrLog::In in );
   /// Runs `work` as a transaction; what observers raise stays here.
@@ -190,6 +192,7 @@ class KOI_PUBLIC Mirror {
 
   // In.
   std::vector< U8 > in_;
+  std::size_t done_ = 0;          // what is before need not stay
   std::size_t scanned_ = 0;       // the frames before are complete
   bool isFlushIncoming_ = false;  // begun, and its end has not come
   U64 numApplied_ = 0;

@@ -21,6 +21,20 @@ KoiType const * entityType( String8 const & name ) {
   return at != nodes.end() && ( *at )->kind == KoiType::entity ? *at : nullptr;
 }
 
+/// Counts how deep in one another the orphans of one reference are.
+class OrphanNesting {
+ public:
+  explicit OrphanNesting( unsigned & depth ) : depth_( ++depth ) {}
+  ~OrphanNesting() { --depth_; }
+  OrphanNesting( OrphanNesting const & ) = delete;
+  OrphanNesting & operator=( OrphanNesting const & ) = delete;
+
+  bool isTooDeep() const { return depth_ > 100; }
+
+ private:
+  unsigned & depth_;
+};
+
 }  // namespace
 
 // ---- a flush
@@ -228,6 +242,9 @@ void FlowOut::reference( Entity * target ) {
 }
 
 void KoiNboAttrLogSa::doSerializeOrphan( FlowOut & flow ) {
+  OrphanNesting const nesting( mirror_.orphanDepth );
+  if( nesting.isTooDeep() )
+    throwRangeException( "attribute log: orphans more than 100 deep" );
   bool const isNew = !isKnown;
   isOrphan = isOrphan || isNew;
   NboAttrLog::Out & frame = flow.frame();
@@ -266,6 +283,9 @@ bool FlowIn::reference( Ptr< Entity > & target ) {
 }
 
 Ptr< Entity > Mirror::orphan( FlowIn & flow ) {
+  OrphanNesting const nesting( orphanDepth );
+  if( nesting.isTooDeep() )
+    throwParseException( "attribute log: orphans more than 100 deep" );
   U64 const number = flow.in.nextU64();
   bool const isNew = flow.in.nextbool();
   if( isNew ) {
@@ -322,13 +342,13 @@ void Mirror::appeared() {
 
 void Mirror::resolve( bool isLast ) {
   hasAppeared_ = false;
-  std::vector< KoiNboAttrLogSa * > waiting;
-  while( !adapters_.waiting.empty() ) {
-    waiting.push_back( &adapters_.waiting.front() );
-    adapters_.waiting.pop_front();
+  AdapterList< WaitingAdapters > waiting;  // which those that go meanwhile leave
+  waiting.swap( adapters_.waiting );
+  while( !waiting.empty() ) {
+    KoiNboAttrLogSa & adapter = waiting.front();
+    waiting.pop_front();
+    adapter.retryUnresolved( isLast );
   }
-  for( KoiNboAttrLogSa * const adapter : waiting )
-    adapter->retryUnresolved( isLast );
   if( adapters_.waiting.empty() )
     std::erase( waitingMirrors, this );
 }
