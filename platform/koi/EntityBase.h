@@ -191,9 +191,12 @@ void Entity::tellEach( Callback< N, Key... > const & callback,
   std::exception_ptr first;
   {
     Observers::Walk walk( *observers_, *this );
-    while( NotifieeBase * const observer = walk.next( N::koiDepth ) )
+    // A copy is nobody else's: what is told need not read it again.
+    Callback< N, Key... > const on = callback;
+    U64 const passed = on.bit();
+    while( NotifieeBase * const observer = walk.next( N::koiDepth, passed ) )
       try {
-        observer->tell( callback, key... );
+        observer->tell( on, passed, key... );
       } catch( ... ) {  // whatever a callback throws, it is the mutator's caller who gets it
         if( !first )
           first = std::current_exception();

@@ -22,6 +22,9 @@ struct Callback {
   unsigned index;
   void ( N::*on )( Key... );
   void ( N::*immediate )( Key... );
+
+  /// Its place among those that observers pass on; 0: it is none of the first 64.
+  constexpr U64 bit() const { return index < 64 ? U64{ 1 } << index : 0; }
 };
 
 /// What an entity's list of observers holds.
@@ -53,8 +56,8 @@ class KOI_PUBLIC NotifieeBase {
   /// The own body of an immediate form says so: it is not overridden and need not be called again.
   template< class N, class... Key >
   void koiPass( Callback< N, Key... > const & callback ) {
-    if( callback.index < 64 )
-      passed_ |= U64{ 1 } << callback.index;
+    if( notifier_ && hears( N::koiDepth ) )
+      passed_ |= callback.bit();
   }
 
  private:
@@ -62,16 +65,19 @@ class KOI_PUBLIC NotifieeBase {
   friend class Observers;
 
   template< class N, class... Key >
-  void tell( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key ) {
+  void tell( Callback< N, Key... > const & callback, U64 bit, std::type_identity_t< Key >... key ) {
     auto * const self = static_cast< N * >( this );
-    if( callback.index < 64 && ( passed_ >> callback.index & 1 ) != 0 )
+    if( ( passed_ & bit ) != 0 ) [[likely]]
       ( self->*callback.on )( key... );
     else
       ( self->*callback.immediate )( key... );
   }
 
+  /// Whether it is told of callbacks that a type of that depth declares.
+  bool hears( unsigned depth ) const { return registered_ && depth_ >= depth; }
+
   Entity const * notifier_ = nullptr;
-  U64 passed_ = 0;
+  U64 passed_ = 0;      // by bit(): the callbacks that it hears, and whose immediate form passes on
   unsigned depth_ = 0;  // of the NotifieeConst that it was attached as
   bool registered_ = true;
 };

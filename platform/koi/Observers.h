@@ -8,13 +8,9 @@
 #include <cstddef>
 #include <vector>
 
-#include <koi/Export.h>
-#include <koi/Types.h>
+#include <koi/Notifiee.h>
 
 namespace Koi {
-
-class Entity;
-class NotifieeBase;
 
 class KOI_PUBLIC Observers {
  public:
@@ -32,14 +28,33 @@ class KOI_PUBLIC Observers {
    public:
     /// Raises NestingException "notifications nested more than 1000 deep at <full name>"; so do all
     /// further ones until the outermost walk of the entity has ended.
-    Walk( Observers & observers, Entity const & entity );
-    ~Walk();
+    Walk( Observers & observers, Entity const & entity )
+        : observers_( observers ), end_( observers.list_.size() ) {
+      if( observers_.numWalks_ >= observers_.most_ )
+        observers_.refuse( entity );
+      ++observers_.numWalks_;
+    }
+    ~Walk() {
+      if( --observers_.numWalks_ == 0 && observers_.isUntidy_ )
+        observers_.tidy();
+    }
     Walk( Walk const & ) = delete;
     Walk & operator=( Walk const & ) = delete;
 
     /// The next one; null at the end. `depth` is that of the type which declares the callback: an
-    /// observer of what the entity extends does not have it.
-    NotifieeBase * next( unsigned depth );
+    /// observer of what the entity extends does not have it. One of those that `passed` names has.
+    NotifieeBase * next( unsigned depth, U64 passed = 0 ) {
+      while( at_ != end_ ) {
+        NotifieeBase * const observer = observers_.list_[at_++];
+        if( !observer ) [[unlikely]]
+          continue;
+        if( ( observer->passed_ & passed ) != 0 ) [[likely]]
+          return observer;
+        if( observer->hears( depth ) )
+          return observer;
+      }
+      return nullptr;
+    }
 
    private:
     Observers & observers_;
@@ -48,9 +63,13 @@ class KOI_PUBLIC Observers {
   };
 
  private:
+  [[noreturn]] void refuse( Entity const & entity );
+  void tidy();
+
   std::vector< NotifieeBase * > list_;
   U32 numWalks_ = 0;
-  bool tooDeep_ = false;
+  U32 most_ = nestingMost;  // 0 once that was reached, until the outermost walk has ended
+  bool isUntidy_ = false;   // there is something to do when that has
 };
 
 }  // namespace Koi

@@ -6,7 +6,6 @@
 
 #include <functional>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 #include <koi/Export.h>
@@ -48,8 +47,17 @@ class KOI_PUBLIC OpenTransaction {
 
   [[gnu::tls_model( "initial-exec" )]] static constinit thread_local OpenTransaction * current_;
 
+  /// One place of a hash table: where in notices_ the notice of that hash is, counted from 1; 0:
+  /// there is none.
+  struct Known {
+    U32 hash = 0;
+    U32 place = 0;
+  };
+
+  void grow();
+
   std::vector< std::unique_ptr< Notice > > notices_;
-  std::unordered_multimap< std::size_t, Notice * > known_;
+  std::vector< Known > known_;  // probed place by place; a power of two, never more than half full
 };
 
 }  // namespace Koi
