@@ -61,6 +61,8 @@ class QueueAccess final : public CollectionAccess< QueueAccess< rows, index >, r
     if( !state && isStale( queue, told.key ) ) {
       if( flow.mirror().role() == Mirror::proxy )
         flow.mirror().restartIsDue();  // the source gets along without; we need to know its order
+      else if( op != LogOp::absent )
+        flow.answer( told.bytes() );  // the proxy has it, at an end that is none here
       return;
     }
     bool isDone = arrival == FlowIn::here;
