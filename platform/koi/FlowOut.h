@@ -12,6 +12,7 @@
 
 namespace Koi {
 
+class Entity;
 class KoiNboAttrLogSa;
 class Mirror;
 
