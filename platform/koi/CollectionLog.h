@@ -6,8 +6,9 @@
 
 namespace Koi {
 
-/// What all keyed collections and queues do alike. Derived says memberWrite( flow, value ),
-/// memberApply() and the two ends of a first flow.
+/// What all keyed collections and queues do alike. Derived says how a member and the tail are
+/// written and applied (writeGiven(), applyMember(), writeTail(), applyTail(), applied()), and the
+/// two ends of a first flow (beginWhole(), endWhole()).
 template< class Derived, auto const & rows, std::size_t index >
 class CollectionAccess : public Row< rows, index > {
   using Of = Row< rows, index >;

@@ -5,9 +5,8 @@
 // A change is a mark, never a message: one for each scalar, and for each key of a collection what
 // Place.h says. So what a peer that does not read costs depends on the state, not on the changes.
 //
-// A1  An adapter that the peer knows, with something dirty, or answers waiting, is in the mirror's
-// list
-//     of dirty ones; one with something sent is in the list of sent ones.
+// A1  An adapter that the peer knows and that has something dirty, or answers waiting, is in the
+//     mirror's list of dirty ones; one with something sent is in the list of sent ones.
 // A2  `begun` implies `whole`, and `whole` implies `fresh`.
 #pragma once
 
@@ -46,6 +45,7 @@ struct WaitingOperation {
   U64 since;
 };
 
+/// What one log knows of one entity: its marks, what waits, its numbers on the connection.
 class KOI_PUBLIC KoiNboAttrLogSa : public AdapterHook< AllAdapters >,
                                    public AdapterHook< DirtyAdapters >,
                                    public AdapterHook< SentAdapters >,
