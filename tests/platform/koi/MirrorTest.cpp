@@ -411,6 +411,40 @@ TEST( Mirror, saysOnceThatItHasSomethingToSay ) {
   EXPECT_EQ( numCalls, 2 );
 }
 
+TEST( Mirror, anAdapterTellsAllAgainWhenItIsAskedTo ) {
+  Pair pair;
+  for( unsigned i = 0; i < 20; ++i )
+    pair.source.room->visitorEnq( ShelfNumber( i + 1 ) );
+  pair.source.room->ceilingIs( Koi::Name( "top" ) );
+  pair.settle();
+  auto * const ceiling = pair.source.room->ceiling()->koiNboAttrLogSa( pair.source.mirror );
+  ASSERT_TRUE( ceiling );
+  EXPECT_FALSE( pair.source.mirror.hasOutput() );
+  ceiling->doRemountSelf();
+  EXPECT_TRUE( pair.source.mirror.hasOutput() );
+  pair.settle();
+  EXPECT_EQ( pair.proxyText(), pair.sourceText() );
+  // A place in a first flow may be taken up again: what was told since is told twice.
+  auto & room = *pair.source.room->koiNboAttrLogSa( pair.source.mirror );
+  auto const attributes = pair.source.room->koiType()->fields;
+  auto const visitor = static_cast< unsigned >(
+      std::ranges::find( attributes, std::string_view( "visitor" ),
+                         []( auto const & attribute ) { return attribute.name; } ) -
+      attributes.begin() );
+  room.tellWhole( visitor );
+  auto const mark = room.koiFlowOutBookmarkEnq( visitor );
+  pair.proxy.in( pair.source.out() );
+  room.koiFlowOutBookmarkDeq( visitor, mark );
+  pair.settle();
+  EXPECT_EQ( pair.proxyText(), pair.sourceText() );
+  // Another log gets an adapter of its own.
+  Mirror other( pair.source.room, Mirror::source );
+  auto & clone = ceiling->cloneSa( other );
+  EXPECT_EQ( &clone.mirror(), &other );
+  EXPECT_NE( &clone, ceiling );
+  EXPECT_EQ( &ceiling->cloneSa( other ), &clone );
+}
+
 TEST( Mirror, strangersAreRefusedByName ) {
   auto const refusal = []( End & end, std::string const & bytes ) -> std::string {
     try {
