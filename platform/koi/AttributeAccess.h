@@ -9,7 +9,7 @@
 #include <memory>
 
 #include <koi/AttributeTable.h>
-#include <koi/KoiType.h>
+#include <koi/GenericEntity.h>
 #include <koi/Place.h>
 
 namespace Koi {
@@ -30,6 +30,8 @@ class KOI_PUBLIC AttributeAccess {
 
   AttributeKind const kind;
 
+  /// Whether it has mutators, so that logs carry it.
+  bool isState() const { return kind >= AttributeKind::scalar; }
   bool isCollection() const { return kind >= AttributeKind::members; }
   bool hasChildren() const {
     return kind == AttributeKind::child || kind == AttributeKind::children;
@@ -53,6 +55,12 @@ class KOI_PUBLIC AttributeAccess {
   virtual bool writePending( Entity & entity, Place & place, FlowOut & flow ) const;
   /// Changes the attribute as the peer says, through its mutators.
   virtual void apply( Entity & entity, FlowIn & flow ) const;
+
+  // ---- reflection, as GenericIfOp says
+  virtual GenericIfPtr attributeOp( Entity & entity, GenericIfOp const & op,
+                                    CtorArgs const & args ) const = 0;
+  /// A walk over the members; null where there are none.
+  virtual Ptr< GenericIfIterator > iterator( Entity & entity ) const = 0;
 
   // ---- the places of logs in a collection
   virtual void placeIs( Entity & entity, Place & place ) const;

@@ -11,14 +11,14 @@
 
 namespace Koi {
 
-/// A constructor parameter: nothing is told of it, for it never changes.
+/// A constructor parameter, a constant, what is computed: a mirror has it by itself.
 template< auto const & rows, std::size_t index >
-class ParameterAccess final : public Row< rows, index > {};
+class ReadAccess final : public ReflectedRow< rows, index > {};
 
 /// A value or a reference.
 template< auto const & rows, std::size_t index >
-class ScalarAccess final : public Row< rows, index > {
-  using Of = Row< rows, index >;
+class ScalarAccess final : public ReflectedRow< rows, index > {
+  using Of = ReflectedRow< rows, index >;
   using Given = typename CellOf< typename Of::Cell >::Given;
 
  public:
@@ -57,7 +57,7 @@ class ScalarAccess final : public Row< rows, index > {
 template< auto const & rows, std::size_t index,
           AttributeKind kind = std::remove_cvref_t< decltype( std::get< index >( rows ) ) >::kind >
 struct AccessFor {
-  using Type = ParameterAccess< rows, index >;
+  using Type = ReadAccess< rows, index >;
 };
 template< auto const & rows, std::size_t index >
 struct AccessFor< rows, index, AttributeKind::scalar > {

@@ -12,9 +12,10 @@
 
 namespace Koi {
 
-/// What an attribute is: fixed at construction, one value or reference, the only child of its
-/// attribute, a keyed collection of values or references, one of children, a queue.
-enum class AttributeKind : U8 { parameter, scalar, child, members, children, queue };
+/// What an attribute is: fixed at construction, made of others or of nothing, one value or
+/// reference, the only child of its attribute, a keyed collection of values or references, one of
+/// children, a queue.
+enum class AttributeKind : U8 { parameter, computed, scalar, child, members, children, queue };
 
 /// Set and Del are pointers to the mutators, Most to the function that bounds a value which is
 /// stored before it is refused; nullptr_t where there is none.
@@ -30,6 +31,25 @@ struct Attribute {
   Set set;
   Del del;
   Most most;
+};
+
+/// A constant, or what a function makes of other attributes; it is only read. Get points to that
+/// function, a static one or a member.
+template< class E, class Result, class Get >
+struct ComputedAttribute {
+  using Owner = E;
+  using Cell = std::remove_cvref_t< Result >;
+  static constexpr AttributeKind kind = AttributeKind::computed;
+
+  char const * name;
+  Get get;
+
+  Cell of( E const & entity ) const {
+    if constexpr( std::is_member_pointer_v< Get > )
+      return ( entity.*get )();
+    else
+      return get();
+  }
 };
 
 /// How a callback or a mutator takes a key: numbers, bool and enumerators as they are.
@@ -50,6 +70,16 @@ constexpr AttributeKind membersKind< LinkQueue< Tag, K, V > > = AttributeKind::q
 template< class E, class Cell >
 constexpr auto attribute( char const * name, Cell E::*cell ) {
   return Attribute< AttributeKind::parameter, E, Cell >{ name, cell, {}, {}, {} };
+}
+/// What is made of other attributes.
+template< class E, class Result >
+constexpr auto computed( char const * name, Result ( E::*get )() const ) {
+  return ComputedAttribute< E, Result, Result ( E::* )() const >{ name, get };
+}
+/// A constant.
+template< class E, class Result >
+constexpr auto constant( char const * name, Result ( *get )() ) {
+  return ComputedAttribute< E, Result, Result ( * )() >{ name, get };
 }
 /// A scalar.
 template< class E, class Cell, class V >

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <tuple>
 
-#include <koi/AttributeRow.h>
+#include <koi/AttributeReflection.h>
 
 namespace Koi {
 
@@ -122,7 +122,7 @@ class Birth {
 
 /// The only child of its attribute.
 template< auto const & rows, std::size_t index >
-class ChildAccess final : public Row< rows, index > {
+class ChildAccess final : public ReflectedRow< rows, index > {
   using Child = typename CellOf< typename Row< rows, index >::Cell >::Child;
 
  public:

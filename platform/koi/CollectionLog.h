@@ -2,7 +2,7 @@
 // and applied from one. Included only where entity types are registered.
 #pragma once
 
-#include <koi/AttributeRow.h>
+#include <koi/AttributeReflection.h>
 
 namespace Koi {
 
@@ -10,7 +10,7 @@ namespace Koi {
 /// written and applied (writeGiven(), applyMember(), writeTail(), applyTail(), applied()), and the
 /// two ends of a first flow (beginWhole(), endWhole()).
 template< class Derived, auto const & rows, std::size_t index >
-class CollectionAccess : public Row< rows, index > {
+class CollectionAccess : public ReflectedRow< rows, index > {
   using Of = Row< rows, index >;
 
  protected:

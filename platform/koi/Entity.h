@@ -77,7 +77,7 @@ class EntityOf : public Tracked< Derived, Base > {
     if( members.koiSet( key, v, stamp ) == Change::unchanged )
       return this->koiUnstamp();
     leaveWithTarget( members, key, [this, &members, &on]( auto const & gone ) {
-      koiRemove( members, gone, on );
+      this->koiRemove( members, gone, on );
     } );
     this->koiTell( stamp, on, key );
   }

@@ -9,20 +9,26 @@
 
 namespace Koi {
 
-/// The type of what an attribute holds; none for a reference, which may be to an entity of any
-/// type.
+/// The type of what an attribute holds, or that of what it refers to.
 template< class Cell >
 struct AttributeType {
   static constexpr KoiType const * node = nullptr;
+  static constexpr KoiType const * target = nullptr;
 };
 template< Value T >
-struct AttributeType< T > {
+struct AttributeType< T > : AttributeType< void > {
   static constexpr KoiType const * node = typeNodeOf< T >();
 };
 template< class Child >
-struct AttributeType< Owned< Child > > {
+struct AttributeType< Owned< Child > > : AttributeType< void > {
   static constexpr KoiType const * node = &Child::_koiType;
 };
+template< class T >
+struct AttributeType< Ptr< T > > : AttributeType< void > {
+  static constexpr KoiType const * target = &T::_koiType;
+};
+template< class T >
+struct AttributeType< WeakPtr< T > > : AttributeType< Ptr< T > > {};
 template< class Tag, class K, class V >
 struct AttributeType< HashMap< Tag, K, V > > : AttributeType< V > {};
 template< class Tag, class K, class V >
@@ -51,12 +57,27 @@ constexpr KoiType const * keyTypeOf() {
     return nullptr;
 }
 
+/// Whether the mutator of a collection takes the member alone.
+template< class Cell, class Row >
+constexpr bool isKeyInValue() {
+  if constexpr( Row::kind == AttributeKind::members )
+    return requires( Row row, typename Row::Owner & e, typename Cell::Given v ) {
+      ( e.*row.set )( v );
+    };
+  return false;
+}
+
 template< class E, std::size_t index >
 constexpr KoiAttribute attributeAt() {
   auto const & row = std::get< index >( attributeRows< E > );
-  using Cell = typename std::remove_cvref_t< decltype( row ) >::Cell;
-  return { row.name, AttributeType< Cell >::node, false, keyTypeOf< Cell >(),
-           &attributeAccess< attributeRows< E >, index > };
+  using Row = std::remove_cvref_t< decltype( row ) >;
+  using Cell = typename Row::Cell;
+  return { .name = row.name,
+           .type = AttributeType< Cell >::node,
+           .key = keyTypeOf< Cell >(),
+           .access = &attributeAccess< attributeRows< E >, index >,
+           .target = AttributeType< Cell >::target,
+           .keyInValue = isKeyInValue< Cell, Row >() };
 }
 template< class E >
 constexpr auto attributeList = []< std::size_t... i >( std::index_sequence< i... > ) {
@@ -64,12 +85,44 @@ constexpr auto attributeList = []< std::size_t... i >( std::index_sequence< i...
 }
 ( std::make_index_sequence< std::tuple_size_v< decltype( attributesOf< E >() ) > >() );
 
-/// How an entity is built by who knows only its type's name.
+/// The parameters of an entity's constructor.
+template< class Of, class Given >
+constexpr KoiParameter parameterNode( ConstructorParameter< Of, Given > const & parameter ) {
+  using Type = AttributeType< std::remove_cvref_t< Given > >;
+  return { parameter.name, Type::node, Type::target };
+}
 template< class E >
+constexpr auto parameterNodes = std::apply(
+    []( auto const &... parameter ) { return std::array{ parameterNode( parameter )... }; },
+    E::koiParameters() );
+
+/// How an entity is built and observed by who knows only its type's name. GenericIfNotifiee_ is
+/// what observes it.
+template< class E, class GenericIfNotifiee_ >
 class EntityMaker {
   using Arguments = ChildArguments< E >;
 
  public:
+  static GenericIfPtr fromCtorArgs( KoiType const * type, CtorArgs const & args,
+                                    bool * notHandled ) {
+    if( type != &E::_koiType ) {
+      if( notHandled )
+        *notHandled = true;
+      return nullptr;
+    }
+    requireCount( E::koiName, args, Arguments::count );
+    typename Arguments::All arguments{};
+    [&]< std::size_t... i >( std::index_sequence< i... > ) {
+      ( take( std::get< i >( arguments ), args, i ), ... );
+    }
+    ( std::make_index_sequence< Arguments::count >() );
+    return genericIf( Ptr< Entity >( make( arguments ) ) );
+  }
+  static std::unique_ptr< GenericNotifiee > observe( Entity const & entity,
+                                                     GenericNotifieeTold told ) {
+    return std::make_unique< GenericIfNotifiee_ >( static_cast< E const & >( entity ),
+                                                   std::move( told ) );
+  }
   static Ptr< Entity > fromLog( Name const & name, FlowIn & flow ) {
     typename Arguments::All arguments{};
     Ptr< E > entity;
@@ -84,6 +137,11 @@ class EntityMaker {
   }
 
  private:
+  template< class T >
+  static void take( T & argument, CtorArgs const & args, std::size_t index ) {
+    argument = ArgumentOf< T >::from( E::koiName, args, index );
+    checkRange( argument );
+  }
   static Ptr< E > make( typename Arguments::All const & arguments ) {
     return std::apply( []( auto const &... args ) { return Ptr< E >( new E( args... ) ); },
                        arguments );
@@ -91,14 +149,20 @@ class EntityMaker {
 };
 
 /// The type node of an entity type.
-template< class E >
+template< class E, class GenericIfNotifiee_ >
 constexpr KoiType entityNode() {
+  using Maker = EntityMaker< E, GenericIfNotifiee_ >;
   KoiType node{ .name = E::koiName,
                 .size = sizeof( E ),
                 .kind = KoiType::entity,
                 .fields = attributeList< E > };
-  node.newEntityForAttrLog = EntityMaker< E >::fromLog;
-  node.writeCtorArgs = EntityMaker< E >::writeArguments;
+  node.parameters = parameterNodes< E >;
+  node.genericIfFromCtorArgs = Maker::fromCtorArgs;
+  node.genericIfAttributeOp = GenericEntityImpl::attributeOp;
+  node.genericIfAttributeIterator = GenericEntityImpl::attributeIterator;
+  node.genericNotifiee = Maker::observe;
+  node.newEntityForAttrLog = Maker::fromLog;
+  node.writeCtorArgs = Maker::writeArguments;
   return node;
 }
 
@@ -110,6 +174,9 @@ constexpr KoiType reactorNode() {
 
 }  // namespace Koi
 
-/// Defines the type node of an entity type, of a reactor type.
-#define KOI_ENTITY( T ) constinit Koi::KoiType const T::_koiType = Koi::entityNode< T >();
+/// Defines the type node of an entity type, of a reactor type. Scope and T make the entity's name;
+/// Scope::_koi_T::GenericIfNotifiee_ is its generic observer.
+#define KOI_ENTITY( Scope, T )                      \
+  constinit Koi::KoiType const Scope::T::_koiType = \
+      Koi::entityNode< Scope::T, Scope::_koi_##T::GenericIfNotifiee_ >();
 #define KOI_REACTOR( T ) constinit Koi::KoiType const T::_koiType = Koi::reactorNode< T >();

@@ -104,7 +104,7 @@ void KoiNboAttrLogSa::syncModeIs( SyncMode mode ) {
 
 void KoiNboAttrLogSa::tellWhole( unsigned attribute ) {
   AttributeAccess const & access = accessOf( entity_, attribute );
-  if( access.kind == AttributeKind::parameter )
+  if( !access.isState() )
     return;
   marks_[attribute] = dirty | fresh;
   if( access.isCollection() ) {

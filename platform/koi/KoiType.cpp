@@ -1,10 +1,13 @@
 #include <koi/KoiType.h>
 
+#include <algorithm>
 #include <map>
 #include <string_view>
 
 #include <koi/Assert.h>
 #include <koi/Exception.h>
+#include <koi/GenericEntity.h>
+#include <koi/Value.h>
 
 namespace Koi {
 namespace {
@@ -37,6 +40,20 @@ std::vector< KoiType const * > typeNodes() {
   for( auto const & [name, node] : registry() )
     nodes.push_back( node );
   return nodes;
+}
+
+Ptr< Entity > KoiType::newEntity( Entity * parent, Name const & as, CtorArgs args ) const {
+  if( kind != entity )
+    throw ArgumentException( std::string( name ) + " is no entity type" );
+  auto const at = std::ranges::find( parameters, std::string_view( "_name" ), &KoiParameter::name );
+  if( at != parameters.end() &&
+      static_cast< std::size_t >( at - parameters.begin() ) <= args.size() )
+    args.insert( args.begin() + ( at - parameters.begin() ), genericIf( as ) );
+  Ptr< Entity > const fresh = entityIn( *genericIfFromCtorArgs( this, args, nullptr ) );
+  fresh->nameIsFromBackup( as );
+  if( parent )
+    fresh->koiParentIs( parent );
+  return fresh;
 }
 
 }  // namespace Koi

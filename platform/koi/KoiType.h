@@ -4,6 +4,8 @@
 // then only read; any thread may look one up after that.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -21,6 +23,8 @@ class Entity;
 class FlowIn;
 class FlowOut;
 class GenericIf;
+class GenericIfIterator;
+class GenericNotifiee;
 struct EnumType;
 struct KoiType;
 
@@ -31,8 +35,12 @@ using CtorArgs = boost::container::small_vector< GenericIfPtr, 8 >;
 
 /// What reflection is asked to do. Attributes are numbered as the type node lists them: the fields
 /// in declaration order, then `hash` where the type has one.
+///
+/// Of an entity: read takes the key of a collection's member, and gives null where there is none;
+/// set takes what attrIs() takes and gives the child, del what attrDel() takes and gives what was
+/// there; equal asks for the same entity. Both raise what the mutators raise.
 struct GenericIfOp {
-  enum Code : U32 { read = 0, call = 8, equal = 9 };
+  enum Code : U32 { read = 0, set = 1, del = 2, call = 8, equal = 9 };
   static constexpr int noAttribute = -1;
 
   int attribute = noAttribute;
@@ -46,7 +54,21 @@ struct KoiAttribute {
   bool zeroAdmitted = false;      ///< 0 is admitted here although the type's range refuses it
   KoiType const * key = nullptr;  ///< of a collection
   AttributeAccess const * access = nullptr;  ///< of an entity's attribute
+  KoiType const * target = nullptr;          ///< of a reference: what it refers to
+  bool keyInValue = false;                   ///< members hold their key: set takes the value alone
 };
+
+/// One parameter of an entity's constructor.
+struct KoiParameter {
+  char const * name;       ///< "_genId"
+  KoiType const * type;    ///< null: a reference
+  KoiType const * target;  ///< of a reference: what it refers to
+};
+
+/// Told of a change of an entity: the attribute, and the key of the member; no key where there are
+/// no members.
+using GenericNotifieeTold =
+    std::function< void( KoiAttribute const & attribute, GenericIfPtr const & key ) >;
 
 /// A type node. Entry points that make a value give null and set *notHandled when `type` is not the
 /// node they belong to.
@@ -57,8 +79,9 @@ struct KoiType {
   std::size_t size;   ///< of a value in memory, in bytes
   Kind kind;
   std::span< KoiAttribute const > fields = {};
-  EnumType const * enumType = nullptr;  ///< of an enumeration
-  bool hashable = false;                ///< the type has hash()
+  EnumType const * enumType = nullptr;              ///< of an enumeration
+  std::span< KoiParameter const > parameters = {};  ///< of an entity's constructor
+  bool hashable = false;                            ///< the type has hash()
 
   /// Parses the whole text. Raises ParseException or RangeException.
   GenericIfPtr ( *genericIfFromStrRep )( KoiType const * type, String8 const & text,
@@ -70,7 +93,8 @@ struct KoiType {
   /// Wraps a copy of a raw value.
   GenericIfPtr ( *genericIfFromVoidPointer )( KoiType const * type, void const * value,
                                               bool * notHandled ) = nullptr;
-  /// Reads a field, calls hash, or compares with args[0]. Raises OpNotSupportedException.
+  /// Does what `op` says. Raises OpNotSupportedException, and ArgumentException for arguments of
+  /// the wrong number or type.
   GenericIfPtr ( *genericIfAttributeOp )( GenericIf const & value, GenericIfOp const & op,
                                           CtorArgs const & args, bool * notHandled ) = nullptr;
 
@@ -85,6 +109,19 @@ struct KoiType {
   /// which is counted. Raises ParseException.
   Ptr< Entity > ( *newEntityForAttrLog )( Name const & name, FlowIn & flow ) = nullptr;
   void ( *writeCtorArgs )( Entity const & entity, FlowOut & flow ) = nullptr;
+  /// A walk over the members of an entity's collection; null, and *notHandled set, where the
+  /// attribute has none.
+  Ptr< GenericIfIterator > ( *genericIfAttributeIterator )( GenericIf const & value, int attribute,
+                                                            bool * notHandled ) = nullptr;
+  /// Observes an entity of this type, until what comes back is destroyed.
+  std::unique_ptr< GenericNotifiee > ( *genericNotifiee )( Entity const & entity,
+                                                           GenericNotifieeTold told ) = nullptr;
+
+  /// An entity of this type, of that name and, unless that is null, that parent, which has to own
+  /// it. `args` are the arguments of its constructor but for a parameter that is the name. Raises
+  /// ArgumentException "<type> is no entity type", or for other arguments than it takes, and
+  /// RangeException.
+  KOI_PUBLIC Ptr< Entity > newEntity( Entity * parent, Name const & name, CtorArgs args ) const;
 };
 
 /// Registers a type under its name. Registering the same node again changes nothing; another node

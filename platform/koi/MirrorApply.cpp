@@ -143,7 +143,7 @@ void Mirror::applyType( NboAttrLog::In & in ) {
     for( std::size_t i = 0; i < fields.size(); ++i )
       if( attribute.view() == fields[i].name &&
           fields[i].access->kind == static_cast< AttributeKind >( kind ) &&
-          fields[i].access->kind != AttributeKind::parameter && isNamed( fields[i].key, key ) &&
+          fields[i].access->isState() && isNamed( fields[i].key, key ) &&
           isNamed( fields[i].type, member ) )
         ours.back() = static_cast< int >( i );
   }

@@ -5,7 +5,7 @@
 #include <array>
 #include <utility>
 
-#include <koi/Value.h>
+#include <koi/CtorArguments.h>
 #include <koi/ValueText.h>
 
 namespace Koi {
@@ -108,10 +108,7 @@ class Reflection {
                                     bool * notHandled ) {
     if( !handled( type, notHandled ) )
       return nullptr;
-    constexpr std::size_t wanted = table.empty() ? 1 : table.size();
-    if( args.size() != wanted )
-      throw ArgumentException( std::string( type->name ) + " takes " + std::to_string( wanted ) +
-                               " arguments, not " + std::to_string( args.size() ) );
+    requireCount( type->name, args, table.empty() ? 1 : table.size() );
     if constexpr( StructureValue< T > ) {
       T v;
       std::size_t index = 0;
@@ -139,13 +136,7 @@ class Reflection {
   /// The argument's value. Raises ArgumentException when it holds another type.
   template< class Argument >
   static Argument const & argument( CtorArgs const & args, std::size_t index ) {
-    Argument const * v = args[index] ? valueIn< Argument >( *args[index] ) : nullptr;
-    if( !v )
-      throw ArgumentException( std::string( typeNodeOf< T >()->name ) + ": argument " +
-                               std::to_string( index + 1 ) + " must be a " +
-                               typeNodeOf< Argument >()->name + ", not " +
-                               ( args[index] ? args[index]->type()->name : "null" ) );
-    return *v;
+    return ArgumentOf< Argument >::from( typeNodeOf< T >()->name, args, index );
   }
 
   static GenericIfPtr attributeOp( GenericIf const & value, GenericIfOp const & op,

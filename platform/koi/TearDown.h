@@ -27,10 +27,8 @@ struct OwnedIn< C > {
 };
 
 /// Of an entry of koiAttributes().
-template< class E, class Cell >
-OwnedIn< Cell > ownedIn( Cell E::*cell );
 template< class Entry >
-using OwnedByAttribute = typename decltype( ownedIn( std::declval< Entry >().cell ) )::Type;
+using OwnedByAttribute = typename OwnedIn< typename Entry::Cell >::Type;
 
 /// Whether entities of that type, or what they own, may have reactors.
 template< class E >
@@ -47,18 +45,20 @@ constexpr bool mayHaveReactors() {
   return may;
 }
 
-template< class Cell >
-void endReactorsIn( Cell & cell ) {
-  using Child = typename OwnedIn< Cell >::Type;
-  if constexpr( !mayHaveReactors< Child >() ) {
-    return;
-  } else if constexpr( requires { cell.ptr(); } ) {
-    if( Ptr< Child > const child = cell.ptr() )
-      child->koiEndReactors();
-  } else {
-    for( auto const & member : cell )
-      if( Ptr< Child > const child = member.value() )
+/// Ends those of what one attribute owns.
+template< class E, class Entry >
+void endReactorsIn( E & entity, Entry const & entry ) {
+  using Child = OwnedByAttribute< Entry >;
+  if constexpr( mayHaveReactors< Child >() ) {
+    auto & cell = entity.*entry.cell;
+    if constexpr( requires { cell.ptr(); } ) {
+      if( Ptr< Child > const child = cell.ptr() )
         child->koiEndReactors();
+    } else {
+      for( auto const & member : cell )
+        if( Ptr< Child > const child = member.value() )
+          child->koiEndReactors();
+    }
   }
 }
 
@@ -75,7 +75,7 @@ void endReactors( E & entity ) {
     std::apply( [&]( auto... reactor ) { ( endReactor( entity.*reactor ), ... ); },
                 E::koiReactors() );
   if constexpr( requires { E::koiAttributes(); } )
-    std::apply( [&]( auto const &... entry ) { ( endReactorsIn( entity.*entry.cell ), ... ); },
+    std::apply( [&]( auto const &... entry ) { ( endReactorsIn( entity, entry ), ... ); },
                 E::koiAttributes() );
 }
 

@@ -133,7 +133,7 @@ std::string wrappersText( Module const & module ) {
 }
 
 /// The line that compiles a type's cold bodies.
-std::string typeText( Declaration const & d ) {
+std::string typeText( Context const & context, Declaration const & d ) {
   switch( d.kind ) {
     case Declaration::enumeration: {
       Texts entries;
@@ -142,7 +142,7 @@ std::string typeText( Declaration const & d ) {
       return "KOI_ENUM_TYPE( " + d.scope + ", " + d.name + ", " + stacked( entries, ", " ) + " )\n";
     }
     case Declaration::entity:
-      return "KOI_ENTITY( " + d.fullName() + " )\n";
+      return genericEntityText( context, d );
     case Declaration::reactor:
       return "KOI_REACTOR( " + d.fullName() + " )\n";
     case Declaration::function:
@@ -170,12 +170,13 @@ std::string headerOf( Model const & model, Module const & module ) {
                                    { "behind", behindText( module ) } } ) );
 }
 
-std::string sourceOf( Model const &, Module const & module ) {
+std::string sourceOf( Model const & model, Module const & module ) {
+  Context const context( model, module );
   Texts types, names, nodes;
   for( auto const & d : module.declarations ) {
     if( d.foreign || d.kind == Declaration::function )
       continue;
-    types.push_back( typeText( d ) );
+    types.push_back( typeText( context, d ) );
     names.push_back( "\"" + d.fullName() );
     nodes.push_back( d.kind == Declaration::enumeration ? "&" + d.scope + "::_koiType_" + d.name
                                                         : "&" + d.fullName() + "::_koiType" );

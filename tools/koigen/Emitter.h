@@ -31,6 +31,7 @@ std::string memberFunctionText( Context const & context, Member const & member )
 
 // Of EntityEmitter.cpp and ReactorEmitter.cpp.
 std::string entityText( Context const & context, Declaration const & declaration );
+std::string genericEntityText( Context const & context, Declaration const & declaration );
 std::string reactorText( Context const & context, Declaration const & declaration );
 
 }  // namespace Koigen

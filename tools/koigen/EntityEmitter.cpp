@@ -123,6 +123,11 @@ std::string collectionText( Context const & context, MemberOwner const & owner,
   return page( "entityQueue", fill );
 }
 
+/// Whether observers are told of changes of that member.
+bool isTold( Member const & m ) {
+  return isCollection( m ) || m.kind == Member::scalar || m.kind == Member::child;
+}
+
 /// The class of an entity, gathered member by member.
 class EntityText {
  public:
@@ -184,6 +189,7 @@ class EntityText {
         break;
       case Member::constant:
         attributes_.push_back( constantText( context_, m ) );
+        table_.push_back( readEntry( "constant< " + entity_.name + " >", m.name ) );
         break;
       case Member::function:
         attributes_.push_back( memberFunctionText( context_, m ) );
@@ -213,6 +219,7 @@ class EntityText {
   }
 
   void addDerived( Member const & m ) {
+    table_.push_back( readEntry( "computed", m.name ) );
     Fill fill{ { "doc", m.doc }, { "attr", m.name }, { "type", givenType( context_, m.type ) } };
     if( m.source.empty() ) {
       attributes_.push_back( page( "entityComputed", fill ) );
@@ -271,6 +278,11 @@ class EntityText {
     for( std::string const & pointer : pointers )
       text += ", &" + entity_.name + "::" + pointer;
     return text + " )";
+  }
+
+  /// The name, and the function that gives it.
+  std::string readEntry( std::string const & kind, std::string const & name ) const {
+    return "Koi::" + kind + "( \"" + name + "\", &" + entity_.name + "::" + name + " )";
   }
 
   std::string parameterEntry( std::string const & name ) const {
@@ -353,6 +365,23 @@ std::string cellText( Context const & context, Member const & member ) {
 
 std::string entityText( Context const & context, Declaration const & declaration ) {
   return EntityText( context, declaration ).text();
+}
+
+std::string genericEntityText( Context const & context, Declaration const & declaration ) {
+  Texts forwards;
+  for( auto const * d = &declaration; d && !d->foreign; d = d->base.declaration )
+    for( auto const & m : d->members ) {
+      if( !isTold( m ) )
+        continue;
+      Fill fill{ { "Attr", capital( m.name ) } };
+      if( isCollection( m ) )
+        fill["key"] = context.argument( m.key );
+      forwards.push_back( page(
+          isCollection( m ) ? "entityGenericCallbackKeyed" : "entityGenericCallback", fill ) );
+    }
+  return page( "entityGeneric", { { "scope", declaration.scope },
+                                  { "Type", declaration.name },
+                                  { "forwards", stacked( forwards, "" ) } } );
 }
 
 }  // namespace Koigen

@@ -269,9 +269,14 @@ std::string plainText( PlainRoom const & room ) {
 }
 
 std::string wholeText( Room const & room ) {
-  std::string all = plainText( room );
+  std::string all = withoutLights( room );
   for( auto const & i : room.shelf() )
     all += "light " + text( i.key() ) + " " + referenceText( i.value()->light() ) + "\n";
+  return all;
+}
+
+std::string withoutLights( Room const & room ) {
+  std::string all = plainText( room );
   std::map< std::string, std::string > rest;
   for( auto const & i : room.lamp() )
     rest["lamp " + text( i.key() )] = wholeText( *i.value() );

@@ -78,6 +78,10 @@ struct PlainRoom {
 /// What both of them hold.
 std::string plainText( Everything::Room const & room );
 std::string plainText( PlainRoom const & room );
+/// All that a room holds but for the lights of its shelves. What a child was made from never
+/// changes again: where both ends of a log replace what it refers to at the same time, its two
+/// copies may keep different ones.
+std::string withoutLights( Everything::Room const & room );
 /// All that a room holds.
 std::string wholeText( Everything::Room const & room );
 

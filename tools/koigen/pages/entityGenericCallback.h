@@ -1,0 +1,1 @@
+void on$Attr$() override { koiForward( koiOn$Attr$ ); }
