@@ -131,7 +131,7 @@ TEST( Everything, typeNodesListTheAttributesInOrder ) {
   EXPECT_EQ( attributeNames( *Koi::typeNode( "Everything::Shelf" ) ),
              ( std::vector< std::string >{ "number", "wide", "light", "book" } ) );
   auto const spotlight = attributeNames( *Koi::typeNode( "Everything::Spotlight" ) );
-  EXPECT_EQ( spotlight.front(), "lit" );
+  EXPECT_EQ( spotlight.front(), "wattsMax" );
   EXPECT_EQ( spotlight.back(), "angle" );
   EXPECT_EQ( Koi::typeNode( "Everything::Bystander" )->kind, Koi::KoiType::reactor );
   Koi::Ptr< Koi::Entity > const entity( spotlightFactory( Koi::Name( "s" ) ).ptr() );
