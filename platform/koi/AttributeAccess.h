@@ -1,5 +1,7 @@
 // AttributeAccess.h: what attribute logs and reflection can do with one attribute of any entity of
-// a type. One static object an attribute; the templates behind it are in AttributeLog.h.
+// a type. One static object an attribute; the templates behind it are in AttributeLog.h. Attributes
+// that hold the same share their code: an object differs in where the attribute is and in its
+// mutators.
 //
 // Used on the entity's thread. An entity that is handed over is of the type that the attribute
 // belongs to, or of one that extends it. What a kind of attribute cannot do asserts.
@@ -9,6 +11,7 @@
 #include <memory>
 
 #include <koi/AttributeTable.h>
+#include <koi/FlowOut.h>
 #include <koi/GenericEntity.h>
 #include <koi/Place.h>
 
@@ -16,7 +19,6 @@ namespace Koi {
 
 class Entity;
 class FlowIn;
-class FlowOut;
 
 /// What is known while the first flow of a collection is taken in: which members were named.
 class KOI_PUBLIC ResyncState {
@@ -24,9 +26,17 @@ class KOI_PUBLIC ResyncState {
   virtual ~ResyncState();
 };
 
+/// An attribute and the entity type that declares it.
+struct AttributeName {
+  AttributeKind kind;
+  char const * owner;  ///< "Bridging::FdbStatus"
+  char const * name;
+};
+
 class KOI_PUBLIC AttributeAccess {
  public:
-  constexpr explicit AttributeAccess( AttributeKind kind_ ) : kind( kind_ ) {}
+  constexpr explicit AttributeAccess( AttributeName const & name )
+      : kind( name.kind ), name_( name ) {}
 
   AttributeKind const kind;
 
@@ -56,11 +66,11 @@ class KOI_PUBLIC AttributeAccess {
   /// Changes the attribute as the peer says, through its mutators.
   virtual void apply( Entity & entity, FlowIn & flow ) const;
 
-  // ---- reflection, as GenericIfOp says
-  virtual GenericIfPtr attributeOp( Entity & entity, GenericIfOp const & op,
-                                    CtorArgs const & args ) const = 0;
+  // ---- reflection
+  /// As GenericIfOp says.
+  GenericIfPtr attributeOp( Entity & entity, GenericIfOp const & op, CtorArgs const & args ) const;
   /// A walk over the members; null where there are none.
-  virtual Ptr< GenericIfIterator > iterator( Entity & entity ) const = 0;
+  virtual Ptr< GenericIfIterator > iterator( Entity & entity ) const;
 
   // ---- the places of logs in a collection
   virtual void placeIs( Entity & entity, Place & place ) const;
@@ -72,6 +82,52 @@ class KOI_PUBLIC AttributeAccess {
 
  protected:
   ~AttributeAccess() = default;
+  /// "Bridging::FdbStatus::fid", for messages.
+  std::string what() const { return std::string( name_.owner ) + "::" + name_.name; }
+
+ private:
+  // Of attributeOp(), which has seen that there is such an operation and, of read(), that the
+  // arguments are as many as it takes.
+  virtual GenericIfPtr read( Entity & entity, CtorArgs const & args ) const = 0;
+  virtual GenericIfPtr set( Entity & entity, CtorArgs const & args ) const;
+  virtual GenericIfPtr del( Entity & entity, CtorArgs const & args ) const;
+
+  AttributeName const name_;
+};
+
+/// A constructor parameter, a constant, what is computed: a mirror has it by itself.
+class KOI_PUBLIC ReadAccess final : public AttributeAccess {
+ public:
+  using Get = GenericIfPtr ( * )( Entity & entity );
+  constexpr ReadAccess( AttributeName const & name, Get get )
+      : AttributeAccess( name ), get_( get ) {}
+
+ private:
+  GenericIfPtr read( Entity & entity, CtorArgs const & ) const override { return get_( entity ); }
+
+  Get const get_;
+};
+
+/// A keyed collection or a queue.
+class KOI_PUBLIC CollectionAccess : public AttributeAccess {
+ public:
+  using AttributeAccess::AttributeAccess;
+  void apply( Entity & entity, FlowIn & flow ) const final;
+
+ protected:
+  ~CollectionAccess() = default;
+
+ private:
+  /// The two ends of a first flow: what was there, and what to make of what was named since.
+  virtual std::unique_ptr< ResyncState > beginWhole( Entity & entity ) const = 0;
+  virtual void endWhole( Entity & entity, FlowIn & flow, ResyncState & state ) const = 0;
+  /// A member is there or not. The operation begins at `start`.
+  virtual void applyMember( Entity & entity, FlowIn & flow, NboAttrLog::In const & start,
+                            LogOp op ) const = 0;
+  /// The tail of a queue.
+  virtual void applyTail( Entity & entity, FlowIn & flow ) const;
+  /// All that came is applied.
+  virtual void applied( FlowIn & ) const {}
 };
 
 }  // namespace Koi

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <tuple>
 
-#include <koi/AttributeReflection.h>
+#include <koi/AttributeRow.h>
 
 namespace Koi {
 
@@ -36,12 +36,25 @@ struct ChildArguments {
     } );
     return arrival;
   }
+  /// The wrapped arguments. Raises ArgumentException, and RangeException for a value outside its
+  /// type's range.
+  static All of( std::string const & what, CtorArgs const & args ) {
+    requireCount( what, args, count );
+    All arguments{};
+    forEach< 0 >( [&]( auto const &, auto index ) {
+      auto & argument = std::get< index >( arguments );
+      argument =
+          ArgumentOf< std::remove_cvref_t< decltype( argument ) > >::from( what, args, index );
+      checkRange( argument );
+    } );
+    return arguments;
+  }
   template< std::size_t skip >
   static bool areEqual( Child const & child, All const & arguments ) {
     bool equal = true;
     forEach< skip >( [&]( auto const & parameter, auto index ) {
       std::tuple_element_t< index, All > const v = ( child.*parameter.get )();
-      equal = equal && same( v, std::get< index >( arguments ) );
+      equal = equal && ( parameter.isInitial || same( v, std::get< index >( arguments ) ) );
     } );
     return equal;
   }
@@ -121,23 +134,30 @@ class Birth {
 };
 
 /// The only child of its attribute.
-template< auto const & rows, std::size_t index >
-class ChildAccess final : public ReflectedRow< rows, index > {
-  using Child = typename CellOf< typename Row< rows, index >::Cell >::Child;
+template< class Child >
+class ChildAccess final : public AttributeAccess {
+  using Arguments = ChildArguments< Child >;
 
  public:
+  template< class Row >
+  constexpr explicit ChildAccess( Row )
+      : AttributeAccess( Row::name ),
+        cell_( Row::find ),
+        make_( Row::template make< typename Arguments::All > ),
+        del_( Row::delChild ) {}
+
   KoiType const * childType() const override { return &Child::_koiType; }
   void eachChild( Entity const & entity,
                   std::function< void( Entity & ) > const & f ) const override {
-    if( Ptr< Child > const child = this->cell( entity ).ptr() )
+    if( Ptr< Child > const child = childIn( entity ) )
       f( *child );
   }
   Entity * childOf( Entity const & entity, String8 const & ) const override {
-    return this->cell( entity ).ptr().ptr();
+    return childIn( entity ).ptr();
   }
 
   void write( Entity const & entity, FlowOut & flow ) const override {
-    Ptr< Child > const child = this->cell( entity ).ptr();
+    Ptr< Child > const child = childIn( entity );
     flow.whole( [&] {
       // The peer's may be another one than it knows by that number; on a first flow it may be this.
       flow.op( !child ? LogOp::absent : flow.isFirst() ? LogOp::present : LogOp::anew );
@@ -149,7 +169,7 @@ class ChildAccess final : public ReflectedRow< rows, index > {
   void apply( Entity & entity, FlowIn & flow ) const override {
     NboAttrLog::In const start = flow.in;
     LogOp const op = flow.op();
-    auto const del = [&] { ( this->me( entity ).*this->row.del )(); };
+    auto const del = [&] { del_( entity ); };
     bool const isLate = flow.waitEnds( "" );
     if( op == LogOp::absent ) {
       if( !flow.isOurs() && !flow.change( del ) )
@@ -158,7 +178,7 @@ class ChildAccess final : public ReflectedRow< rows, index > {
     }
     Birth< Child, 0 > const birth( flow );
     if( birth.arrival() == FlowIn::notYet ) {
-      if( flow.isOurs() || birth.isKnown( flow, this->cell( entity ).ptr() ) )
+      if( flow.isOurs() || birth.isKnown( flow, childIn( entity ) ) )
         return;
       flow.wait( "", start );
       if( flow.pass == FlowIn::last )
@@ -167,16 +187,30 @@ class ChildAccess final : public ReflectedRow< rows, index > {
     }
     if( isLate )  // what the peer told of it since was lost
       return flow.mirror().restartIsDue();
-    auto const make = [&] {
-      return std::apply(
-          [&]( auto const &... args ) { return ( this->me( entity ).*this->row.set )( args... ); },
-          birth.arguments() );
-    };
+    auto const make = [&] { return make_( entity, birth.arguments() ); };
     if( birth.arrival() == FlowIn::refused ||
-        !birth.apply( flow, this->cell( entity ).ptr(), flow.isOurs(), op == LogOp::present,
+        !birth.apply( flow, childIn( entity ), flow.isOurs(), op == LogOp::present,
                       op == LogOp::anew, make, del ) )
       flow.answer( "" );
   }
+
+ private:
+  Ptr< Child > childIn( Entity const & entity ) const {
+    return cell_( const_cast< Entity & >( entity ) ).ptr();
+  }
+  GenericIfPtr read( Entity & entity, CtorArgs const & ) const override {
+    return genericIf( childIn( entity ) );
+  }
+  GenericIfPtr set( Entity & entity, CtorArgs const & args ) const override {
+    return genericIf( make_( entity, Arguments::of( this->what(), args ) ) );
+  }
+  GenericIfPtr del( Entity & entity, CtorArgs const & ) const override {
+    return genericIf( del_( entity ) );
+  }
+
+  Owned< Child > & ( *const cell_ )( Entity & );
+  Ptr< Child > ( *const make_ )( Entity &, typename Arguments::All const & );
+  Ptr< Child > ( *const del_ )( Entity & );
 };
 
 }  // namespace Koi

@@ -20,16 +20,22 @@ Name nameOf( Key const & key ) {
   return Name( valueToStrep( key ) );
 }
 
-/// One parameter of a constructor: its name as messages give it, and how it is read back.
+/// One parameter of a constructor: its name as messages give it, how it is read back, and whether
+/// it only says what an attribute is at first.
 template< class E, class Given >
 struct ConstructorParameter {
   char const * name;
   Given ( E::*get )() const;
+  bool isInitial;
 };
 template< class E, class Given >
 constexpr ConstructorParameter< E, Given > parameter( char const * name,
                                                       Given ( E::*get )() const ) {
-  return { name, get };
+  return { name, get, false };
+}
+template< class E, class Given >
+constexpr ConstructorParameter< E, Given > initial( char const * name, Given ( E::*get )() const ) {
+  return { name, get, true };
 }
 
 /// The canonical text of a reference: an entity's full name, a reactor's type, or "null".
@@ -52,13 +58,16 @@ std::string reinstantiating( Child const & child ) {
     return "Reinstantiating the pointer interface";
 }
 
-/// Raises NameInUseException when an argument differs from what the child was built with:
+/// Raises NameInUseException when an argument differs from what the child was built with, but for
+/// those that may have changed since:
 /// "Reinstantiating the entity with name <name> where constructor parameter attribute <parameter>
 /// has a different value of <new value> than the current value of <current value> not allowed"; of
 /// a reactor "Reinstantiating the pointer interface where ...".
 template< class Child, class... Args >
 void refuseOtherArguments( Child const & child, Args const &... args ) {
   auto const one = [&]( auto const & parameter, auto const & arg ) {
+    if( parameter.isInitial )
+      return;
     auto const current = ( child.*parameter.get )();
     std::remove_const_t< decltype( current ) > const asked( arg );
     if( !same( current, asked ) )

@@ -102,25 +102,25 @@ class KOI_PUBLIC Entity : public PtrInterface {
     if( logs_ )
       mark( callback.index, stamp.origin );
     if( observers_ && !observers_->empty() )
-      tellOrNote( callback, key... );
+      tellOrNote( callback.any(), key... );
   }
   /// Tells the observers alone: attrNotify( k ).
   template< class N, class... Key >
   void koiNotify( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key ) {
     ++changes_;
     if( observers_ && !observers_->empty() )
-      tellOrNote( callback, key... );
+      tellOrNote( callback.any(), key... );
   }
 
  private:
   friend class NotifieeBase;
-  template< class N, class... Key >
+  template< class... Key >
   class ChangeNotice;
 
-  template< class N, class... Key >
-  void tellOrNote( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key );
-  template< class N, class... Key >
-  void tellEach( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key );
+  template< class... Key >
+  void tellOrNote( AnyCallback< Key... > const & callback, std::type_identity_t< Key >... key );
+  template< class... Key >
+  void tellEach( AnyCallback< Key... > const & callback, std::type_identity_t< Key >... key );
 
   bool logsRefuse() const;
   U16 takeOrigin();
@@ -143,10 +143,10 @@ class KOI_PUBLIC Entity : public PtrInterface {
 };
 
 /// What the end of a transaction tells of one attribute or key of one entity.
-template< class N, class... Key >
+template< class... Key >
 class Entity::ChangeNotice final : public Notice {
  public:
-  ChangeNotice( Entity * entity, Callback< N, Key... > const & callback, Key... key )
+  ChangeNotice( Entity * entity, AnyCallback< Key... > const & callback, Key... key )
       : Notice( hashOf( entity, callback.index, key... ) ),
         entity_( entity ),
         callback_( callback ),
@@ -169,21 +169,21 @@ class Entity::ChangeNotice final : public Notice {
   }
 
   Ptr< Entity > const entity_;
-  Callback< N, Key... > const callback_;
+  AnyCallback< Key... > const callback_;
   std::tuple< std::remove_cvref_t< Key >... > const key_;
 };
 
-template< class N, class... Key >
-[[gnu::noinline]] void Entity::tellOrNote( Callback< N, Key... > const & callback,
+template< class... Key >
+[[gnu::noinline]] void Entity::tellOrNote( AnyCallback< Key... > const & callback,
                                            std::type_identity_t< Key >... key ) {
   if( auto * const open = OpenTransaction::current() )
-    open->add( std::make_unique< ChangeNotice< N, Key... > >( this, callback, key... ) );
+    open->add( std::make_unique< ChangeNotice< Key... > >( this, callback, key... ) );
   else
     tellEach( callback, key... );
 }
 
-template< class N, class... Key >
-void Entity::tellEach( Callback< N, Key... > const & callback,
+template< class... Key >
+void Entity::tellEach( AnyCallback< Key... > const & callback,
                        std::type_identity_t< Key >... key ) {
   if( !observers_ )
     return;
@@ -192,9 +192,9 @@ void Entity::tellEach( Callback< N, Key... > const & callback,
   {
     Observers::Walk walk( *observers_, *this );
     // A copy is nobody else's: what is told need not read it again.
-    Callback< N, Key... > const on = callback;
+    AnyCallback< Key... > const on = callback;
     U64 const passed = on.bit();
-    while( NotifieeBase * const observer = walk.next( N::koiDepth, passed ) )
+    while( NotifieeBase * const observer = walk.next( on.depth, passed ) )
       try {
         observer->tell( on, passed, key... );
       } catch( ... ) {  // whatever a callback throws, it is the mutator's caller who gets it

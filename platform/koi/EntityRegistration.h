@@ -57,27 +57,16 @@ constexpr KoiType const * keyTypeOf() {
     return nullptr;
 }
 
-/// Whether the mutator of a collection takes the member alone.
-template< class Cell, class Row >
-constexpr bool isKeyInValue() {
-  if constexpr( Row::kind == AttributeKind::members )
-    return requires( Row row, typename Row::Owner & e, typename Cell::Given v ) {
-      ( e.*row.set )( v );
-    };
-  return false;
-}
-
 template< class E, std::size_t index >
 constexpr KoiAttribute attributeAt() {
-  auto const & row = std::get< index >( attributeRows< E > );
-  using Row = std::remove_cvref_t< decltype( row ) >;
-  using Cell = typename Row::Cell;
-  return { .name = row.name,
-           .type = AttributeType< Cell >::node,
-           .key = keyTypeOf< Cell >(),
+  using R = Row< attributeRows< E >, index >;
+  using Type = AttributeType< typename R::Cell >;
+  return { .name = R::name.name,
+           .type = Type::node,
+           .key = keyTypeOf< typename R::Cell >(),
            .access = &attributeAccess< attributeRows< E >, index >,
-           .target = AttributeType< Cell >::target,
-           .keyInValue = isKeyInValue< Cell, Row >() };
+           .target = Type::target,
+           .keyInValue = R::isKeyInValue() };
 }
 template< class E >
 constexpr auto attributeList = []< std::size_t... i >( std::index_sequence< i... > ) {
@@ -89,7 +78,7 @@ constexpr auto attributeList = []< std::size_t... i >( std::index_sequence< i...
 template< class Of, class Given >
 constexpr KoiParameter parameterNode( ConstructorParameter< Of, Given > const & parameter ) {
   using Type = AttributeType< std::remove_cvref_t< Given > >;
-  return { parameter.name, Type::node, Type::target };
+  return { parameter.name, Type::node, Type::target, parameter.isInitial };
 }
 template< class E >
 constexpr auto parameterNodes = std::apply(
@@ -110,13 +99,7 @@ class EntityMaker {
         *notHandled = true;
       return nullptr;
     }
-    requireCount( E::koiName, args, Arguments::count );
-    typename Arguments::All arguments{};
-    [&]< std::size_t... i >( std::index_sequence< i... > ) {
-      ( take( std::get< i >( arguments ), args, i ), ... );
-    }
-    ( std::make_index_sequence< Arguments::count >() );
-    return genericIf( Ptr< Entity >( make( arguments ) ) );
+    return genericIf( make( Arguments::of( E::koiName, args ) ) );
   }
   static std::unique_ptr< GenericNotifiee > observe( Entity const & entity,
                                                      GenericNotifieeTold told ) {
@@ -137,11 +120,6 @@ class EntityMaker {
   }
 
  private:
-  template< class T >
-  static void take( T & argument, CtorArgs const & args, std::size_t index ) {
-    argument = ArgumentOf< T >::from( E::koiName, args, index );
-    checkRange( argument );
-  }
   static Ptr< E > make( typename Arguments::All const & arguments ) {
     return std::apply( []( auto const &... args ) { return Ptr< E >( new E( args... ) ); },
                        arguments );

@@ -53,26 +53,13 @@ class KOI_PUBLIC FlowIn {
 
   /// Makes a change of the peer's. False when it is refused, which is counted.
   template< class Change >
-  bool change( Change change ) {
-    try {
-      remotely( change );
-      return true;
-    } catch( RangeException const & refusal ) {
-      refuse( refusal.what() );
-    } catch( NameInUseException const & refusal ) {
-      refuse( refusal.what() );
-    } catch( ReadOnlyException const & refusal ) {
-      refuse( refusal.what() );
-    }
-    return false;
+  bool change( Change const & change ) {
+    return changed( callOf< Change >, &change );
   }
   /// Makes it unless it is refused.
   template< class Change >
-  void changeIfAdmitted( Change change ) {
-    try {
-      remotely( change );
-    } catch( Exception const & ) {  // a reference that is not null must stay what it is
-    }
+  void changeIfAdmitted( Change const & change ) {
+    changedIfAdmitted( callOf< Change >, &change );
   }
   void refuse( std::string const & why );
 
@@ -113,16 +100,14 @@ class KOI_PUBLIC FlowIn {
   /// Raises ReadOnlyException where the peer may not change the entity.
   void admit() const;
 
+  using Call = void ( * )( void const * change );
   template< class Change >
-  void remotely( Change & change ) {
-    admit();
-    struct Remote {
-      ~Remote() { logs.remoteIs( nullptr ); }
-      EntityLogs & logs;
-    } const remote{ *adapter.entity().koiLogs() };
-    remote.logs.remoteIs( &adapter );
-    change();
+  static void callOf( void const * change ) {
+    ( *static_cast< Change const * >( change ) )();
   }
+  bool changed( Call call, void const * change );
+  void changedIfAdmitted( Call call, void const * change );
+  void remotely( Call call, void const * change );
 
   U64 const since_;
 };

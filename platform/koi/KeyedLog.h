@@ -50,13 +50,11 @@ class NamedMembers final : public ResyncState {
 };
 
 /// A hashed or key-ordered collection of values or references.
-template< class Derived, auto const & rows, std::size_t index >
-class KeyedAccess : public CollectionAccess< Derived, rows, index > {
-  using Base = CollectionAccess< Derived, rows, index >;
-
+template< class Derived, class C_ >
+class KeyedAccess : public CollectionAccessOf< Derived, C_ > {
  public:
-  using typename Base::C;
-  using typename Base::Key;
+  using C = C_;
+  using Key = typename C::Key;
   using Named = NamedMembers< C >;
 
   /// How a member was told of.
@@ -67,14 +65,13 @@ class KeyedAccess : public CollectionAccess< Derived, rows, index > {
     bool isLate;  ///< it has waited for what it refers to since an earlier flush
   };
 
-  void applied( FlowIn & ) const {}
   void writeTail( C const &, FlowOut & ) const {}
-  void applyTail( Entity &, FlowIn & ) const { throwParseException( "attribute log: no queue" ); }
 
-  std::unique_ptr< ResyncState > beginWhole( C const & members ) const {
-    return std::make_unique< Named >( members );
+ private:
+  std::unique_ptr< ResyncState > beginWhole( Entity & entity ) const override {
+    return std::make_unique< Named >( this->cell( entity ) );
   }
-  void endWhole( Entity & entity, FlowIn & flow, ResyncState & state ) const {
+  void endWhole( Entity & entity, FlowIn & flow, ResyncState & state ) const override {
     C const & members = this->cell( entity );
     auto const keys = static_cast< Named & >( state ).unnamed( members );
     if( !keys )
@@ -84,7 +81,8 @@ class KeyedAccess : public CollectionAccess< Derived, rows, index > {
         this->del( entity, flow, k );
   }
 
-  void applyMember( Entity & entity, FlowIn & flow, NboAttrLog::In const & start, LogOp op ) const {
+  void applyMember( Entity & entity, FlowIn & flow, NboAttrLog::In const & start,
+                    LogOp op ) const override {
     C const & members = this->cell( entity );
     ToldKey< Key > const told( flow );
     bool const ours = flow.isOurs( members, told.key );
@@ -97,29 +95,40 @@ class KeyedAccess : public CollectionAccess< Derived, rows, index > {
     Told const how{ start, op == LogOp::anew, ours, isLate };
     bool const isDone = op == LogOp::absent
                             ? ours || !told.sound || this->del( entity, flow, told.key )
-                            : this->self().applyPresent( entity, flow, told, how );
+                            : applyPresent( entity, flow, told, how );
     if( !isDone && told.sound )
       flow.answer( told.bytes() );
     if( auto const & state = flow.adapter.resyncState( flow.attribute ) )
       static_cast< Named & >( *state ).name( members, told.key );
   }
 
+  virtual bool applyPresent( Entity & entity, FlowIn & flow, ToldKey< Key > const & told,
+                             Told const & how ) const = 0;
+
  protected:
+  using CollectionAccessOf< Derived, C_ >::CollectionAccessOf;
   ~KeyedAccess() = default;
 };
 
 /// A collection of values or references.
-template< auto const & rows, std::size_t index >
-class MembersAccess final : public KeyedAccess< MembersAccess< rows, index >, rows, index > {
-  using Base = KeyedAccess< MembersAccess< rows, index >, rows, index >;
-  using typename Base::Key;
-  using Given = typename Base::C::Given;
+template< class C >
+class MembersAccess final : public KeyedAccess< MembersAccess< C >, C > {
+  using Base = KeyedAccess< MembersAccess< C >, C >;
+  using Key = typename C::Key;
+  using Given = typename C::Given;
 
  public:
+  template< class Row >
+  constexpr explicit MembersAccess( Row row )
+      : Base( row ),
+        set_( Row::template setMember< Key, Given > ),
+        isKeyInValue_( Row::isKeyInValue() ) {}
+
   void writeGiven( FlowOut & flow, Given const & v ) const { flowWrite( flow, v ); }
 
+ private:
   bool applyPresent( Entity & entity, FlowIn & flow, ToldKey< Key > const & told,
-                     typename Base::Told const & how ) const {
+                     typename Base::Told const & how ) const override {
     Given v{};
     auto const arrival = flow.read( v );
     if( how.ours || !told.sound )
@@ -132,28 +141,35 @@ class MembersAccess final : public KeyedAccess< MembersAccess< rows, index >, ro
       return flow.pass != FlowIn::last || this->del( entity, flow, told.key );
     }
     return ( !how.isAnew || this->del( entity, flow, told.key ) ) &&
-           flow.change( [&] { set( this->me( entity ), told.key, v ); } );
+           flow.change( [&] { set_( entity, told.key, v ); } );
   }
 
- private:
-  using E = typename Base::E;
-  static void set( E & entity, Key const & k, Given const & v ) {
-    if constexpr( requires { ( entity.*Base::row.set )( k, v ); } )
-      ( entity.*Base::row.set )( k, v );
-    else
-      ( entity.*Base::row.set )( v );  // the key is one of its fields
+  GenericIfPtr set( Entity & entity, CtorArgs const & args ) const override {
+    std::size_t const given = isKeyInValue_ ? 0 : 1;  // where the value stands
+    requireCount( this->what(), args, given + 1 );
+    Key const key = isKeyInValue_ ? Key{} : this->keyIn( args );
+    set_( entity, key, ArgumentOf< Given >::from( this->what(), args, given ) );
+    return nullptr;
   }
+
+  void ( *const set_ )( Entity &, Key const &, Given const & );
+  bool const isKeyInValue_;
 };
 
 /// A collection of children.
-template< auto const & rows, std::size_t index >
-class ChildrenAccess final : public KeyedAccess< ChildrenAccess< rows, index >, rows, index > {
-  using Base = KeyedAccess< ChildrenAccess< rows, index >, rows, index >;
-  using typename Base::Key;
-  using Child = typename CellOf< typename Base::C::Cell >::Child;
+template< class C >
+class ChildrenAccess final : public KeyedAccess< ChildrenAccess< C >, C > {
+  using Base = KeyedAccess< ChildrenAccess< C >, C >;
+  using Key = typename C::Key;
+  using Child = typename CellOf< typename C::Cell >::Child;
+  using Arguments = ChildArguments< Child >;
   using BirthOf = Birth< Child, 1 >;
 
  public:
+  template< class Row >
+  constexpr explicit ChildrenAccess( Row row )
+      : Base( row ), make_( Row::template make< typename Arguments::All > ) {}
+
   KoiType const * childType() const override { return &Child::_koiType; }
   void eachChild( Entity const & entity,
                   std::function< void( Entity & ) > const & f ) const override {
@@ -176,8 +192,9 @@ class ChildrenAccess final : public KeyedAccess< ChildrenAccess< rows, index >, 
     BirthOf::write( *child, flow );
   }
 
+ private:
   bool applyPresent( Entity & entity, FlowIn & flow, ToldKey< Key > const & told,
-                     typename Base::Told const & how ) const {
+                     typename Base::Told const & how ) const override {
     BirthOf const birth( flow );
     if( !told.sound )
       return true;
@@ -193,19 +210,20 @@ class ChildrenAccess final : public KeyedAccess< ChildrenAccess< rows, index >, 
       return true;
     }
     auto const make = [&] {
-      return [&]< std::size_t... i >( std::index_sequence< i... > ) {
-        return ( this->me( entity ).*this->row.set )( told.key,
-                                                      std::get< i + 1 >( birth.arguments() )... );
-      }
-      ( std::make_index_sequence< ChildArguments< Child >::count - 1 >() );
+      auto arguments = birth.arguments();
+      std::get< 0 >( arguments ) = told.key;
+      return make_( entity, arguments );
     };
+    bool const isFirst = !!flow.adapter.resyncState( flow.attribute );
     return birth.arrival() == FlowIn::here &&
-           birth.apply( flow, child, how.ours, !!flow.adapter.resyncState( flow.attribute ),
-                        how.isAnew, make,
-                        [&] { ( this->me( entity ).*this->row.del )( told.key ); } );
+           birth.apply( flow, child, how.ours, isFirst, how.isAnew, make,
+                        [&] { this->remove( entity, told.key ); } );
   }
 
- private:
+  GenericIfPtr set( Entity & entity, CtorArgs const & args ) const override {
+    return genericIf( make_( entity, Arguments::of( this->what(), args ) ) );
+  }
+
   /// The key that a child of that name has, unless it has a name of its own.
   static std::optional< Key > keyOf( String8 const & name ) {
     if constexpr( std::same_as< Key, Name > ) {
@@ -219,6 +237,8 @@ class ChildrenAccess final : public KeyedAccess< ChildrenAccess< rows, index >, 
       }
     }
   }
+
+  Ptr< Child > ( *const make_ )( Entity &, typename Arguments::All const & );
 };
 
 }  // namespace Koi

@@ -63,6 +63,7 @@ struct KoiParameter {
   char const * name;       ///< "_genId"
   KoiType const * type;    ///< null: a reference
   KoiType const * target;  ///< of a reference: what it refers to
+  bool isInitial;          ///< it says what an attribute is at first, which may change
 };
 
 /// Told of a change of an entity: the attribute, and the key of the member; no key where there are

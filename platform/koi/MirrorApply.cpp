@@ -305,6 +305,37 @@ Ptr< Entity > Mirror::orphan( FlowIn & flow ) {
   return adapter ? &adapter->entity() : nullptr;
 }
 
+void FlowIn::remotely( Call call, void const * change ) {
+  admit();
+  struct Remote {
+    ~Remote() { logs.remoteIs( nullptr ); }
+    EntityLogs & logs;
+  } const remote{ *adapter.entity().koiLogs() };
+  remote.logs.remoteIs( &adapter );
+  call( change );
+}
+
+bool FlowIn::changed( Call call, void const * change ) {
+  try {
+    remotely( call, change );
+    return true;
+  } catch( RangeException const & refusal ) {
+    refuse( refusal.what() );
+  } catch( NameInUseException const & refusal ) {
+    refuse( refusal.what() );
+  } catch( ReadOnlyException const & refusal ) {
+    refuse( refusal.what() );
+  }
+  return false;
+}
+
+void FlowIn::changedIfAdmitted( Call call, void const * change ) {
+  try {
+    remotely( call, change );
+  } catch( Exception const & ) {  // a reference that is not null must stay what it is
+  }
+}
+
 void FlowIn::refuse( std::string const & why ) { mirror().refused( adapter, attribute, why ); }
 
 LogOp FlowIn::op() {

@@ -14,6 +14,19 @@
 namespace Koi {
 
 class Entity;
+class NotifieeBase;
+
+/// A callback of whatever type declares it: what telling needs to know.
+template< class... Key >
+struct AnyCallback {
+  unsigned index;
+  unsigned depth;  ///< of the NotifieeConst that declares it
+  void ( NotifieeBase::*on )( Key... );
+  void ( NotifieeBase::*immediate )( Key... );
+
+  /// Its place among those that observers pass on; 0: it is none of the first 64.
+  constexpr U64 bit() const { return index < 64 ? U64{ 1 } << index : 0; }
+};
 
 /// How an entity calls one attribute's observers: the attribute's place in the entity's table, the
 /// callback, and its immediate form. N is the NotifieeConst that declares them.
@@ -23,8 +36,11 @@ struct Callback {
   void ( N::*on )( Key... );
   void ( N::*immediate )( Key... );
 
-  /// Its place among those that observers pass on; 0: it is none of the first 64.
-  constexpr U64 bit() const { return index < 64 ? U64{ 1 } << index : 0; }
+  /// The same, to be called on the N in any NotifieeBase that is one.
+  AnyCallback< Key... > any() const {
+    return { index, N::koiDepth, static_cast< void ( NotifieeBase::* )( Key... ) >( on ),
+             static_cast< void ( NotifieeBase::* )( Key... ) >( immediate ) };
+  }
 };
 
 /// What an entity's list of observers holds.
@@ -57,20 +73,19 @@ class KOI_PUBLIC NotifieeBase {
   template< class N, class... Key >
   void koiPass( Callback< N, Key... > const & callback ) {
     if( notifier_ && hears( N::koiDepth ) )
-      passed_ |= callback.bit();
+      passed_ |= callback.any().bit();
   }
 
  private:
   friend class Entity;
   friend class Observers;
 
-  template< class N, class... Key >
-  void tell( Callback< N, Key... > const & callback, U64 bit, std::type_identity_t< Key >... key ) {
-    auto * const self = static_cast< N * >( this );
+  template< class... Key >
+  void tell( AnyCallback< Key... > const & callback, U64 bit, std::type_identity_t< Key >... key ) {
     if( ( passed_ & bit ) != 0 ) [[likely]]
-      ( self->*callback.on )( key... );
+      ( this->*callback.on )( key... );
     else
-      ( self->*callback.immediate )( key... );
+      ( this->*callback.immediate )( key... );
   }
 
   /// Whether it is told of callbacks that a type of that depth declares.

@@ -15,11 +15,10 @@
 namespace Koi {
 
 /// A queue of values.
-template< auto const & rows, std::size_t index >
-class QueueAccess final : public CollectionAccess< QueueAccess< rows, index >, rows, index > {
-  using Base = CollectionAccess< QueueAccess< rows, index >, rows, index >;
-  using typename Base::C;
-  using typename Base::Key;
+template< class C >
+class QueueAccess final : public CollectionAccessOf< QueueAccess< C >, C > {
+  using Base = CollectionAccessOf< QueueAccess< C >, C >;
+  using Key = typename C::Key;
   using Given = typename C::Given;
   using Numbered = std::vector< std::pair< Key, Given > >;
 
@@ -29,11 +28,18 @@ class QueueAccess final : public CollectionAccess< QueueAccess< rows, index >, r
   };
 
  public:
+  template< class Row >
+  constexpr explicit QueueAccess( Row row )
+      : Base( row ), set_( Row::template setMember< Key, Given > ) {}
+
   void writeTail( C const & queue, FlowOut & flow ) const {
     flow.op( LogOp::tail );
     flowWrite( flow, queue.metadata().tail );
   }
-  void applyTail( Entity & entity, FlowIn & flow ) const {
+  void writeGiven( FlowOut & flow, Given const & v ) const { flowWrite( flow, v ); }
+
+ private:
+  void applyTail( Entity & entity, FlowIn & flow ) const override {
     Key tail{};
     flow.read( tail );
     if( auto const & state = flow.adapter.resyncState( flow.attribute ) )
@@ -41,16 +47,15 @@ class QueueAccess final : public CollectionAccess< QueueAccess< rows, index >, r
     else if( !flow.isOurs() && !isStale( this->cell( entity ), tail ) )
       flow.change( [&] { this->cell( entity ).koiTailIs( tail ); } );
   }
-  void applied( FlowIn & flow ) const {
+  void applied( FlowIn & flow ) const override {
     // Both ends may have changed it: where members stand is not in their numbers, so the proxy gets
     // it whole.
     if( flow.mirror().role() == Mirror::source &&
         ( flow.adapter.isUnsettled( flow.attribute ) || flow.mirror().isFirstFlush() ) )
       flow.adapter.tellWhole( flow.attribute );
   }
-  void writeGiven( FlowOut & flow, Given const & v ) const { flowWrite( flow, v ); }
-
-  void applyMember( Entity & entity, FlowIn & flow, NboAttrLog::In const &, LogOp op ) const {
+  void applyMember( Entity & entity, FlowIn & flow, NboAttrLog::In const &,
+                    LogOp op ) const override {
     C const & queue = this->cell( entity );
     ToldKey< Key > const told( flow );
     Given v{};
@@ -76,10 +81,10 @@ class QueueAccess final : public CollectionAccess< QueueAccess< rows, index >, r
       flow.answer( told.bytes() );
   }
 
-  std::unique_ptr< ResyncState > beginWhole( C const & ) const {
+  std::unique_ptr< ResyncState > beginWhole( Entity & ) const override {
     return std::make_unique< Whole >();
   }
-  void endWhole( Entity & entity, FlowIn & flow, ResyncState & state ) const {
+  void endWhole( Entity & entity, FlowIn & flow, ResyncState & state ) const override {
     auto & named = static_cast< Whole & >( state ).members;
     Key const tail = static_cast< Whole & >( state ).tail;
     C & queue = this->cell( entity );
@@ -112,12 +117,16 @@ class QueueAccess final : public CollectionAccess< QueueAccess< rows, index >, r
     if( !flow.isOurs() )
       flow.change( [&] { queue.koiTailIs( tail ); } );
     for( auto const & [number, v] : ours )
-      ( this->me( entity ).*this->row.set )( number, v );
+      set_( entity, number, v );
   }
 
- private:
+  GenericIfPtr set( Entity & entity, CtorArgs const & args ) const override {
+    requireCount( this->what(), args, 2 );
+    set_( entity, this->keyIn( args ), ArgumentOf< Given >::from( this->what(), args, 1 ) );
+    return nullptr;
+  }
   bool set( Entity & entity, FlowIn & flow, Key number, Given const & v ) const {
-    return flow.change( [&] { ( this->me( entity ).*this->row.set )( number, v ); } );
+    return flow.change( [&] { set_( entity, number, v ); } );
   }
   /// The peer speaks of a number that the head has passed here.
   static bool isStale( C const & queue, Key number ) {
@@ -129,6 +138,8 @@ class QueueAccess final : public CollectionAccess< QueueAccess< rows, index >, r
     auto const [head, tail] = queue.metadata();
     return static_cast< Key >( number - head ) < static_cast< Key >( tail - head );
   }
+
+  void ( *const set_ )( Entity &, Key const &, Given const & );
 };
 
 }  // namespace Koi

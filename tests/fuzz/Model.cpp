@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput( std::uint8_t const * data, std::size_t si
     if( !Koigen::isForeign( module ) ) {
       Fuzz::require( !Koigen::headerOf( model, module ).empty(), "a header is written",
                      module.name );
-      Fuzz::require( !Koigen::sourceOf( model, module ).empty(), "a source is written",
+      Fuzz::require( !Koigen::sourcesOf( model, module, 1 ).empty(), "a source is written",
                      module.name );
     }
   return 0;

@@ -15,8 +15,8 @@ bool isCollection( Member const & m ) {
 std::vector< std::string > generated( Member const & m ) {
   bool const each = isCollection( m ) || m.kind == Member::watchEach;
   bool const single = m.kind == Member::child || m.kind == Member::reactor;
-  bool const mutated = each || single || m.kind == Member::scalar || m.kind == Member::watch ||
-                       ( m.kind == Member::field && m.settable );
+  bool const mutated =
+      each || single || m.kind == Member::scalar || m.kind == Member::watch || m.settable;
   std::vector< std::string > names = { m.name };
   auto const add = [&]( bool when, std::initializer_list< char const * > suffixes ) {
     for( auto const * suffix : suffixes )
@@ -183,6 +183,11 @@ void checkParam( Checks checks, Declaration const & d, Member & m ) {
   if( checks.resolver.resolve( m.type, d, pointer ? Resolver::pointer : Resolver::complete ) &&
       !pointer && m.type.declaration && m.type.declaration->kind == Declaration::entity )
     checks.findings.add( m.type.place, "an entity is held by 'ref' or 'weak'" );
+  if( m.settable && ( d.kind != Declaration::entity || pointer || m.name == "name" ||
+                      Context::constructorOf( d ).front().member == &m ) )
+    checks.findings.add( m.place,
+                         "only a value of an entity, which it is not called after, is "
+                         "'settable'" );
 }
 
 void checkCollection( Checks checks, Declaration const & d, Member & m ) {

@@ -200,8 +200,12 @@ void checkFunction( Checks checks, Declaration const & d, Member & m ) {
 void checkConstant( Checks checks, Declaration const & d, Member & m ) {
   if( m.type.hold != TypeUse::whole )
     return checks.findings.add( m.type.place, "a constant is a value, not a pointer" );
-  if( checks.resolver.resolve( m.type, d, Resolver::complete ) )
-    checkInitial( checks, d, m, m.initial, m.type );
+  if( !checks.resolver.resolve( m.type, d, Resolver::complete ) )
+    return;
+  bool const mayBeEmpty = m.type.declaration && m.type.declaration->foreign;
+  if( m.initial.kind == Initial::none && !mayBeEmpty )
+    checks.findings.add( m.place, "the constant '" + m.name + "' has no value" );
+  checkInitial( checks, d, m, m.initial, m.type );
 }
 
 }  // namespace Koigen

@@ -170,30 +170,44 @@ std::string headerOf( Model const & model, Module const & module ) {
                                    { "behind", behindText( module ) } } ) );
 }
 
-std::string sourceOf( Model const & model, Module const & module ) {
+Texts sourcesOf( Model const & model, Module const & module, std::size_t parts ) {
   Context const context( model, module );
-  Texts types, names, nodes;
-  for( auto const & d : module.declarations ) {
-    if( d.foreign || d.kind == Declaration::function )
-      continue;
-    types.push_back( typeText( context, d ) );
-    names.push_back( "\"" + d.fullName() );
-    nodes.push_back( d.kind == Declaration::enumeration ? "&" + d.scope + "::_koiType_" + d.name
-                                                        : "&" + d.fullName() + "::_koiType" );
+  std::vector< Declaration const * > registered;
+  for( auto const & d : module.declarations )
+    if( !d.foreign && d.kind != Declaration::function )
+      registered.push_back( &d );
+  auto const isObject = []( Declaration const * d ) {
+    return d->kind == Declaration::entity || d->kind == Declaration::reactor;
+  };
+  auto const numObjects =
+      static_cast< std::size_t >( std::ranges::count_if( registered, isObject ) );
+
+  Texts names, nodes;
+  std::vector< Texts > types( std::max< std::size_t >( parts, 1 ) );
+  std::size_t at = 0;  // how many objects were dealt out
+  for( auto const * d : registered ) {
+    std::size_t const part = isObject( d ) ? at++ * types.size() / numObjects : 0;
+    types[part].push_back( typeText( context, *d ) );
+    names.push_back( "\"" + d->fullName() );
+    nodes.push_back( d->kind == Declaration::enumeration ? "&" + d->scope + "::_koiType_" + d->name
+                                                         : "&" + d->fullName() + "::_koiType" );
   }
+  std::string const registration = "KOI_MODULE( " + module.name + ",\n            " +
+                                   stacked( names, "\\0\"\n            " ) + "\",\n            " +
+                                   stacked( nodes, ",\n            " ) + " )\n";
   std::string runtime = "#include <koi/Registration.h>\n";
-  if( hasKind( module, Declaration::entity ) || hasKind( module, Declaration::reactor ) )
+  if( numObjects > 0 )
     runtime += "#include <koi/EntityRegistration.h>\n";
-  return page( "module", { { "module", module.name },
-                           { "header", headerName( module ) },
-                           { "runtime", types.empty() ? "" : runtime },
-                           { "types", stacked( types, "" ) },
-                           { "registration",
-                             types.empty() ? ""
-                                           : "KOI_MODULE( " + module.name + ",\n            " +
-                                                 stacked( names, "\\0\"\n            " ) +
-                                                 "\",\n            " +
-                                                 stacked( nodes, ",\n            " ) + " )\n" } } );
+  Texts sources;
+  for( auto const & part : types )
+    sources.push_back( page(
+        "module",
+        { { "module", module.name },
+          { "header", headerName( module ) },
+          { "runtime", registered.empty() ? "" : runtime },
+          { "types", stacked( part, "" ) },
+          { "registration", sources.empty() && !registered.empty() ? registration : "" } } ) );
+  return sources;
 }
 
 }  // namespace Koigen

@@ -13,8 +13,11 @@ namespace Koigen {
 /// The whole generated header of a module.
 std::string headerOf( Model const & model, Module const & module );
 
-/// The module's <Module>.module.cpp: cold bodies and registration.
-std::string sourceOf( Model const & model, Module const & module );
+/// The module's <Module>.module.cpp, <Module>.module.2.cpp and so on, as many as `parts` says: cold
+/// bodies and registration. The entities and reactors are dealt out evenly, the rest is in the
+/// first.
+std::vector< std::string > sourcesOf( Model const & model, Module const & module,
+                                      std::size_t parts );
 
 /// True when nothing is written for the module: all that it declares is foreign.
 bool isForeign( Module const & module );

@@ -80,10 +80,26 @@ std::string scalarText( Context const & context, MemberOwner const & owner,
   return page( "entityScalarChecked", fill );
 }
 
+/// A type that was written in one namespace, as another one has to write it.
+TypeUse spelledIn( std::string const & scope, TypeUse type, std::string const & written ) {
+  if( type.declaration && scope != written )
+    type.text = type.declaration->fullName();
+  return type;
+}
+
+/// The parameters of a constructor, as that namespace has to write them.
+std::vector< EntityParameter > constructorIn( std::string const & scope, Declaration const & d ) {
+  auto all = Context::constructorOf( d );
+  for( auto & p : all )
+    p.type = spelledIn( scope, p.type, p.owner->scope );
+  return all;
+}
+
 /// How a child is made: the parameters of its constructor behind the first `skip`, and what is
 /// passed on.
-void fillChild( Context const & context, Member const & member, std::size_t skip, Fill & fill ) {
-  auto const all = context.constructorOf( *member.type.declaration );
+void fillChild( Context const & context, std::string const & scope, Member const & member,
+                std::size_t skip, Fill & fill ) {
+  auto const all = constructorIn( scope, *member.type.declaration );
   std::string const parameters = parameterList( context, all, skip ),
                     arguments = argumentList( all, skip );
   std::string const between = skip && !parameters.empty() ? ", " : "";
@@ -108,7 +124,7 @@ std::string collectionText( Context const & context, MemberOwner const & owner,
              { "notify", notify },
              { "on", owner.notifies ? ", " + callback( member ) : "" } };
   if( member.type.hold == TypeUse::own ) {
-    fillChild( context, member, 1, fill );
+    fillChild( context, owner.declaration.scope, member, 1, fill );
     return page( "entityCollectionOwn", fill );
   }
   fill["argument"] = givenArgument( context, member.type );
@@ -125,23 +141,25 @@ std::string collectionText( Context const & context, MemberOwner const & owner,
 
 /// Whether observers are told of changes of that member.
 bool isTold( Member const & m ) {
-  return isCollection( m ) || m.kind == Member::scalar || m.kind == Member::child;
+  return isCollection( m ) || m.kind == Member::scalar || m.kind == Member::child || m.settable;
 }
 
 /// The class of an entity, gathered member by member.
 class EntityText {
  public:
   EntityText( Context const & context, Declaration const & entity )
-      : context_( context ), entity_( entity ), constructor_( context.constructorOf( entity ) ) {}
+      : context_( context ),
+        entity_( entity ),
+        constructor_( constructorIn( entity.scope, entity ) ) {}
 
   std::string text() {
     initialise();
     for( auto const & m : entity_.members )
       add( m );
     for( auto const & p : constructor_ )
-      parameters_.push_back( parameterEntry( p.name ) );
+      parameters_.push_back( parameterEntry( p ) );
     if( constructor_.empty() )
-      parameters_.push_back( parameterEntry( "name" ) );
+      parameters_.push_back( parameterEntry( { "name", {} } ) );
 
     std::string const base = entity_.base.declaration ? context_.bare( entity_.base ) : "";
     std::string const & type = entity_.name;
@@ -212,6 +230,12 @@ class EntityText {
   void addParam( Member const & m ) {
     if( m.name == "name" && m.type.primitive == Primitive::name )
       return;  // every entity has that one
+    if( m.settable ) {
+      initialisers_.push_back( m.name + "_( " + m.name + " )" );
+      attributes_.push_back( attributeText( context_, { entity_, true }, m ) );
+      addState( m );
+      return;
+    }
     attributes_.push_back( paramText( context_, m ) );
     initialisers_.push_back( "_" + m.name + "( " + m.name + " )" );
     table_.push_back( tableEntry( m.name, { "_" + m.name } ) );
@@ -235,7 +259,7 @@ class EntityText {
                { "attr", m.name },
                { "type", givenType( context_, m.type ) },
                { "on", ", " + callback( m ) } };
-    fillChild( context_, m, 0, fill );
+    fillChild( context_, entity_.scope, m, 0, fill );
     attributes_.push_back( page( "entityChild", fill ) );
     addState( m );
   }
@@ -285,8 +309,10 @@ class EntityText {
     return "Koi::" + kind + "( \"" + name + "\", &" + entity_.name + "::" + name + " )";
   }
 
-  std::string parameterEntry( std::string const & name ) const {
-    return "Koi::parameter( \"_" + name + "\", &" + entity_.name + "::" + name + " )";
+  std::string parameterEntry( EntityParameter const & p ) const {
+    bool const isInitial = p.member && p.member->settable;
+    return ( isInitial ? "Koi::initial( \"_" : "Koi::parameter( \"_" ) + p.name + "\", &" +
+           entity_.name + "::" + p.name + " )";
   }
 
   Context const & context_;
@@ -375,7 +401,7 @@ std::string genericEntityText( Context const & context, Declaration const & decl
         continue;
       Fill fill{ { "Attr", capital( m.name ) } };
       if( isCollection( m ) )
-        fill["key"] = context.argument( m.key );
+        fill["key"] = context.argument( spelledIn( declaration.scope, m.key, d->scope ) );
       forwards.push_back( page(
           isCollection( m ) ? "entityGenericCallbackKeyed" : "entityGenericCallback", fill ) );
     }

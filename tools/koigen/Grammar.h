@@ -90,9 +90,10 @@ KOIGEN_WORD( Attr, "attr" );
 struct AttrMember : if_must< Attr, T< MemberName >, Of, opt< Default >, opt< Max >, star< Clause >,
                              End > {};
 KOIGEN_WORD( Param, "param" );
-struct ParamMember : if_must< Param, T< MemberName >, Of, End > {};
+KOIGEN_WORD( Settable, "settable" );
+struct ParamMember : if_must< Param, T< MemberName >, Of, opt< Settable >, End > {};
 KOIGEN_WORD( Const, "const" );
-struct ConstMember : if_must< Const, T< MemberName >, Of, Default, End > {};
+struct ConstMember : if_must< Const, T< MemberName >, Of, opt< Default >, End > {};
 
 KOIGEN_WORD( Derived, "derived" );
 struct Source : Name {};
@@ -141,7 +142,6 @@ KOIGEN_WORD( Cleanup, "cleanup" );
 struct HandlerMember : if_must< sor< Start, Cleanup >, T< MemberName >, End > {};
 
 struct FieldName : Name {};
-KOIGEN_WORD( Settable, "settable" );
 struct OrZero : T< seq< TAO_PEGTL_KEYWORD( "or" ), plus< blank >, one< '0' >,
                         not_at< identifier_other > > > {};
 struct FieldMember : if_must< T< FieldName >, Of, opt< OrZero >, opt< Settable >, End > {};

@@ -102,7 +102,7 @@ struct Member {
   std::vector< Parameter > parameters;  // of a function or constructor
   std::vector< Callback > callbacks;
 
-  bool settable = false;     // a field with a mutator
+  bool settable = false;     // a field or a parameter with a mutator
   bool orZero = false;       // a field that may be 0 besides its type's range
   bool notNull = false;      // a pointer that refuses null
   bool isStatic = false;     // a function

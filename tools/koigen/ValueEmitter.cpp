@@ -192,11 +192,12 @@ std::string constantText( Context const & context, Member const & m ) {
   bool const isConstexpr =
       m.type.primitive != Primitive::string8 &&
       ( m.type.primitive != Primitive::none || context.isEnumeration( m.type ) );
+  std::string const initial = context.initial( m.initial );
   return page( "constant", { { "doc", m.doc },
                              { "constexpr", isConstexpr ? "constexpr " : "" },
                              { "type", context.cpp( m.type ) },
                              { "attr", m.name },
-                             { "initial", context.initial( m.initial ) } } );
+                             { "initial", initial.empty() ? "{}" : initial } } );
 }
 
 }  // namespace Koigen

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
+#include <map>
 
 #include "Emitter.h"
 #include "Files.h"
@@ -26,16 +27,23 @@ bool isFresh( Koigen::Model const & model, std::string const & headers ) {
   return fresh;
 }
 
-void write( Koigen::Model const & model, std::string const & headers,
-            std::string const & sources ) {
+/// How many sources each module has; those that are not named have one.
+using Parts = std::map< std::string, std::size_t >;
+
+void write( Koigen::Model const & model, std::string const & headers, std::string const & sources,
+            Parts const & parts ) {
   std::filesystem::create_directories( headers );
   std::filesystem::create_directories( sources );
   for( auto const & module : model.modules ) {
     if( module.imported || Koigen::isForeign( module ) )
       continue;
     Koigen::writeChanged( headers + "/" + module.name + ".h", Koigen::headerOf( model, module ) );
-    Koigen::writeChanged( sources + "/" + module.name + ".module.cpp",
-                          Koigen::sourceOf( model, module ) );
+    auto const named = parts.find( module.name );
+    auto const texts = Koigen::sourcesOf( model, module, named == parts.end() ? 1 : named->second );
+    for( std::size_t i = 0; i < texts.size(); ++i )
+      Koigen::writeChanged( sources + "/" + module.name + ".module" +
+                                ( i == 0 ? "" : "." + std::to_string( i + 1 ) ) + ".cpp",
+                            texts[i] );
   }
 }
 
@@ -44,6 +52,7 @@ void write( Koigen::Model const & model, std::string const & headers,
 int main( int argc, char ** argv ) {
   Koigen::Call call;
   std::string headers, sources;
+  Parts parts;
   bool check = false;
 
   CLI::App app( "Writes the C++ that models declare." );
@@ -56,6 +65,8 @@ int main( int argc, char ** argv ) {
       ->allow_extra_args( false );
   app.add_option( "--import-prefix", call.importPrefix, "How their headers are included" )
       ->capture_default_str();
+  app.add_option( "--parts", parts, "MODULE N: into how many sources a large module goes" )
+      ->allow_extra_args( false );
   app.add_flag( "--check", check, "Write nothing; name the headers that differ or are missing" );
   try {
     app.parse( argc, argv );
@@ -69,7 +80,7 @@ int main( int argc, char ** argv ) {
     Koigen::Model const model = Koigen::loaded( call );
     if( check )
       return isFresh( model, headers ) ? 0 : 1;
-    write( model, headers, sources );
+    write( model, headers, sources, parts );
     return 0;
   } catch( std::exception const & e ) {
     std::cerr << e.what() << "\n";

@@ -202,7 +202,8 @@ INSTANTIATE_TEST_SUITE_P( InDefaults, Members, testing::Values(
   Case{ "const c : u16 = 1; /// d\n  attr a : Vlan = Vlan( c );", "" },
   Case{ "attr a : Far = Far( 1, \"x\" );", "" },
   Case{ "attr a : Far = Far( off );", "52:23: a number or a text was expected" },
-  Case{ "const c : ref Named = 1;", "52:17: a constant is a value, not a pointer" } ) );
+  Case{ "const c : ref Named = 1;", "52:17: a constant is a value, not a pointer" },
+  Case{ "const c : u8;", "52:9: the constant 'c' has no value" } ) );
 
 INSTANTIATE_TEST_SUITE_P( InAttributes, Members, testing::Values(
   Case{ "attr a : Named;", "52:12: an entity is held by 'ref' or 'weak'" },
@@ -221,6 +222,9 @@ INSTANTIATE_TEST_SUITE_P( InAttributes, Members, testing::Values(
         "51:8: 'E' takes its name from its first parameter, which must be a value" },
   Case{ "param name : u8;", "52:9: 'name' is a name of every entity" },
   Case{ "param name : Koi::Name;", "" },
+  Case{ "param a : u8; /// d\n  param b : u8 settable;", "" },
+  Case{ "param a : u8 settable;",
+        "52:9: only a value of an entity, which it is not called after, is 'settable'" },
   Case{ "derived a : u8;", "" },
   Case{ "derived a : u8 = b.c;", "52:20: there is no attribute 'b'" },
   Case{ "attr p : Pair; /// d\n  derived a : u8 = p.c;", "53:20: 'p' has no field 'c'" },
@@ -374,7 +378,6 @@ INSTANTIATE_TEST_SUITE_P( OfEntities, Syntax, testing::Values(
   Case{ IN( "entity A {\n  attr a : u8 = A( 1;\n}" ), "4:21: a value or ')' was expected" },
   Case{ IN( "entity A {\n  attr a : u8 = \"x\n}" ),
         "4:19: '\"' was expected: a text is one line without '\\'" },
-  Case{ IN( "entity A {\n  const a : u8;\n}" ), "4:15: '=' was expected" },
   Case{ IN( "entity A {\n  attr a : u8 max ;\n}" ),
         "4:19: the name of a constant or a number of bytes was expected" },
   Case{ IN( "entity A {\n  attr a : u8 max 5;\n}" ), "4:20: 'bytes' was expected" },
