@@ -4,10 +4,335 @@
 #include <koi/Value.h>
 #include <koi/Entity.h>
 #include <Lumo/BridgingHostEntryType.h>
+#include <Lumo/VlanId.h>
+#include <Lumo/VlanTpid.h>
 #include <wirex/EthAddr.h>
 #include <wirex/IntfId.h>
+#include <wirex/Ip4Addr.h>
 
 namespace Bridging {
+
+/// When a frame is passed on.
+enum SwitchForwardingMode : Koi::U32 {
+  defaultMode,      ///< as the hardware does by itself
+  cutThrough,       ///< while it still comes in
+  storeAndForward   ///< when all of it is there
+};
+KOI_ENUM( SwitchForwardingMode );
+
+/// In which direction internal VLANs are taken from their range.
+enum InternalVlanAllocationPolicy : Koi::U32 {
+  ascending,   ///< the lowest first
+  descending   ///< the highest first
+};
+KOI_ENUM( InternalVlanAllocationPolicy );
+
+/// What a switchport does with tags.
+enum SwitchportMode : Koi::U32 {
+  access,       ///< carries one VLAN, untagged
+  trunk,        ///< carries many, tagged
+  dot1qTunnel,  ///< puts whatever comes, tagged or not, into one VLAN
+  tap,          ///< takes in a copy of traffic
+  tool,         ///< gives a copy of traffic to a tool
+  routed        ///< does not bridge
+};
+KOI_ENUM( SwitchportMode );
+
+/// Whether frames are kept from going out where they came in.
+enum SourceportFilterMode : Koi::U32 {
+  sourceportFilterDisabled,  ///< they are not
+  sourceportFilterEnabled    ///< they are
+};
+KOI_ENUM( SourceportFilterMode );
+
+/// Whether a VLAN is in use.
+enum VlanAdminState : Koi::U32 {
+  active,     ///< it is
+  suspended   ///< it is configured, but carries nothing
+};
+KOI_ENUM( VlanAdminState );
+
+/// The role of a VLAN in a private-VLAN domain.
+enum VlanType : Koi::U32 {
+  normal,     ///< none, or the primary
+  isolated,   ///< its ports reach the primary alone
+  community   ///< its ports reach one another and the primary
+};
+KOI_ENUM( VlanType );
+
+/// Whether frames of a VLAN leave a port with a tag.
+enum TagOnEgress : Koi::U32 {
+  tagOnEgressInvalid,   ///< not known
+  tagOnEgressDisabled,  ///< they leave untagged
+  tagOnEgressEnabled    ///< they leave tagged
+};
+KOI_ENUM( TagOnEgress );
+
+/// In which directions a port carries a VLAN.
+enum AllowedTrafficDirection : Koi::U32 {
+  ingressAndEgress,  ///< both
+  ingress,           ///< only in
+  egress             ///< only out
+};
+KOI_ENUM( AllowedTrafficDirection );
+
+/// What tags a frame carries.
+enum VlanTagFormat : Koi::U32 {
+  untagged,      ///< none
+  priority,      ///< one of VLAN 0
+  singleTagged,  ///< one
+  doubleTagged   ///< two
+};
+KOI_ENUM( VlanTagFormat );
+
+/// A direction of VLAN translation.
+enum VlanMappingDirection : Koi::U32 {
+  vlanMappingIngress,  ///< of frames that come in
+  vlanMappingEgress    ///< of frames that go out
+};
+KOI_ENUM( VlanMappingDirection );
+
+/// Whether the hardware needs VLANs for itself.
+enum InternalVlanNeeded : Koi::U32 {
+  unknown,           ///< nobody has said yet
+  intVlanNeeded,     ///< it does
+  intVlanNotNeeded   ///< it does not
+};
+KOI_ENUM( InternalVlanNeeded );
+
+/// The VLANs that are set apart for internal use. Nothing says that the first is not above the
+/// last:
+/// such a range is empty.
+class KOI_PUBLIC InternalVlanRange : public Koi::Structure< InternalVlanRange > {
+ public:
+  InternalVlanRange() = default;
+  InternalVlanRange( VlanId const & vlanBegin, VlanId const & vlanEnd )
+      : _vlanBegin( vlanBegin ), _vlanEnd( vlanEnd ) {}
+  InternalVlanRange( Koi::String8::IteratorConst & it, Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  InternalVlanRange( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// the first
+  VlanId vlanBegin() const { return _vlanBegin; }
+
+  /// the last
+  VlanId vlanEnd() const { return _vlanEnd; }
+
+  static constexpr char koiName[] = "Bridging::InternalVlanRange";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "vlanBegin", &InternalVlanRange::_vlanBegin ),
+      Koi::field( "vlanEnd", &InternalVlanRange::_vlanEnd )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  VlanId _vlanBegin{};
+  VlanId _vlanEnd{};
+};
+
+/// What a switchport does with tags, and the VLAN of frames without one: they change together.
+class KOI_PUBLIC SwitchportModeAndNativeVlan
+    : public Koi::Structure< SwitchportModeAndNativeVlan > {
+ public:
+  SwitchportModeAndNativeVlan() = default;
+  SwitchportModeAndNativeVlan( SwitchportMode switchportMode, VlanIdOrNone const & nativeVlan )
+      : _switchportMode( switchportMode ), _nativeVlan( nativeVlan ) {}
+  SwitchportModeAndNativeVlan( Koi::String8::IteratorConst & it,
+                               Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  SwitchportModeAndNativeVlan( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// what it does with tags
+  SwitchportMode switchportMode() const { return _switchportMode; }
+
+  /// the VLAN of untagged frames; none: they are dropped
+  VlanIdOrNone nativeVlan() const { return _nativeVlan; }
+
+  static constexpr char koiName[] = "Bridging::SwitchportModeAndNativeVlan";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "switchportMode", &SwitchportModeAndNativeVlan::_switchportMode ),
+      Koi::field( "nativeVlan", &SwitchportModeAndNativeVlan::_nativeVlan )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  SwitchportMode _switchportMode{};
+  VlanIdOrNone _nativeVlan{};
+};
+
+/// The private-VLAN role of a VLAN: they change together.
+class KOI_PUBLIC VlanTypeAndPrimaryVlan : public Koi::Structure< VlanTypeAndPrimaryVlan > {
+ public:
+  VlanTypeAndPrimaryVlan() = default;
+  VlanTypeAndPrimaryVlan( VlanType vlanType, VlanId const & primaryVlan )
+      : _vlanType( vlanType ), _primaryVlan( primaryVlan ) {}
+  VlanTypeAndPrimaryVlan( Koi::String8::IteratorConst & it,
+                          Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  VlanTypeAndPrimaryVlan( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// the role
+  VlanType vlanType() const { return _vlanType; }
+
+  /// the primary of the domain, 0 for none
+  VlanId primaryVlan() const { return _primaryVlan; }
+
+  static constexpr char koiName[] = "Bridging::VlanTypeAndPrimaryVlan";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "vlanType", &VlanTypeAndPrimaryVlan::_vlanType ),
+      Koi::fieldOrZero( "primaryVlan", &VlanTypeAndPrimaryVlan::_primaryVlan )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  VlanType _vlanType{};
+  VlanId _primaryVlan{};
+};
+
+/// How a port carries a VLAN.
+class KOI_PUBLIC VlanPortConfig : public Koi::Structure< VlanPortConfig > {
+ public:
+  VlanPortConfig() = default;
+  VlanPortConfig( TagOnEgress tagOnEgress, bool promotedPort,
+                  AllowedTrafficDirection allowedTrafficDirection )
+      : _tagOnEgress( tagOnEgress ), _promotedPort( promotedPort ),
+        _allowedTrafficDirection( allowedTrafficDirection ) {}
+  VlanPortConfig( Koi::String8::IteratorConst & it, Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  VlanPortConfig( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// whether frames leave with a tag
+  TagOnEgress tagOnEgress() const { return _tagOnEgress; }
+
+  /// whether the port was made a member of the VLAN by its primary
+  bool promotedPort() const { return _promotedPort; }
+
+  /// in which directions
+  AllowedTrafficDirection allowedTrafficDirection() const { return _allowedTrafficDirection; }
+
+  static constexpr char koiName[] = "Bridging::VlanPortConfig";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "tagOnEgress", &VlanPortConfig::_tagOnEgress ),
+      Koi::field( "promotedPort", &VlanPortConfig::_promotedPort ),
+      Koi::field( "allowedTrafficDirection", &VlanPortConfig::_allowedTrafficDirection )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  TagOnEgress _tagOnEgress{};
+  bool _promotedPort{};
+  AllowedTrafficDirection _allowedTrafficDirection{};
+};
+
+/// How a port carries a VLAN, as the hardware does it.
+class KOI_PUBLIC VlanPortStatus : public Koi::Structure< VlanPortStatus > {
+ public:
+  VlanPortStatus() = default;
+  VlanPortStatus( TagOnEgress tagOnEgress, AllowedTrafficDirection allowedTrafficDirection )
+      : _tagOnEgress( tagOnEgress ), _allowedTrafficDirection( allowedTrafficDirection ) {}
+  VlanPortStatus( Koi::String8::IteratorConst & it, Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  VlanPortStatus( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// whether frames leave with a tag
+  TagOnEgress tagOnEgress() const { return _tagOnEgress; }
+
+  /// in which directions
+  AllowedTrafficDirection allowedTrafficDirection() const { return _allowedTrafficDirection; }
+
+  static constexpr char koiName[] = "Bridging::VlanPortStatus";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "tagOnEgress", &VlanPortStatus::_tagOnEgress ),
+      Koi::field( "allowedTrafficDirection", &VlanPortStatus::_allowedTrafficDirection )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  TagOnEgress _tagOnEgress{};
+  AllowedTrafficDirection _allowedTrafficDirection{};
+};
+
+/// Which tag protocol identifier an interface has in hardware.
+class KOI_PUBLIC IntfTpidStatusEntry : public Koi::Structure< IntfTpidStatusEntry > {
+ public:
+  IntfTpidStatusEntry() = default;
+  IntfTpidStatusEntry( Wirex::IntfId const & intf, VlanTpidOrNone const & tpid, bool active )
+      : _intf( intf ), _tpid( tpid ), _active( active ) {}
+  IntfTpidStatusEntry( Koi::String8::IteratorConst & it, Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  IntfTpidStatusEntry( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// the interface
+  Wirex::IntfId intf() const { return _intf; }
+
+  /// the identifier, 0 for none
+  VlanTpidOrNone tpid() const { return _tpid; }
+
+  /// whether it is in effect
+  bool active() const { return _active; }
+
+  static constexpr char koiName[] = "Bridging::IntfTpidStatusEntry";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "intf", &IntfTpidStatusEntry::_intf ),
+      Koi::field( "tpid", &IntfTpidStatusEntry::_tpid ),
+      Koi::field( "active", &IntfTpidStatusEntry::_active )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  Wirex::IntfId _intf{};
+  VlanTpidOrNone _tpid{};
+  bool _active{};
+};
+
+/// Which tag formats a port that requires VLAN tags drops: bit n stands for VlanTagFormat n.
+class KOI_PUBLIC VlanTagRequired : public Koi::Structure< VlanTagRequired > {
+ public:
+  VlanTagRequired() = default;
+  explicit VlanTagRequired( Koi::U8 vlanTagFormatDrop ) : _vlanTagFormatDrop( vlanTagFormatDrop ) {}
+  VlanTagRequired( Koi::String8::IteratorConst & it, Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  VlanTagRequired( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// the tag formats to drop
+  Koi::U8 vlanTagFormatDrop() const { return _vlanTagFormatDrop; }
+
+  /// what such a port begins with: it drops what names no VLAN, untagged and priority
+  static VlanTagRequired handleInitialized();
+
+  /// whether frames of that format are dropped
+  bool drops( VlanTagFormat format ) const;
+
+  static constexpr char koiName[] = "Bridging::VlanTagRequired";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "vlanTagFormatDrop", &VlanTagRequired::_vlanTagFormatDrop )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::U8 _vlanTagFormatDrop{};
+};
 
 /// The number of a filtering database. Every 16-bit number is one.
 class KOI_PUBLIC Fid : public Koi::Wrapped< Fid, Koi::U16 > {
@@ -17,6 +342,36 @@ class KOI_PUBLIC Fid : public Koi::Wrapped< Fid, Koi::U16 > {
   static constexpr char koiName[] = "Bridging::Fid";
   static constexpr char koiField[] = "value";
   static Koi::KoiType const _koiType;
+};
+
+/// A MAC address in a filtering database.
+class KOI_PUBLIC HostKey : public Koi::Structure< HostKey > {
+ public:
+  HostKey() = default;
+  HostKey( Fid const & fid, Wirex::EthAddr const & addr ) : _fid( fid ), _addr( addr ) {}
+  HostKey( Koi::String8::IteratorConst & it, Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  HostKey( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// the filtering database
+  Fid fid() const { return _fid; }
+
+  /// the MAC address
+  Wirex::EthAddr addr() const { return _addr; }
+
+  static constexpr char koiName[] = "Bridging::HostKey";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "fid", &HostKey::_fid ),
+      Koi::field( "addr", &HostKey::_addr )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  Fid _fid{};
+  Wirex::EthAddr _addr{};
 };
 
 /// One learned MAC address: the key within its filtering database, and where it lives.
@@ -71,6 +426,362 @@ class KOI_PUBLIC LearnedHost : public Koi::Structure< LearnedHost > {
   Koi::Seconds lastMoveTime_{};
   EntryType entryType_{};
 };
+
+/// One configured MAC address: the key within its filtering database, and where it is to live.
+class KOI_PUBLIC ConfiguredHost : public Koi::Structure< ConfiguredHost > {
+ public:
+  ConfiguredHost() = default;
+  ConfiguredHost( Wirex::EthAddr const & address, Wirex::IntfId const & intf, EntryType entryType,
+                  Koi::String8 const & label )
+      : _address( address ), intf_( intf ), _entryType( entryType ), label_( label ) {}
+  ConfiguredHost( Wirex::EthAddr const & address, EntryType entryType )
+      : _address( address ), _entryType( entryType ) {}
+  ConfiguredHost( Koi::String8::IteratorConst & it, Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  ConfiguredHost( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// the MAC address
+  Wirex::EthAddr address() const { return _address; }
+
+  /// the interface it points to
+  Wirex::IntfId intf() const { return intf_; }
+  void intfIs( Wirex::IntfId const & v ) { intf_ = v; }
+
+  /// configuredStaticMac, configuredDynamicMac or configuredSecureMac
+  EntryType entryType() const { return _entryType; }
+
+  /// what the source that configured it calls it
+  Koi::String8 label() const { return label_; }
+  void labelIs( Koi::String8 const & v ) { label_ = v; }
+
+  static constexpr char koiName[] = "Bridging::ConfiguredHost";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "address", &ConfiguredHost::_address ),
+      Koi::field( "intf", &ConfiguredHost::intf_ ),
+      Koi::field( "entryType", &ConfiguredHost::_entryType ),
+      Koi::field( "label", &ConfiguredHost::label_ )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  Wirex::EthAddr _address{};
+  Wirex::IntfId intf_{};
+  EntryType _entryType{};
+  Koi::String8 label_{};
+};
+
+/// Asks for learned MAC addresses to be forgotten: those of one VLAN, of one interface, of one VLAN
+/// on
+/// one interface, or all.
+class KOI_PUBLIC HostTableFlushRequest : public Koi::Structure< HostTableFlushRequest > {
+ public:
+  HostTableFlushRequest() = default;
+  HostTableFlushRequest( Koi::U16 vlanId, Wirex::IntfId const & intf )
+      : _vlanId( vlanId ), _intf( intf ) {}
+  HostTableFlushRequest( Koi::String8::IteratorConst & it,
+                         Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  HostTableFlushRequest( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// the VLAN; 0 for all. Not checked
+  Koi::U16 vlanId() const { return _vlanId; }
+
+  /// the interface; the empty one for all
+  Wirex::IntfId intf() const { return _intf; }
+
+  static constexpr char koiName[] = "Bridging::HostTableFlushRequest";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "vlanId", &HostTableFlushRequest::_vlanId ),
+      Koi::field( "intf", &HostTableFlushRequest::_intf )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::U16 _vlanId{};
+  Wirex::IntfId _intf{};
+};
+
+/// A MAC address in a VLAN; any number goes for a VLAN.
+class KOI_PUBLIC MacVlanPair : public Koi::OrderedStructure< MacVlanPair > {
+ public:
+  MacVlanPair() = default;
+  MacVlanPair( Wirex::EthAddr const & macaddr, Koi::U32 vlanId )
+      : _macaddr( macaddr ), _vlanId( vlanId ) {}
+  MacVlanPair( Koi::String8::IteratorConst & it, Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  MacVlanPair( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// the MAC address
+  Wirex::EthAddr macaddr() const { return _macaddr; }
+
+  /// the number of the VLAN
+  Koi::U32 vlanId() const { return _vlanId; }
+
+  static constexpr char koiName[] = "Bridging::MacVlanPair";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "macaddr", &MacVlanPair::_macaddr ),
+      Koi::field( "vlanId", &MacVlanPair::_vlanId )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  Wirex::EthAddr _macaddr{};
+  Koi::U32 _vlanId{};
+};
+
+/// How much an entry counts against others for the same address.
+class KOI_PUBLIC Preference : public Koi::Wrapped< Preference, Koi::U32 > {
+ public:
+  using Wrapped::Wrapped;
+
+  static constexpr char koiName[] = "Bridging::Preference";
+  static constexpr char koiField[] = "value";
+  static Koi::KoiType const _koiType;
+};
+
+/// The preference of a remote entry, which carries one byte of it. Raises RangeException "300 > 255
+/// not allowed" for more.
+class KOI_PUBLIC EntryPreference : public Koi::Wrapped< EntryPreference, Koi::U8 > {
+ public:
+  using Wrapped::Wrapped;
+
+  static constexpr char koiName[] = "Bridging::EntryPreference";
+  static constexpr char koiField[] = "value";
+  static Koi::KoiType const _koiType;
+};
+
+/// A MAC address that is reached through a tunnel or a peer.
+class KOI_PUBLIC RemoteMacEntry : public Koi::Structure< RemoteMacEntry > {
+ public:
+  RemoteMacEntry() = default;
+  RemoteMacEntry( MacVlanPair const & key, Wirex::IntfId const & intfName, EntryType entryType,
+                  Wirex::Ip4Addr const & tunnelIpAddr, Koi::U32 moveCount,
+      Koi::Seconds lastMoveTime, EntryPreference const & preference )
+      : _key( key ), _intfName( intfName ), _entryType( entryType ), _tunnelIpAddr( tunnelIpAddr ),
+        _moveCount( moveCount ), _lastMoveTime( lastMoveTime ), _preference( preference ) {}
+  RemoteMacEntry( Koi::String8::IteratorConst & it, Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  RemoteMacEntry( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// the address and its VLAN
+  MacVlanPair key() const { return _key; }
+
+  /// the tunnel or peer link
+  Wirex::IntfId intfName() const { return _intfName; }
+
+  /// how it came to be, one of the remote kinds
+  EntryType entryType() const { return _entryType; }
+
+  /// the remote end of the tunnel
+  Wirex::Ip4Addr tunnelIpAddr() const { return _tunnelIpAddr; }
+
+  /// how many times it has moved
+  Koi::U32 moveCount() const { return _moveCount; }
+
+  /// when it last moved, in seconds
+  Koi::Seconds lastMoveTime() const { return _lastMoveTime; }
+
+  /// how much it counts
+  EntryPreference preference() const { return _preference; }
+
+  static constexpr char koiName[] = "Bridging::RemoteMacEntry";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "key", &RemoteMacEntry::_key ),
+      Koi::field( "intfName", &RemoteMacEntry::_intfName ),
+      Koi::field( "entryType", &RemoteMacEntry::_entryType ),
+      Koi::field( "tunnelIpAddr", &RemoteMacEntry::_tunnelIpAddr ),
+      Koi::field( "moveCount", &RemoteMacEntry::_moveCount ),
+      Koi::field( "lastMoveTime", &RemoteMacEntry::_lastMoveTime ),
+      Koi::field( "preference", &RemoteMacEntry::_preference )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  MacVlanPair _key{};
+  Wirex::IntfId _intfName{};
+  EntryType _entryType{};
+  Wirex::Ip4Addr _tunnelIpAddr{};
+  Koi::U32 _moveCount{};
+  Koi::Seconds _lastMoveTime{};
+  EntryPreference _preference{};
+};
+
+/// The interfaces that are to get a multicast group.
+class KOI_PUBLIC EthGroup : public Koi::EntityOf< EthGroup > {
+ public:
+  explicit EthGroup( Wirex::EthAddr const & address )
+      : EntityOf( Koi::nameOf( address ) ), _address( address ) {}
+
+  /// the address of the group
+  Wirex::EthAddr address() const { return _address; }
+
+  class KoiIntf;
+  /// the interfaces, an entry each
+  bool intf( Wirex::IntfId const & k ) const { return intf_.value( k ); }
+  Koi::HashMap< KoiIntf, Wirex::IntfId, bool > const & intf() const { return intf_; }
+  using IntfIterator = Koi::HashMap< KoiIntf, Wirex::IntfId, bool >::Iterator;
+  IntfIterator intfIterator() { return intf_.koiIterator(); }
+  void intfIs( Wirex::IntfId const & k, bool v ) {
+    koiIs( intf_, k, v, NotifieeConst::koiOnIntf );
+  }
+  bool intfDel( Wirex::IntfId const & k ) { return koiDel( intf_, k, NotifieeConst::koiOnIntf ); }
+  bool intfDel( IntfIterator const & i ) { return koiDel( intf_, i, NotifieeConst::koiOnIntf ); }
+  void intfDelAll() { koiDelAll( intf_, NotifieeConst::koiOnIntf ); }
+  void intfNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnIntf, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< EthGroup > {
+   public:
+    virtual void onIntf() {}
+    virtual void onIntf( Wirex::IntfId const & ) {}
+    virtual void onIntfKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnIntf ); onIntf( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnIntf{
+      koiFirst + 1, &NotifieeConst::onIntf, &NotifieeConst::onIntfKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, EthGroup >;
+
+  static constexpr char koiName[] = "Bridging::EthGroup";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_address", &EthGroup::address )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "address", &EthGroup::_address ),
+      Koi::attribute( "intf", &EthGroup::intf_, &EthGroup::intfIs, &EthGroup::intfDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Wirex::EthAddr const _address;
+  Koi::HashMap< KoiIntf, Wirex::IntfId, bool > intf_;
+};
+
+/// A new EthGroup without a parent.
+inline Koi::Ptr< EthGroup > ethGroupFactory( Wirex::EthAddr const & address ) {
+  return new EthGroup( address );
+}
+
+/// What is configured of one filtering database.
+class KOI_PUBLIC FdbConfig : public Koi::EntityOf< FdbConfig > {
+ public:
+  explicit FdbConfig( Fid const & fid ) : EntityOf( Koi::nameOf( fid ) ), _fid( fid ) {}
+
+  /// the filtering database
+  Fid fid() const { return _fid; }
+
+  class KoiConfiguredHost;
+  /// its configured MAC addresses
+  ConfiguredHost configuredHost( Wirex::EthAddr const & k ) const {
+    return configuredHost_.value( k );
+  }
+  Koi::HashMap< KoiConfiguredHost, Wirex::EthAddr, ConfiguredHost > const & configuredHost() const {
+    return configuredHost_;
+  }
+  using ConfiguredHostIterator = Koi::HashMap< KoiConfiguredHost, Wirex::EthAddr,
+      ConfiguredHost >::Iterator;
+  ConfiguredHostIterator configuredHostIterator() { return configuredHost_.koiIterator(); }
+  void configuredHostIs( ConfiguredHost const & v ) {
+    koiIs( configuredHost_, v.address(), v, NotifieeConst::koiOnConfiguredHost );
+  }
+  ConfiguredHost configuredHostDel( Wirex::EthAddr const & k ) {
+    return koiDel( configuredHost_, k, NotifieeConst::koiOnConfiguredHost );
+  }
+  ConfiguredHost configuredHostDel( ConfiguredHostIterator const & i ) {
+    return koiDel( configuredHost_, i, NotifieeConst::koiOnConfiguredHost );
+  }
+  void configuredHostDelAll() { koiDelAll( configuredHost_, NotifieeConst::koiOnConfiguredHost ); }
+  void configuredHostNotify( Wirex::EthAddr const & k ) {
+    koiNotify( NotifieeConst::koiOnConfiguredHost, k );
+  }
+
+  class KoiEthGroup;
+  /// its static multicast groups
+  Koi::Ptr< EthGroup > ethGroup( Wirex::EthAddr const & k ) const { return ethGroup_.value( k ); }
+  Koi::HashMap< KoiEthGroup, Wirex::EthAddr, Koi::Owned< EthGroup > > const & ethGroup() const {
+    return ethGroup_;
+  }
+  using EthGroupIterator = Koi::HashMap< KoiEthGroup, Wirex::EthAddr,
+      Koi::Owned< EthGroup > >::Iterator;
+  EthGroupIterator ethGroupIterator() { return ethGroup_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< EthGroup > ethGroupIs( Wirex::EthAddr const & k ) {
+    return koiChildIs( ethGroup_, NotifieeConst::koiOnEthGroup, k );
+  }
+  Koi::Ptr< EthGroup > ethGroupDel( Wirex::EthAddr const & k ) {
+    return koiDel( ethGroup_, k, NotifieeConst::koiOnEthGroup );
+  }
+  Koi::Ptr< EthGroup > ethGroupDel( EthGroupIterator const & i ) {
+    return koiDel( ethGroup_, i, NotifieeConst::koiOnEthGroup );
+  }
+  void ethGroupDelAll() { koiDelAll( ethGroup_, NotifieeConst::koiOnEthGroup ); }
+  void ethGroupNotify( Wirex::EthAddr const & k ) { koiNotify( NotifieeConst::koiOnEthGroup, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< FdbConfig > {
+   public:
+    virtual void onConfiguredHost() {}
+    virtual void onConfiguredHost( Wirex::EthAddr const & ) {}
+    virtual void onConfiguredHostKoiImmediate( Wirex::EthAddr const & k ) {
+      koiPass( koiOnConfiguredHost ); onConfiguredHost( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::EthAddr const & > koiOnConfiguredHost{
+      koiFirst + 1, &NotifieeConst::onConfiguredHost,
+          &NotifieeConst::onConfiguredHostKoiImmediate };
+
+    virtual void onEthGroup() {}
+    virtual void onEthGroup( Wirex::EthAddr const & ) {}
+    virtual void onEthGroupKoiImmediate( Wirex::EthAddr const & k ) {
+      koiPass( koiOnEthGroup ); onEthGroup( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::EthAddr const & > koiOnEthGroup{
+      koiFirst + 2, &NotifieeConst::onEthGroup, &NotifieeConst::onEthGroupKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, FdbConfig >;
+
+  static constexpr char koiName[] = "Bridging::FdbConfig";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_fid", &FdbConfig::fid )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "fid", &FdbConfig::_fid ),
+      Koi::attribute( "configuredHost", &FdbConfig::configuredHost_, &FdbConfig::configuredHostIs,
+                      &FdbConfig::configuredHostDel ),
+      Koi::attribute( "ethGroup", &FdbConfig::ethGroup_, &FdbConfig::ethGroupIs,
+                      &FdbConfig::ethGroupDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 3;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Fid const _fid;
+  Koi::HashMap< KoiConfiguredHost, Wirex::EthAddr, ConfiguredHost > configuredHost_;
+  Koi::HashMap< KoiEthGroup, Wirex::EthAddr, Koi::Owned< EthGroup > > ethGroup_;
+};
+
+/// A new FdbConfig without a parent.
+inline Koi::Ptr< FdbConfig > fdbConfigFactory( Fid const & fid ) { return new FdbConfig( fid ); }
 
 /// What is known of one filtering database. The agent that learns writes it; anybody may observe.
 class KOI_PUBLIC FdbStatus : public Koi::EntityOf< FdbStatus > {
@@ -139,10 +850,5328 @@ class KOI_PUBLIC FdbStatus : public Koi::EntityOf< FdbStatus > {
 /// A new FdbStatus without a parent.
 inline Koi::Ptr< FdbStatus > fdbStatusFactory( Fid const & fid ) { return new FdbStatus( fid ); }
 
+/// How the routed interface of a primary VLAN serves the secondary VLANs.
+class KOI_PUBLIC SviMappingState : public Koi::EntityOf< SviMappingState > {
+ public:
+  explicit SviMappingState( VlanId const & primaryVlan )
+      : EntityOf( Koi::nameOf( primaryVlan ) ), _primaryVlan( primaryVlan ) {}
+
+  /// the primary VLAN
+  VlanId primaryVlan() const { return _primaryVlan; }
+
+  /// every secondary VLAN maps onto the primary's interface
+  bool defaultSviMapping() const { return defaultSviMapping_; }
+  void defaultSviMappingIs( bool v ) {
+    koiIs( defaultSviMapping_, v, NotifieeConst::koiOnDefaultSviMapping );
+  }
+
+  class KoiSecondaryVlan;
+  /// else those with an entry do
+  bool secondaryVlan( VlanId const & k ) const { return secondaryVlan_.value( k ); }
+  Koi::HashMap< KoiSecondaryVlan, VlanId, bool > const & secondaryVlan() const {
+    return secondaryVlan_;
+  }
+  using SecondaryVlanIterator = Koi::HashMap< KoiSecondaryVlan, VlanId, bool >::Iterator;
+  SecondaryVlanIterator secondaryVlanIterator() { return secondaryVlan_.koiIterator(); }
+  void secondaryVlanIs( VlanId const & k, bool v ) {
+    koiIs( secondaryVlan_, k, v, NotifieeConst::koiOnSecondaryVlan );
+  }
+  bool secondaryVlanDel( VlanId const & k ) {
+    return koiDel( secondaryVlan_, k, NotifieeConst::koiOnSecondaryVlan );
+  }
+  bool secondaryVlanDel( SecondaryVlanIterator const & i ) {
+    return koiDel( secondaryVlan_, i, NotifieeConst::koiOnSecondaryVlan );
+  }
+  void secondaryVlanDelAll() { koiDelAll( secondaryVlan_, NotifieeConst::koiOnSecondaryVlan ); }
+  void secondaryVlanNotify( VlanId const & k ) {
+    koiNotify( NotifieeConst::koiOnSecondaryVlan, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< SviMappingState > {
+   public:
+    virtual void onDefaultSviMapping() {}
+    virtual void onDefaultSviMappingKoiImmediate() {
+      koiPass( koiOnDefaultSviMapping ); onDefaultSviMapping();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnDefaultSviMapping{
+      koiFirst + 1, &NotifieeConst::onDefaultSviMapping,
+          &NotifieeConst::onDefaultSviMappingKoiImmediate };
+
+    virtual void onSecondaryVlan() {}
+    virtual void onSecondaryVlan( VlanId const & ) {}
+    virtual void onSecondaryVlanKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnSecondaryVlan ); onSecondaryVlan( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnSecondaryVlan{
+      koiFirst + 2, &NotifieeConst::onSecondaryVlan, &NotifieeConst::onSecondaryVlanKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, SviMappingState >;
+
+  static constexpr char koiName[] = "Bridging::SviMappingState";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_primaryVlan", &SviMappingState::primaryVlan )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "primaryVlan", &SviMappingState::_primaryVlan ),
+      Koi::attribute( "defaultSviMapping", &SviMappingState::defaultSviMapping_,
+                      &SviMappingState::defaultSviMappingIs ),
+      Koi::attribute( "secondaryVlan", &SviMappingState::secondaryVlan_,
+                      &SviMappingState::secondaryVlanIs, &SviMappingState::secondaryVlanDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 3;
+  static Koi::KoiType const _koiType;
+
+ private:
+  VlanId const _primaryVlan;
+  bool defaultSviMapping_ = true;
+  Koi::HashMap< KoiSecondaryVlan, VlanId, bool > secondaryVlan_;
+};
+
+/// A new SviMappingState without a parent.
+inline Koi::Ptr< SviMappingState > sviMappingStateFactory( VlanId const & primaryVlan ) {
+  return new SviMappingState( primaryVlan );
+}
+
+/// The resolved configuration of one switchport: what the forwarding plane needs.
+class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
+ public:
+  SwitchIntfConfig( Wirex::IntfId const & intfId,
+                    SwitchportModeAndNativeVlan const & switchportModeAndNativeVlan )
+      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ),
+        switchportModeAndNativeVlan_( switchportModeAndNativeVlan ) {}
+
+  /// the interface
+  Wirex::IntfId intfId() const { return _intfId; }
+
+  /// mode and native VLAN
+  SwitchportModeAndNativeVlan switchportModeAndNativeVlan() const {
+    return switchportModeAndNativeVlan_;
+  }
+  void switchportModeAndNativeVlanIs( SwitchportModeAndNativeVlan const & v ) {
+    koiIs( switchportModeAndNativeVlan_, v, NotifieeConst::koiOnSwitchportModeAndNativeVlan );
+  }
+
+  /// what it does with tags
+  SwitchportMode switchportMode() const { return switchportModeAndNativeVlan().switchportMode(); }
+
+  /// the VLAN of untagged frames
+  VlanIdOrNone nativeVlan() const { return switchportModeAndNativeVlan().nativeVlan(); }
+
+  /// do not flood unicast out of it
+  bool blockUnknownUnicast() const { return blockUnknownUnicast_; }
+  void blockUnknownUnicastIs( bool v ) {
+    koiIs( blockUnknownUnicast_, v, NotifieeConst::koiOnBlockUnknownUnicast );
+  }
+
+  /// do not flood multicast out of it
+  bool blockUnknownMulticast() const { return blockUnknownMulticast_; }
+  void blockUnknownMulticastIs( bool v ) {
+    koiIs( blockUnknownMulticast_, v, NotifieeConst::koiOnBlockUnknownMulticast );
+  }
+
+  /// learn source MAC addresses on it
+  bool macLearningEnabled() const { return macLearningEnabled_; }
+  void macLearningEnabledIs( bool v ) {
+    koiIs( macLearningEnabled_, v, NotifieeConst::koiOnMacLearningEnabled );
+  }
+
+  /// flood out of it
+  bool floodingEnabled() const { return floodingEnabled_; }
+  void floodingEnabledIs( bool v ) {
+    koiIs( floodingEnabled_, v, NotifieeConst::koiOnFloodingEnabled );
+  }
+
+  /// ingress translation of the native VLAN
+  VlanIdOrNone ingressNativeVlanXlate() const { return ingressNativeVlanXlate_; }
+  void ingressNativeVlanXlateIs( VlanIdOrNone const & v ) {
+    koiIs( ingressNativeVlanXlate_, v, NotifieeConst::koiOnIngressNativeVlanXlate );
+  }
+
+  /// egress translation of the native VLAN
+  VlanIdOrNone egressNativeVlanXlate() const { return egressNativeVlanXlate_; }
+  void egressNativeVlanXlateIs( VlanIdOrNone const & v ) {
+    koiIs( egressNativeVlanXlate_, v, NotifieeConst::koiOnEgressNativeVlanXlate );
+  }
+
+  class KoiIngressVlanXlate;
+  /// ingress VLAN translations
+  VlanXlateMapping ingressVlanXlate( VlanXlateKey const & k ) const {
+    return ingressVlanXlate_.value( k );
+  }
+  Koi::HashMap< KoiIngressVlanXlate, VlanXlateKey,
+      VlanXlateMapping > const & ingressVlanXlate() const {
+    return ingressVlanXlate_;
+  }
+  using IngressVlanXlateIterator = Koi::HashMap< KoiIngressVlanXlate, VlanXlateKey,
+      VlanXlateMapping >::Iterator;
+  IngressVlanXlateIterator ingressVlanXlateIterator() { return ingressVlanXlate_.koiIterator(); }
+  void ingressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
+    koiIs( ingressVlanXlate_, k, v, NotifieeConst::koiOnIngressVlanXlate );
+  }
+  VlanXlateMapping ingressVlanXlateDel( VlanXlateKey const & k ) {
+    return koiDel( ingressVlanXlate_, k, NotifieeConst::koiOnIngressVlanXlate );
+  }
+  VlanXlateMapping ingressVlanXlateDel( IngressVlanXlateIterator const & i ) {
+    return koiDel( ingressVlanXlate_, i, NotifieeConst::koiOnIngressVlanXlate );
+  }
+  void ingressVlanXlateDelAll() {
+    koiDelAll( ingressVlanXlate_, NotifieeConst::koiOnIngressVlanXlate );
+  }
+  void ingressVlanXlateNotify( VlanXlateKey const & k ) {
+    koiNotify( NotifieeConst::koiOnIngressVlanXlate, k );
+  }
+
+  class KoiEgressVlanXlate;
+  /// egress VLAN translations
+  VlanXlateMapping egressVlanXlate( VlanXlateKey const & k ) const {
+    return egressVlanXlate_.value( k );
+  }
+  Koi::HashMap< KoiEgressVlanXlate, VlanXlateKey,
+      VlanXlateMapping > const & egressVlanXlate() const {
+    return egressVlanXlate_;
+  }
+  using EgressVlanXlateIterator = Koi::HashMap< KoiEgressVlanXlate, VlanXlateKey,
+      VlanXlateMapping >::Iterator;
+  EgressVlanXlateIterator egressVlanXlateIterator() { return egressVlanXlate_.koiIterator(); }
+  void egressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
+    koiIs( egressVlanXlate_, k, v, NotifieeConst::koiOnEgressVlanXlate );
+  }
+  VlanXlateMapping egressVlanXlateDel( VlanXlateKey const & k ) {
+    return koiDel( egressVlanXlate_, k, NotifieeConst::koiOnEgressVlanXlate );
+  }
+  VlanXlateMapping egressVlanXlateDel( EgressVlanXlateIterator const & i ) {
+    return koiDel( egressVlanXlate_, i, NotifieeConst::koiOnEgressVlanXlate );
+  }
+  void egressVlanXlateDelAll() {
+    koiDelAll( egressVlanXlate_, NotifieeConst::koiOnEgressVlanXlate );
+  }
+  void egressVlanXlateNotify( VlanXlateKey const & k ) {
+    koiNotify( NotifieeConst::koiOnEgressVlanXlate, k );
+  }
+
+  /// announces the tags that count on it
+  VlanTpidOrNone vlanTpid() const { return vlanTpid_; }
+  void vlanTpidIs( VlanTpidOrNone const & v ) {
+    koiIs( vlanTpid_, v, NotifieeConst::koiOnVlanTpid );
+  }
+
+  class KoiVlanTagFormatDrop;
+  /// tag formats that it drops
+  bool vlanTagFormatDrop( VlanTagFormat k ) const { return vlanTagFormatDrop_.value( k ); }
+  Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat, bool > const & vlanTagFormatDrop() const {
+    return vlanTagFormatDrop_;
+  }
+  using VlanTagFormatDropIterator = Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat,
+      bool >::Iterator;
+  VlanTagFormatDropIterator vlanTagFormatDropIterator() { return vlanTagFormatDrop_.koiIterator(); }
+  void vlanTagFormatDropIs( VlanTagFormat k, bool v ) {
+    koiIs( vlanTagFormatDrop_, k, v, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  bool vlanTagFormatDropDel( VlanTagFormat k ) {
+    return koiDel( vlanTagFormatDrop_, k, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  bool vlanTagFormatDropDel( VlanTagFormatDropIterator const & i ) {
+    return koiDel( vlanTagFormatDrop_, i, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  void vlanTagFormatDropDelAll() {
+    koiDelAll( vlanTagFormatDrop_, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  void vlanTagFormatDropNotify( VlanTagFormat k ) {
+    koiNotify( NotifieeConst::koiOnVlanTagFormatDrop, k );
+  }
+
+  class KoiVlanMappingRequired;
+  /// directions that require a translation
+  bool vlanMappingRequired( VlanMappingDirection k ) const {
+    return vlanMappingRequired_.value( k );
+  }
+  Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
+      bool > const & vlanMappingRequired() const {
+    return vlanMappingRequired_;
+  }
+  using VlanMappingRequiredIterator = Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
+      bool >::Iterator;
+  VlanMappingRequiredIterator vlanMappingRequiredIterator() {
+    return vlanMappingRequired_.koiIterator();
+  }
+  void vlanMappingRequiredIs( VlanMappingDirection k, bool v ) {
+    koiIs( vlanMappingRequired_, k, v, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  bool vlanMappingRequiredDel( VlanMappingDirection k ) {
+    return koiDel( vlanMappingRequired_, k, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  bool vlanMappingRequiredDel( VlanMappingRequiredIterator const & i ) {
+    return koiDel( vlanMappingRequired_, i, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  void vlanMappingRequiredDelAll() {
+    koiDelAll( vlanMappingRequired_, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  void vlanMappingRequiredNotify( VlanMappingDirection k ) {
+    koiNotify( NotifieeConst::koiOnVlanMappingRequired, k );
+  }
+
+  /// keeps frames from going back out
+  SourceportFilterMode sourceportFilterMode() const { return sourceportFilterMode_; }
+  void sourceportFilterModeIs( SourceportFilterMode v ) {
+    koiIs( sourceportFilterMode_, v, NotifieeConst::koiOnSourceportFilterMode );
+  }
+
+  /// VLANs of a tap port, a range list
+  Koi::String8 tapAllowedVlans() const { return tapAllowedVlans_; }
+  void tapAllowedVlansIs( Koi::String8 const & v ) {
+    koiIs( tapAllowedVlans_, v, NotifieeConst::koiOnTapAllowedVlans );
+  }
+
+  /// VLANs of a tool port, a range list
+  Koi::String8 toolAllowedVlans() const { return toolAllowedVlans_; }
+  void toolAllowedVlansIs( Koi::String8 const & v ) {
+    koiIs( toolAllowedVlans_, v, NotifieeConst::koiOnToolAllowedVlans );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< SwitchIntfConfig > {
+   public:
+    virtual void onSwitchportModeAndNativeVlan() {}
+    virtual void onSwitchportModeAndNativeVlanKoiImmediate() {
+      koiPass( koiOnSwitchportModeAndNativeVlan ); onSwitchportModeAndNativeVlan();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSwitchportModeAndNativeVlan{
+      koiFirst + 1, &NotifieeConst::onSwitchportModeAndNativeVlan,
+          &NotifieeConst::onSwitchportModeAndNativeVlanKoiImmediate };
+
+    virtual void onBlockUnknownUnicast() {}
+    virtual void onBlockUnknownUnicastKoiImmediate() {
+      koiPass( koiOnBlockUnknownUnicast ); onBlockUnknownUnicast();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnBlockUnknownUnicast{
+      koiFirst + 4, &NotifieeConst::onBlockUnknownUnicast,
+          &NotifieeConst::onBlockUnknownUnicastKoiImmediate };
+
+    virtual void onBlockUnknownMulticast() {}
+    virtual void onBlockUnknownMulticastKoiImmediate() {
+      koiPass( koiOnBlockUnknownMulticast ); onBlockUnknownMulticast();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnBlockUnknownMulticast{
+      koiFirst + 5, &NotifieeConst::onBlockUnknownMulticast,
+          &NotifieeConst::onBlockUnknownMulticastKoiImmediate };
+
+    virtual void onMacLearningEnabled() {}
+    virtual void onMacLearningEnabledKoiImmediate() {
+      koiPass( koiOnMacLearningEnabled ); onMacLearningEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnMacLearningEnabled{
+      koiFirst + 6, &NotifieeConst::onMacLearningEnabled,
+          &NotifieeConst::onMacLearningEnabledKoiImmediate };
+
+    virtual void onFloodingEnabled() {}
+    virtual void onFloodingEnabledKoiImmediate() {
+      koiPass( koiOnFloodingEnabled ); onFloodingEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnFloodingEnabled{
+      koiFirst + 7, &NotifieeConst::onFloodingEnabled,
+          &NotifieeConst::onFloodingEnabledKoiImmediate };
+
+    virtual void onIngressNativeVlanXlate() {}
+    virtual void onIngressNativeVlanXlateKoiImmediate() {
+      koiPass( koiOnIngressNativeVlanXlate ); onIngressNativeVlanXlate();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnIngressNativeVlanXlate{
+      koiFirst + 8, &NotifieeConst::onIngressNativeVlanXlate,
+          &NotifieeConst::onIngressNativeVlanXlateKoiImmediate };
+
+    virtual void onEgressNativeVlanXlate() {}
+    virtual void onEgressNativeVlanXlateKoiImmediate() {
+      koiPass( koiOnEgressNativeVlanXlate ); onEgressNativeVlanXlate();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnEgressNativeVlanXlate{
+      koiFirst + 9, &NotifieeConst::onEgressNativeVlanXlate,
+          &NotifieeConst::onEgressNativeVlanXlateKoiImmediate };
+
+    virtual void onIngressVlanXlate() {}
+    virtual void onIngressVlanXlate( VlanXlateKey const & ) {}
+    virtual void onIngressVlanXlateKoiImmediate( VlanXlateKey const & k ) {
+      koiPass( koiOnIngressVlanXlate ); onIngressVlanXlate( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanXlateKey const & > koiOnIngressVlanXlate{
+      koiFirst + 10, &NotifieeConst::onIngressVlanXlate,
+          &NotifieeConst::onIngressVlanXlateKoiImmediate };
+
+    virtual void onEgressVlanXlate() {}
+    virtual void onEgressVlanXlate( VlanXlateKey const & ) {}
+    virtual void onEgressVlanXlateKoiImmediate( VlanXlateKey const & k ) {
+      koiPass( koiOnEgressVlanXlate ); onEgressVlanXlate( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanXlateKey const & > koiOnEgressVlanXlate{
+      koiFirst + 11, &NotifieeConst::onEgressVlanXlate,
+          &NotifieeConst::onEgressVlanXlateKoiImmediate };
+
+    virtual void onVlanTpid() {}
+    virtual void onVlanTpidKoiImmediate() { koiPass( koiOnVlanTpid ); onVlanTpid(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanTpid{
+      koiFirst + 12, &NotifieeConst::onVlanTpid, &NotifieeConst::onVlanTpidKoiImmediate };
+
+    virtual void onVlanTagFormatDrop() {}
+    virtual void onVlanTagFormatDrop( VlanTagFormat ) {}
+    virtual void onVlanTagFormatDropKoiImmediate( VlanTagFormat k ) {
+      koiPass( koiOnVlanTagFormatDrop ); onVlanTagFormatDrop( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanTagFormat > koiOnVlanTagFormatDrop{
+      koiFirst + 13, &NotifieeConst::onVlanTagFormatDrop,
+          &NotifieeConst::onVlanTagFormatDropKoiImmediate };
+
+    virtual void onVlanMappingRequired() {}
+    virtual void onVlanMappingRequired( VlanMappingDirection ) {}
+    virtual void onVlanMappingRequiredKoiImmediate( VlanMappingDirection k ) {
+      koiPass( koiOnVlanMappingRequired ); onVlanMappingRequired( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanMappingDirection > koiOnVlanMappingRequired{
+      koiFirst + 14, &NotifieeConst::onVlanMappingRequired,
+          &NotifieeConst::onVlanMappingRequiredKoiImmediate };
+
+    virtual void onSourceportFilterMode() {}
+    virtual void onSourceportFilterModeKoiImmediate() {
+      koiPass( koiOnSourceportFilterMode ); onSourceportFilterMode();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSourceportFilterMode{
+      koiFirst + 15, &NotifieeConst::onSourceportFilterMode,
+          &NotifieeConst::onSourceportFilterModeKoiImmediate };
+
+    virtual void onTapAllowedVlans() {}
+    virtual void onTapAllowedVlansKoiImmediate() {
+      koiPass( koiOnTapAllowedVlans ); onTapAllowedVlans();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTapAllowedVlans{
+      koiFirst + 16, &NotifieeConst::onTapAllowedVlans,
+          &NotifieeConst::onTapAllowedVlansKoiImmediate };
+
+    virtual void onToolAllowedVlans() {}
+    virtual void onToolAllowedVlansKoiImmediate() {
+      koiPass( koiOnToolAllowedVlans ); onToolAllowedVlans();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnToolAllowedVlans{
+      koiFirst + 17, &NotifieeConst::onToolAllowedVlans,
+          &NotifieeConst::onToolAllowedVlansKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, SwitchIntfConfig >;
+
+  static constexpr char koiName[] = "Bridging::SwitchIntfConfig";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_intfId", &SwitchIntfConfig::intfId ),
+      Koi::initial( "_switchportModeAndNativeVlan", &SwitchIntfConfig::switchportModeAndNativeVlan )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "intfId", &SwitchIntfConfig::_intfId ),
+      Koi::attribute( "switchportModeAndNativeVlan",
+                      &SwitchIntfConfig::switchportModeAndNativeVlan_,
+          &SwitchIntfConfig::switchportModeAndNativeVlanIs ),
+      Koi::computed( "switchportMode", &SwitchIntfConfig::switchportMode ),
+      Koi::computed( "nativeVlan", &SwitchIntfConfig::nativeVlan ),
+      Koi::attribute( "blockUnknownUnicast", &SwitchIntfConfig::blockUnknownUnicast_,
+                      &SwitchIntfConfig::blockUnknownUnicastIs ),
+      Koi::attribute( "blockUnknownMulticast", &SwitchIntfConfig::blockUnknownMulticast_,
+                      &SwitchIntfConfig::blockUnknownMulticastIs ),
+      Koi::attribute( "macLearningEnabled", &SwitchIntfConfig::macLearningEnabled_,
+                      &SwitchIntfConfig::macLearningEnabledIs ),
+      Koi::attribute( "floodingEnabled", &SwitchIntfConfig::floodingEnabled_,
+                      &SwitchIntfConfig::floodingEnabledIs ),
+      Koi::attribute( "ingressNativeVlanXlate", &SwitchIntfConfig::ingressNativeVlanXlate_,
+                      &SwitchIntfConfig::ingressNativeVlanXlateIs ),
+      Koi::attribute( "egressNativeVlanXlate", &SwitchIntfConfig::egressNativeVlanXlate_,
+                      &SwitchIntfConfig::egressNativeVlanXlateIs ),
+      Koi::attribute( "ingressVlanXlate", &SwitchIntfConfig::ingressVlanXlate_,
+                      &SwitchIntfConfig::ingressVlanXlateIs,
+          &SwitchIntfConfig::ingressVlanXlateDel ),
+      Koi::attribute( "egressVlanXlate", &SwitchIntfConfig::egressVlanXlate_,
+                      &SwitchIntfConfig::egressVlanXlateIs, &SwitchIntfConfig::egressVlanXlateDel ),
+      Koi::attribute( "vlanTpid", &SwitchIntfConfig::vlanTpid_, &SwitchIntfConfig::vlanTpidIs ),
+      Koi::attribute( "vlanTagFormatDrop", &SwitchIntfConfig::vlanTagFormatDrop_,
+                      &SwitchIntfConfig::vlanTagFormatDropIs,
+          &SwitchIntfConfig::vlanTagFormatDropDel ),
+      Koi::attribute( "vlanMappingRequired", &SwitchIntfConfig::vlanMappingRequired_,
+                      &SwitchIntfConfig::vlanMappingRequiredIs,
+          &SwitchIntfConfig::vlanMappingRequiredDel ),
+      Koi::attribute( "sourceportFilterMode", &SwitchIntfConfig::sourceportFilterMode_,
+                      &SwitchIntfConfig::sourceportFilterModeIs ),
+      Koi::attribute( "tapAllowedVlans", &SwitchIntfConfig::tapAllowedVlans_,
+                      &SwitchIntfConfig::tapAllowedVlansIs ),
+      Koi::attribute( "toolAllowedVlans", &SwitchIntfConfig::toolAllowedVlans_,
+                      &SwitchIntfConfig::toolAllowedVlansIs )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 18;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Wirex::IntfId const _intfId;
+  SwitchportModeAndNativeVlan switchportModeAndNativeVlan_{};
+  bool blockUnknownUnicast_{};
+  bool blockUnknownMulticast_{};
+  bool macLearningEnabled_ = true;
+  bool floodingEnabled_ = true;
+  VlanIdOrNone ingressNativeVlanXlate_{};
+  VlanIdOrNone egressNativeVlanXlate_{};
+  Koi::HashMap< KoiIngressVlanXlate, VlanXlateKey, VlanXlateMapping > ingressVlanXlate_;
+  Koi::HashMap< KoiEgressVlanXlate, VlanXlateKey, VlanXlateMapping > egressVlanXlate_;
+  VlanTpidOrNone vlanTpid_ = VlanTpidOrNone( 0x8100 );
+  Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat, bool > vlanTagFormatDrop_;
+  Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection, bool > vlanMappingRequired_;
+  SourceportFilterMode sourceportFilterMode_ = SourceportFilterMode::sourceportFilterEnabled;
+  Koi::String8 tapAllowedVlans_{};
+  Koi::String8 toolAllowedVlans_{};
+};
+
+/// A new SwitchIntfConfig without a parent.
+inline Koi::Ptr< SwitchIntfConfig > switchIntfConfigFactory( Wirex::IntfId const & intfId,
+    SwitchportModeAndNativeVlan const & switchportModeAndNativeVlan ) {
+  return new SwitchIntfConfig( intfId, switchportModeAndNativeVlan );
+}
+
+/// The resolved configuration of one VLAN.
+class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
+ public:
+  VlanConfig( VlanId const & vlanId, bool internal )
+      : EntityOf( Koi::nameOf( vlanId ) ), _vlanId( vlanId ), _internal( internal ) {}
+
+  /// the VLAN
+  VlanId vlanId() const { return _vlanId; }
+
+  /// allocated by the system, not configured
+  bool internal() const { return _internal; }
+
+  /// the name that configuration gave it
+  Koi::String8 configuredName() const { return configuredName_; }
+  void configuredNameIs( Koi::String8 const & v ) {
+    koiIs( configuredName_, v, NotifieeConst::koiOnConfiguredName );
+  }
+
+  class KoiIntf;
+  /// its member ports, and how each carries it
+  VlanPortConfig intf( Wirex::IntfId const & k ) const { return intf_.value( k ); }
+  Koi::HashMap< KoiIntf, Wirex::IntfId, VlanPortConfig > const & intf() const { return intf_; }
+  using IntfIterator = Koi::HashMap< KoiIntf, Wirex::IntfId, VlanPortConfig >::Iterator;
+  IntfIterator intfIterator() { return intf_.koiIterator(); }
+  void intfIs( Wirex::IntfId const & k, VlanPortConfig const & v ) {
+    koiIs( intf_, k, v, NotifieeConst::koiOnIntf );
+  }
+  VlanPortConfig intfDel( Wirex::IntfId const & k ) {
+    return koiDel( intf_, k, NotifieeConst::koiOnIntf );
+  }
+  VlanPortConfig intfDel( IntfIterator const & i ) {
+    return koiDel( intf_, i, NotifieeConst::koiOnIntf );
+  }
+  void intfDelAll() { koiDelAll( intf_, NotifieeConst::koiOnIntf ); }
+  void intfNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnIntf, k ); }
+
+  /// active or suspended
+  VlanAdminState adminState() const { return adminState_; }
+  void adminStateIs( VlanAdminState v ) { koiIs( adminState_, v, NotifieeConst::koiOnAdminState ); }
+
+  /// learn MAC addresses in it
+  bool macLearning() const { return macLearning_; }
+  void macLearningIs( bool v ) { koiIs( macLearning_, v, NotifieeConst::koiOnMacLearning ); }
+
+  /// its private-VLAN role
+  VlanTypeAndPrimaryVlan vlanTypeAndPrimaryVlan() const { return vlanTypeAndPrimaryVlan_; }
+  void vlanTypeAndPrimaryVlanIs( VlanTypeAndPrimaryVlan const & v ) {
+    koiIs( vlanTypeAndPrimaryVlan_, v, NotifieeConst::koiOnVlanTypeAndPrimaryVlan );
+  }
+
+  /// its role
+  VlanType vlanType() const { return vlanTypeAndPrimaryVlan().vlanType(); }
+
+  /// its primary, 0 for none
+  VlanId primaryVlan() const { return vlanTypeAndPrimaryVlan().primaryVlan(); }
+
+  /// whether it may be a primary VLAN: it is normal, has no primary itself, and is not internal
+  bool eligibleToBePrimary() const;
+
+  /// the source's name where none named one
+  static Koi::String8 defaultSource() { return "default"; }
+
+  /// the input source that it came from
+  Koi::String8 configSource() const { return configSource_; }
+  void configSourceIs( Koi::String8 const & v ) {
+    koiIs( configSource_, v, NotifieeConst::koiOnConfigSource );
+  }
+
+  class KoiTrunkGroup;
+  /// the trunk groups that it belongs to
+  bool trunkGroup( Koi::String8 const & k ) const { return trunkGroup_.value( k ); }
+  Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > const & trunkGroup() const {
+    return trunkGroup_;
+  }
+  using TrunkGroupIterator = Koi::HashMap< KoiTrunkGroup, Koi::String8, bool >::Iterator;
+  TrunkGroupIterator trunkGroupIterator() { return trunkGroup_.koiIterator(); }
+  void trunkGroupIs( Koi::String8 const & k, bool v ) {
+    koiIs( trunkGroup_, k, v, NotifieeConst::koiOnTrunkGroup );
+  }
+  bool trunkGroupDel( Koi::String8 const & k ) {
+    return koiDel( trunkGroup_, k, NotifieeConst::koiOnTrunkGroup );
+  }
+  bool trunkGroupDel( TrunkGroupIterator const & i ) {
+    return koiDel( trunkGroup_, i, NotifieeConst::koiOnTrunkGroup );
+  }
+  void trunkGroupDelAll() { koiDelAll( trunkGroup_, NotifieeConst::koiOnTrunkGroup ); }
+  void trunkGroupNotify( Koi::String8 const & k ) {
+    koiNotify( NotifieeConst::koiOnTrunkGroup, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanConfig > {
+   public:
+    virtual void onConfiguredName() {}
+    virtual void onConfiguredNameKoiImmediate() {
+      koiPass( koiOnConfiguredName ); onConfiguredName();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnConfiguredName{
+      koiFirst + 2, &NotifieeConst::onConfiguredName,
+          &NotifieeConst::onConfiguredNameKoiImmediate };
+
+    virtual void onIntf() {}
+    virtual void onIntf( Wirex::IntfId const & ) {}
+    virtual void onIntfKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnIntf ); onIntf( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnIntf{
+      koiFirst + 3, &NotifieeConst::onIntf, &NotifieeConst::onIntfKoiImmediate };
+
+    virtual void onAdminState() {}
+    virtual void onAdminStateKoiImmediate() { koiPass( koiOnAdminState ); onAdminState(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnAdminState{
+      koiFirst + 4, &NotifieeConst::onAdminState, &NotifieeConst::onAdminStateKoiImmediate };
+
+    virtual void onMacLearning() {}
+    virtual void onMacLearningKoiImmediate() { koiPass( koiOnMacLearning ); onMacLearning(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnMacLearning{
+      koiFirst + 5, &NotifieeConst::onMacLearning, &NotifieeConst::onMacLearningKoiImmediate };
+
+    virtual void onVlanTypeAndPrimaryVlan() {}
+    virtual void onVlanTypeAndPrimaryVlanKoiImmediate() {
+      koiPass( koiOnVlanTypeAndPrimaryVlan ); onVlanTypeAndPrimaryVlan();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanTypeAndPrimaryVlan{
+      koiFirst + 6, &NotifieeConst::onVlanTypeAndPrimaryVlan,
+          &NotifieeConst::onVlanTypeAndPrimaryVlanKoiImmediate };
+
+    virtual void onConfigSource() {}
+    virtual void onConfigSourceKoiImmediate() { koiPass( koiOnConfigSource ); onConfigSource(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnConfigSource{
+      koiFirst + 10, &NotifieeConst::onConfigSource, &NotifieeConst::onConfigSourceKoiImmediate };
+
+    virtual void onTrunkGroup() {}
+    virtual void onTrunkGroup( Koi::String8 const & ) {}
+    virtual void onTrunkGroupKoiImmediate( Koi::String8 const & k ) {
+      koiPass( koiOnTrunkGroup ); onTrunkGroup( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::String8 const & > koiOnTrunkGroup{
+      koiFirst + 11, &NotifieeConst::onTrunkGroup, &NotifieeConst::onTrunkGroupKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanConfig >;
+
+  static constexpr char koiName[] = "Bridging::VlanConfig";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_vlanId", &VlanConfig::vlanId ),
+      Koi::parameter( "_internal", &VlanConfig::internal )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlanId", &VlanConfig::_vlanId ),
+      Koi::attribute( "internal", &VlanConfig::_internal ),
+      Koi::attribute( "configuredName", &VlanConfig::configuredName_,
+                      &VlanConfig::configuredNameIs ),
+      Koi::attribute( "intf", &VlanConfig::intf_, &VlanConfig::intfIs, &VlanConfig::intfDel ),
+      Koi::attribute( "adminState", &VlanConfig::adminState_, &VlanConfig::adminStateIs ),
+      Koi::attribute( "macLearning", &VlanConfig::macLearning_, &VlanConfig::macLearningIs ),
+      Koi::attribute( "vlanTypeAndPrimaryVlan", &VlanConfig::vlanTypeAndPrimaryVlan_,
+                      &VlanConfig::vlanTypeAndPrimaryVlanIs ),
+      Koi::computed( "vlanType", &VlanConfig::vlanType ),
+      Koi::computed( "primaryVlan", &VlanConfig::primaryVlan ),
+      Koi::constant< VlanConfig >( "defaultSource", &VlanConfig::defaultSource ),
+      Koi::attribute( "configSource", &VlanConfig::configSource_, &VlanConfig::configSourceIs ),
+      Koi::attribute( "trunkGroup", &VlanConfig::trunkGroup_, &VlanConfig::trunkGroupIs,
+                      &VlanConfig::trunkGroupDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 12;
+  static Koi::KoiType const _koiType;
+
+ private:
+  VlanId const _vlanId;
+  bool const _internal;
+  Koi::String8 configuredName_{};
+  Koi::HashMap< KoiIntf, Wirex::IntfId, VlanPortConfig > intf_;
+  VlanAdminState adminState_{};
+  bool macLearning_ = true;
+  VlanTypeAndPrimaryVlan vlanTypeAndPrimaryVlan_{};
+  Koi::String8 configSource_ = defaultSource();
+  Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > trunkGroup_;
+};
+
+/// A new VlanConfig without a parent.
+inline Koi::Ptr< VlanConfig > vlanConfigFactory( VlanId const & vlanId, bool internal ) {
+  return new VlanConfig( vlanId, internal );
+}
+
+/// The resolved bridging configuration of the switch. The agent that resolves the sources writes
+/// it,
+/// the bridging and hardware agents read it.
+class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
+ public:
+  explicit Config( Koi::Name const & name ) : EntityOf( name ) {}
+
+  /// which source the VLANs came from
+  Koi::String8 vlanConfigSourceDetail() const { return vlanConfigSourceDetail_; }
+  void vlanConfigSourceDetailIs( Koi::String8 const & v ) {
+    koiIs( vlanConfigSourceDetail_, v, NotifieeConst::koiOnVlanConfigSourceDetail );
+  }
+
+  /// the bridge's own MAC address
+  Wirex::EthAddr bridgeMacAddr() const { return bridgeMacAddr_; }
+  void bridgeMacAddrIs( Wirex::EthAddr const & v ) {
+    koiIs( bridgeMacAddr_, v, NotifieeConst::koiOnBridgeMacAddr );
+  }
+
+  /// how long a learned host stays unseen; 0 is for ever
+  Koi::Seconds hostAgingTime() const { return hostAgingTime_; }
+  void hostAgingTimeIs( Koi::Seconds v ) {
+    koiIs( hostAgingTime_, v, NotifieeConst::koiOnHostAgingTime );
+  }
+
+  /// pass Ethernet pause frames through
+  bool pausePassThrough() const { return pausePassThrough_; }
+  void pausePassThroughIs( bool v ) {
+    koiIs( pausePassThrough_, v, NotifieeConst::koiOnPausePassThrough );
+  }
+
+  /// from which end internal VLANs are taken
+  InternalVlanAllocationPolicy internalVlanAllocationPolicy() const {
+    return internalVlanAllocationPolicy_;
+  }
+  void internalVlanAllocationPolicyIs( InternalVlanAllocationPolicy v ) {
+    koiIs( internalVlanAllocationPolicy_, v, NotifieeConst::koiOnInternalVlanAllocationPolicy );
+  }
+
+  /// the VLANs that are set apart for internal use
+  InternalVlanRange internalVlanRange() const { return internalVlanRange_; }
+  void internalVlanRangeIs( InternalVlanRange const & v ) {
+    koiIs( internalVlanRange_, v, NotifieeConst::koiOnInternalVlanRange );
+  }
+
+  /// when frames are passed on
+  SwitchForwardingMode forwardingMode() const { return forwardingMode_; }
+  void forwardingModeIs( SwitchForwardingMode v ) {
+    koiIs( forwardingMode_, v, NotifieeConst::koiOnForwardingMode );
+  }
+
+  /// the mode of an interface that names none
+  SwitchportMode defaultSwitchportMode() const { return defaultSwitchportMode_; }
+  void defaultSwitchportModeIs( SwitchportMode v ) {
+    koiIs( defaultSwitchportMode_, v, NotifieeConst::koiOnDefaultSwitchportMode );
+  }
+
+  class KoiSwitchIntfConfig;
+  /// the switchports
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfig( Wirex::IntfId const & k ) const {
+    return switchIntfConfig_.value( k );
+  }
+  Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
+      Koi::Owned< SwitchIntfConfig > > const & switchIntfConfig() const {
+    return switchIntfConfig_;
+  }
+  using SwitchIntfConfigIterator = Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
+      Koi::Owned< SwitchIntfConfig > >::Iterator;
+  SwitchIntfConfigIterator switchIntfConfigIterator() { return switchIntfConfig_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfigIs( Wirex::IntfId const & k,
+                                                   SwitchportModeAndNativeVlan const & switchportModeAndNativeVlan ) {
+    return koiChildIs( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig, k,
+                       switchportModeAndNativeVlan );
+  }
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( Wirex::IntfId const & k ) {
+    return koiDel( switchIntfConfig_, k, NotifieeConst::koiOnSwitchIntfConfig );
+  }
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( SwitchIntfConfigIterator const & i ) {
+    return koiDel( switchIntfConfig_, i, NotifieeConst::koiOnSwitchIntfConfig );
+  }
+  void switchIntfConfigDelAll() {
+    koiDelAll( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig );
+  }
+  void switchIntfConfigNotify( Wirex::IntfId const & k ) {
+    koiNotify( NotifieeConst::koiOnSwitchIntfConfig, k );
+  }
+
+  class KoiVlanConfig;
+  /// the VLANs
+  Koi::Ptr< VlanConfig > vlanConfig( VlanId const & k ) const { return vlanConfig_.value( k ); }
+  Koi::HashMap< KoiVlanConfig, VlanId, Koi::Owned< VlanConfig > > const & vlanConfig() const {
+    return vlanConfig_;
+  }
+  using VlanConfigIterator = Koi::HashMap< KoiVlanConfig, VlanId,
+      Koi::Owned< VlanConfig > >::Iterator;
+  VlanConfigIterator vlanConfigIterator() { return vlanConfig_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< VlanConfig > vlanConfigIs( VlanId const & k, bool internal ) {
+    return koiChildIs( vlanConfig_, NotifieeConst::koiOnVlanConfig, k, internal );
+  }
+  Koi::Ptr< VlanConfig > vlanConfigDel( VlanId const & k ) {
+    return koiDel( vlanConfig_, k, NotifieeConst::koiOnVlanConfig );
+  }
+  Koi::Ptr< VlanConfig > vlanConfigDel( VlanConfigIterator const & i ) {
+    return koiDel( vlanConfig_, i, NotifieeConst::koiOnVlanConfig );
+  }
+  void vlanConfigDelAll() { koiDelAll( vlanConfig_, NotifieeConst::koiOnVlanConfig ); }
+  void vlanConfigNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnVlanConfig, k ); }
+
+  class KoiFdbConfig;
+  /// what is configured of filtering databases
+  Koi::Ptr< FdbConfig > fdbConfig( Fid const & k ) const { return fdbConfig_.value( k ); }
+  Koi::HashMap< KoiFdbConfig, Fid, Koi::Owned< FdbConfig > > const & fdbConfig() const {
+    return fdbConfig_;
+  }
+  using FdbConfigIterator = Koi::HashMap< KoiFdbConfig, Fid, Koi::Owned< FdbConfig > >::Iterator;
+  FdbConfigIterator fdbConfigIterator() { return fdbConfig_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< FdbConfig > fdbConfigIs( Fid const & k ) {
+    return koiChildIs( fdbConfig_, NotifieeConst::koiOnFdbConfig, k );
+  }
+  Koi::Ptr< FdbConfig > fdbConfigDel( Fid const & k ) {
+    return koiDel( fdbConfig_, k, NotifieeConst::koiOnFdbConfig );
+  }
+  Koi::Ptr< FdbConfig > fdbConfigDel( FdbConfigIterator const & i ) {
+    return koiDel( fdbConfig_, i, NotifieeConst::koiOnFdbConfig );
+  }
+  void fdbConfigDelAll() { koiDelAll( fdbConfig_, NotifieeConst::koiOnFdbConfig ); }
+  void fdbConfigNotify( Fid const & k ) { koiNotify( NotifieeConst::koiOnFdbConfig, k ); }
+
+  class KoiVidToFidMap;
+  /// where VLANs learn; one that is not in it has its own
+  Fid vidToFidMap( VlanId const & k ) const { return vidToFidMap_.value( k ); }
+  Koi::HashMap< KoiVidToFidMap, VlanId, Fid > const & vidToFidMap() const { return vidToFidMap_; }
+  using VidToFidMapIterator = Koi::HashMap< KoiVidToFidMap, VlanId, Fid >::Iterator;
+  VidToFidMapIterator vidToFidMapIterator() { return vidToFidMap_.koiIterator(); }
+  void vidToFidMapIs( VlanId const & k, Fid const & v ) {
+    koiIs( vidToFidMap_, k, v, NotifieeConst::koiOnVidToFidMap );
+  }
+  Fid vidToFidMapDel( VlanId const & k ) {
+    return koiDel( vidToFidMap_, k, NotifieeConst::koiOnVidToFidMap );
+  }
+  Fid vidToFidMapDel( VidToFidMapIterator const & i ) {
+    return koiDel( vidToFidMap_, i, NotifieeConst::koiOnVidToFidMap );
+  }
+  void vidToFidMapDelAll() { koiDelAll( vidToFidMap_, NotifieeConst::koiOnVidToFidMap ); }
+  void vidToFidMapNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnVidToFidMap, k ); }
+
+  class KoiSviMapping;
+  /// by primary VLAN
+  Koi::Ptr< SviMappingState > sviMapping( VlanId const & k ) const {
+    return sviMapping_.value( k );
+  }
+  Koi::HashMap< KoiSviMapping, VlanId, Koi::Owned< SviMappingState > > const & sviMapping() const {
+    return sviMapping_;
+  }
+  using SviMappingIterator = Koi::HashMap< KoiSviMapping, VlanId,
+      Koi::Owned< SviMappingState > >::Iterator;
+  SviMappingIterator sviMappingIterator() { return sviMapping_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< SviMappingState > sviMappingIs( VlanId const & k ) {
+    return koiChildIs( sviMapping_, NotifieeConst::koiOnSviMapping, k );
+  }
+  Koi::Ptr< SviMappingState > sviMappingDel( VlanId const & k ) {
+    return koiDel( sviMapping_, k, NotifieeConst::koiOnSviMapping );
+  }
+  Koi::Ptr< SviMappingState > sviMappingDel( SviMappingIterator const & i ) {
+    return koiDel( sviMapping_, i, NotifieeConst::koiOnSviMapping );
+  }
+  void sviMappingDelAll() { koiDelAll( sviMapping_, NotifieeConst::koiOnSviMapping ); }
+  void sviMappingNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnSviMapping, k ); }
+
+  class KoiIeeeReservedForwarding;
+  /// reserved group addresses: forwarded or not
+  bool ieeeReservedForwarding( Wirex::EthAddr const & k ) const {
+    return ieeeReservedForwarding_.value( k );
+  }
+  Koi::HashMap< KoiIeeeReservedForwarding, Wirex::EthAddr,
+      bool > const & ieeeReservedForwarding() const {
+    return ieeeReservedForwarding_;
+  }
+  using IeeeReservedForwardingIterator = Koi::HashMap< KoiIeeeReservedForwarding, Wirex::EthAddr,
+      bool >::Iterator;
+  IeeeReservedForwardingIterator ieeeReservedForwardingIterator() {
+    return ieeeReservedForwarding_.koiIterator();
+  }
+  void ieeeReservedForwardingIs( Wirex::EthAddr const & k, bool v ) {
+    koiIs( ieeeReservedForwarding_, k, v, NotifieeConst::koiOnIeeeReservedForwarding );
+  }
+  bool ieeeReservedForwardingDel( Wirex::EthAddr const & k ) {
+    return koiDel( ieeeReservedForwarding_, k, NotifieeConst::koiOnIeeeReservedForwarding );
+  }
+  bool ieeeReservedForwardingDel( IeeeReservedForwardingIterator const & i ) {
+    return koiDel( ieeeReservedForwarding_, i, NotifieeConst::koiOnIeeeReservedForwarding );
+  }
+  void ieeeReservedForwardingDelAll() {
+    koiDelAll( ieeeReservedForwarding_, NotifieeConst::koiOnIeeeReservedForwarding );
+  }
+  void ieeeReservedForwardingNotify( Wirex::EthAddr const & k ) {
+    koiNotify( NotifieeConst::koiOnIeeeReservedForwarding, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< Config > {
+   public:
+    virtual void onVlanConfigSourceDetail() {}
+    virtual void onVlanConfigSourceDetailKoiImmediate() {
+      koiPass( koiOnVlanConfigSourceDetail ); onVlanConfigSourceDetail();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanConfigSourceDetail{
+      koiFirst + 0, &NotifieeConst::onVlanConfigSourceDetail,
+          &NotifieeConst::onVlanConfigSourceDetailKoiImmediate };
+
+    virtual void onBridgeMacAddr() {}
+    virtual void onBridgeMacAddrKoiImmediate() { koiPass( koiOnBridgeMacAddr ); onBridgeMacAddr(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnBridgeMacAddr{
+      koiFirst + 1, &NotifieeConst::onBridgeMacAddr, &NotifieeConst::onBridgeMacAddrKoiImmediate };
+
+    virtual void onHostAgingTime() {}
+    virtual void onHostAgingTimeKoiImmediate() { koiPass( koiOnHostAgingTime ); onHostAgingTime(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnHostAgingTime{
+      koiFirst + 2, &NotifieeConst::onHostAgingTime, &NotifieeConst::onHostAgingTimeKoiImmediate };
+
+    virtual void onPausePassThrough() {}
+    virtual void onPausePassThroughKoiImmediate() {
+      koiPass( koiOnPausePassThrough ); onPausePassThrough();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnPausePassThrough{
+      koiFirst + 3, &NotifieeConst::onPausePassThrough,
+          &NotifieeConst::onPausePassThroughKoiImmediate };
+
+    virtual void onInternalVlanAllocationPolicy() {}
+    virtual void onInternalVlanAllocationPolicyKoiImmediate() {
+      koiPass( koiOnInternalVlanAllocationPolicy ); onInternalVlanAllocationPolicy();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnInternalVlanAllocationPolicy{
+      koiFirst + 4, &NotifieeConst::onInternalVlanAllocationPolicy,
+          &NotifieeConst::onInternalVlanAllocationPolicyKoiImmediate };
+
+    virtual void onInternalVlanRange() {}
+    virtual void onInternalVlanRangeKoiImmediate() {
+      koiPass( koiOnInternalVlanRange ); onInternalVlanRange();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnInternalVlanRange{
+      koiFirst + 5, &NotifieeConst::onInternalVlanRange,
+          &NotifieeConst::onInternalVlanRangeKoiImmediate };
+
+    virtual void onForwardingMode() {}
+    virtual void onForwardingModeKoiImmediate() {
+      koiPass( koiOnForwardingMode ); onForwardingMode();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnForwardingMode{
+      koiFirst + 6, &NotifieeConst::onForwardingMode,
+          &NotifieeConst::onForwardingModeKoiImmediate };
+
+    virtual void onDefaultSwitchportMode() {}
+    virtual void onDefaultSwitchportModeKoiImmediate() {
+      koiPass( koiOnDefaultSwitchportMode ); onDefaultSwitchportMode();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnDefaultSwitchportMode{
+      koiFirst + 7, &NotifieeConst::onDefaultSwitchportMode,
+          &NotifieeConst::onDefaultSwitchportModeKoiImmediate };
+
+    virtual void onSwitchIntfConfig() {}
+    virtual void onSwitchIntfConfig( Wirex::IntfId const & ) {}
+    virtual void onSwitchIntfConfigKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnSwitchIntfConfig ); onSwitchIntfConfig( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnSwitchIntfConfig{
+      koiFirst + 8, &NotifieeConst::onSwitchIntfConfig,
+          &NotifieeConst::onSwitchIntfConfigKoiImmediate };
+
+    virtual void onVlanConfig() {}
+    virtual void onVlanConfig( VlanId const & ) {}
+    virtual void onVlanConfigKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnVlanConfig ); onVlanConfig( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnVlanConfig{
+      koiFirst + 9, &NotifieeConst::onVlanConfig, &NotifieeConst::onVlanConfigKoiImmediate };
+
+    virtual void onFdbConfig() {}
+    virtual void onFdbConfig( Fid const & ) {}
+    virtual void onFdbConfigKoiImmediate( Fid const & k ) {
+      koiPass( koiOnFdbConfig ); onFdbConfig( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Fid const & > koiOnFdbConfig{
+      koiFirst + 10, &NotifieeConst::onFdbConfig, &NotifieeConst::onFdbConfigKoiImmediate };
+
+    virtual void onVidToFidMap() {}
+    virtual void onVidToFidMap( VlanId const & ) {}
+    virtual void onVidToFidMapKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnVidToFidMap ); onVidToFidMap( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnVidToFidMap{
+      koiFirst + 11, &NotifieeConst::onVidToFidMap, &NotifieeConst::onVidToFidMapKoiImmediate };
+
+    virtual void onSviMapping() {}
+    virtual void onSviMapping( VlanId const & ) {}
+    virtual void onSviMappingKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnSviMapping ); onSviMapping( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnSviMapping{
+      koiFirst + 12, &NotifieeConst::onSviMapping, &NotifieeConst::onSviMappingKoiImmediate };
+
+    virtual void onIeeeReservedForwarding() {}
+    virtual void onIeeeReservedForwarding( Wirex::EthAddr const & ) {}
+    virtual void onIeeeReservedForwardingKoiImmediate( Wirex::EthAddr const & k ) {
+      koiPass( koiOnIeeeReservedForwarding ); onIeeeReservedForwarding( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst,
+        Wirex::EthAddr const & > koiOnIeeeReservedForwarding{
+      koiFirst + 13, &NotifieeConst::onIeeeReservedForwarding,
+          &NotifieeConst::onIeeeReservedForwardingKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, Config >;
+
+  static constexpr char koiName[] = "Bridging::Config";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &Config::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlanConfigSourceDetail", &Config::vlanConfigSourceDetail_,
+                      &Config::vlanConfigSourceDetailIs ),
+      Koi::attribute( "bridgeMacAddr", &Config::bridgeMacAddr_, &Config::bridgeMacAddrIs ),
+      Koi::attribute( "hostAgingTime", &Config::hostAgingTime_, &Config::hostAgingTimeIs ),
+      Koi::attribute( "pausePassThrough", &Config::pausePassThrough_, &Config::pausePassThroughIs ),
+      Koi::attribute( "internalVlanAllocationPolicy", &Config::internalVlanAllocationPolicy_,
+                      &Config::internalVlanAllocationPolicyIs ),
+      Koi::attribute( "internalVlanRange", &Config::internalVlanRange_,
+                      &Config::internalVlanRangeIs ),
+      Koi::attribute( "forwardingMode", &Config::forwardingMode_, &Config::forwardingModeIs ),
+      Koi::attribute( "defaultSwitchportMode", &Config::defaultSwitchportMode_,
+                      &Config::defaultSwitchportModeIs ),
+      Koi::attribute( "switchIntfConfig", &Config::switchIntfConfig_, &Config::switchIntfConfigIs,
+                      &Config::switchIntfConfigDel ),
+      Koi::attribute( "vlanConfig", &Config::vlanConfig_, &Config::vlanConfigIs,
+                      &Config::vlanConfigDel ),
+      Koi::attribute( "fdbConfig", &Config::fdbConfig_, &Config::fdbConfigIs,
+                      &Config::fdbConfigDel ),
+      Koi::attribute( "vidToFidMap", &Config::vidToFidMap_, &Config::vidToFidMapIs,
+                      &Config::vidToFidMapDel ),
+      Koi::attribute( "sviMapping", &Config::sviMapping_, &Config::sviMappingIs,
+                      &Config::sviMappingDel ),
+      Koi::attribute( "ieeeReservedForwarding", &Config::ieeeReservedForwarding_,
+                      &Config::ieeeReservedForwardingIs, &Config::ieeeReservedForwardingDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 14;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::String8 vlanConfigSourceDetail_{};
+  Wirex::EthAddr bridgeMacAddr_{};
+  Koi::Seconds hostAgingTime_ = 300;
+  bool pausePassThrough_{};
+  InternalVlanAllocationPolicy internalVlanAllocationPolicy_{};
+  InternalVlanRange internalVlanRange_ = InternalVlanRange( VlanId( 1006 ), VlanId( 4094 ) );
+  SwitchForwardingMode forwardingMode_{};
+  SwitchportMode defaultSwitchportMode_{};
+  Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
+      Koi::Owned< SwitchIntfConfig > > switchIntfConfig_;
+  Koi::HashMap< KoiVlanConfig, VlanId, Koi::Owned< VlanConfig > > vlanConfig_;
+  Koi::HashMap< KoiFdbConfig, Fid, Koi::Owned< FdbConfig > > fdbConfig_;
+  Koi::HashMap< KoiVidToFidMap, VlanId, Fid > vidToFidMap_;
+  Koi::HashMap< KoiSviMapping, VlanId, Koi::Owned< SviMappingState > > sviMapping_;
+  Koi::HashMap< KoiIeeeReservedForwarding, Wirex::EthAddr, bool > ieeeReservedForwarding_;
+};
+
+/// A new Config without a parent.
+inline Koi::Ptr< Config > configFactory( Koi::Name const & name ) { return new Config( name ); }
+
+/// What the bridge has learned. The bridging agent writes it; anybody may observe.
+class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
+ public:
+  explicit Status( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiFdbStatus;
+  /// the filtering databases
+  Koi::Ptr< FdbStatus > fdbStatus( Fid const & k ) const { return fdbStatus_.value( k ); }
+  Koi::RbTreeMap< KoiFdbStatus, Fid, Koi::Owned< FdbStatus > > const & fdbStatus() const {
+    return fdbStatus_;
+  }
+  using FdbStatusIterator = Koi::RbTreeMap< KoiFdbStatus, Fid, Koi::Owned< FdbStatus > >::Iterator;
+  FdbStatusIterator fdbStatusIterator() { return fdbStatus_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< FdbStatus > fdbStatusIs( Fid const & k ) {
+    return koiChildIs( fdbStatus_, NotifieeConst::koiOnFdbStatus, k );
+  }
+  Koi::Ptr< FdbStatus > fdbStatusDel( Fid const & k ) {
+    return koiDel( fdbStatus_, k, NotifieeConst::koiOnFdbStatus );
+  }
+  Koi::Ptr< FdbStatus > fdbStatusDel( FdbStatusIterator const & i ) {
+    return koiDel( fdbStatus_, i, NotifieeConst::koiOnFdbStatus );
+  }
+  void fdbStatusDelAll() { koiDelAll( fdbStatus_, NotifieeConst::koiOnFdbStatus ); }
+  void fdbStatusNotify( Fid const & k ) { koiNotify( NotifieeConst::koiOnFdbStatus, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< Status > {
+   public:
+    virtual void onFdbStatus() {}
+    virtual void onFdbStatus( Fid const & ) {}
+    virtual void onFdbStatusKoiImmediate( Fid const & k ) {
+      koiPass( koiOnFdbStatus ); onFdbStatus( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Fid const & > koiOnFdbStatus{
+      koiFirst + 0, &NotifieeConst::onFdbStatus, &NotifieeConst::onFdbStatusKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, Status >;
+
+  static constexpr char koiName[] = "Bridging::Status";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &Status::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "fdbStatus", &Status::fdbStatus_, &Status::fdbStatusIs,
+                      &Status::fdbStatusDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::RbTreeMap< KoiFdbStatus, Fid, Koi::Owned< FdbStatus > > fdbStatus_;
+};
+
+/// A new Status without a parent.
+inline Koi::Ptr< Status > statusFactory( Koi::Name const & name ) { return new Status( name ); }
+
+/// The interfaces that are in tap-aggregation mode.
+class KOI_PUBLIC TapAggModeIntfs : public Koi::EntityOf< TapAggModeIntfs > {
+ public:
+  explicit TapAggModeIntfs( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiEntry;
+  /// the interfaces, an entry each
+  bool entry( Wirex::IntfId const & k ) const { return entry_.value( k ); }
+  Koi::HashMap< KoiEntry, Wirex::IntfId, bool > const & entry() const { return entry_; }
+  using EntryIterator = Koi::HashMap< KoiEntry, Wirex::IntfId, bool >::Iterator;
+  EntryIterator entryIterator() { return entry_.koiIterator(); }
+  void entryIs( Wirex::IntfId const & k, bool v ) {
+    koiIs( entry_, k, v, NotifieeConst::koiOnEntry );
+  }
+  bool entryDel( Wirex::IntfId const & k ) {
+    return koiDel( entry_, k, NotifieeConst::koiOnEntry );
+  }
+  bool entryDel( EntryIterator const & i ) {
+    return koiDel( entry_, i, NotifieeConst::koiOnEntry );
+  }
+  void entryDelAll() { koiDelAll( entry_, NotifieeConst::koiOnEntry ); }
+  void entryNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnEntry, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< TapAggModeIntfs > {
+   public:
+    virtual void onEntry() {}
+    virtual void onEntry( Wirex::IntfId const & ) {}
+    virtual void onEntryKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnEntry ); onEntry( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnEntry{
+      koiFirst + 0, &NotifieeConst::onEntry, &NotifieeConst::onEntryKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, TapAggModeIntfs >;
+
+  static constexpr char koiName[] = "Bridging::TapAggModeIntfs";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &TapAggModeIntfs::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "entry", &TapAggModeIntfs::entry_, &TapAggModeIntfs::entryIs,
+                      &TapAggModeIntfs::entryDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiEntry, Wirex::IntfId, bool > entry_;
+};
+
+/// A new TapAggModeIntfs without a parent.
+inline Koi::Ptr< TapAggModeIntfs > tapAggModeIntfsFactory( Koi::Name const & name ) {
+  return new TapAggModeIntfs( name );
+}
+
+/// The reserved group addresses that are forwarded together, in the order in which they were added.
+class KOI_PUBLIC IeeeReservedMacForwardGroup : public Koi::EntityOf< IeeeReservedMacForwardGroup > {
+ public:
+  explicit IeeeReservedMacForwardGroup( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiGroupAddr;
+  /// the addresses; at most 256
+  Wirex::EthAddr groupAddr( Koi::U8 k ) const { return groupAddr_.value( k ); }
+  Koi::LinkQueue< KoiGroupAddr, Koi::U8, Wirex::EthAddr > const & groupAddr() const {
+    return groupAddr_;
+  }
+  using GroupAddrIterator = Koi::LinkQueue< KoiGroupAddr, Koi::U8, Wirex::EthAddr >::Iterator;
+  GroupAddrIterator groupAddrIterator() { return groupAddr_.koiIterator(); }
+  Koi::LinkQueueMetadata< Koi::U8 > groupAddrMetadata() const { return groupAddr_.metadata(); }
+  Koi::U8 groupAddrEnq( Wirex::EthAddr const & v ) {
+    return koiEnq( groupAddr_, v, NotifieeConst::koiOnGroupAddr );
+  }
+  Wirex::EthAddr groupAddrDeq() { return koiDeq( groupAddr_, NotifieeConst::koiOnGroupAddr ); }
+  void groupAddrIs( Koi::U8 k, Wirex::EthAddr const & v ) {
+    koiIs( groupAddr_, k, v, NotifieeConst::koiOnGroupAddr );
+  }
+  Wirex::EthAddr groupAddrDel( Koi::U8 k ) {
+    return koiDel( groupAddr_, k, NotifieeConst::koiOnGroupAddr );
+  }
+  Wirex::EthAddr groupAddrDel( GroupAddrIterator const & i ) {
+    return koiDel( groupAddr_, i, NotifieeConst::koiOnGroupAddr );
+  }
+  void groupAddrDelAll() { koiDelAll( groupAddr_, NotifieeConst::koiOnGroupAddr ); }
+  void groupAddrNotify( Koi::U8 k ) { koiNotify( NotifieeConst::koiOnGroupAddr, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< IeeeReservedMacForwardGroup > {
+   public:
+    virtual void onGroupAddr() {}
+    virtual void onGroupAddr( Koi::U8 ) {}
+    virtual void onGroupAddrKoiImmediate( Koi::U8 k ) {
+      koiPass( koiOnGroupAddr ); onGroupAddr( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::U8 > koiOnGroupAddr{
+      koiFirst + 0, &NotifieeConst::onGroupAddr, &NotifieeConst::onGroupAddrKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, IeeeReservedMacForwardGroup >;
+
+  static constexpr char koiName[] = "Bridging::IeeeReservedMacForwardGroup";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &IeeeReservedMacForwardGroup::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "groupAddr", &IeeeReservedMacForwardGroup::groupAddr_,
+                      &IeeeReservedMacForwardGroup::groupAddrIs,
+          &IeeeReservedMacForwardGroup::groupAddrDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::LinkQueue< KoiGroupAddr, Koi::U8, Wirex::EthAddr > groupAddr_;
+};
+
+/// A new IeeeReservedMacForwardGroup without a parent.
+inline Koi::Ptr< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroupFactory(
+    Koi::Name const & name ) {
+  return new IeeeReservedMacForwardGroup( name );
+}
+
+/// What the VLANs of one switch are in hardware.
+class KOI_PUBLIC VlanStatus : public Koi::EntityOf< VlanStatus > {
+ public:
+  explicit VlanStatus( VlanId const & vlanId )
+      : EntityOf( Koi::nameOf( vlanId ) ), _vlanId( vlanId ) {}
+
+  /// the VLAN
+  VlanId vlanId() const { return _vlanId; }
+
+  class KoiVlanPortStatus;
+  /// its member ports
+  VlanPortStatus vlanPortStatus( Wirex::IntfId const & k ) const {
+    return vlanPortStatus_.value( k );
+  }
+  Koi::HashMap< KoiVlanPortStatus, Wirex::IntfId, VlanPortStatus > const & vlanPortStatus() const {
+    return vlanPortStatus_;
+  }
+  using VlanPortStatusIterator = Koi::HashMap< KoiVlanPortStatus, Wirex::IntfId,
+      VlanPortStatus >::Iterator;
+  VlanPortStatusIterator vlanPortStatusIterator() { return vlanPortStatus_.koiIterator(); }
+  void vlanPortStatusIs( Wirex::IntfId const & k, VlanPortStatus const & v ) {
+    koiIs( vlanPortStatus_, k, v, NotifieeConst::koiOnVlanPortStatus );
+  }
+  VlanPortStatus vlanPortStatusDel( Wirex::IntfId const & k ) {
+    return koiDel( vlanPortStatus_, k, NotifieeConst::koiOnVlanPortStatus );
+  }
+  VlanPortStatus vlanPortStatusDel( VlanPortStatusIterator const & i ) {
+    return koiDel( vlanPortStatus_, i, NotifieeConst::koiOnVlanPortStatus );
+  }
+  void vlanPortStatusDelAll() { koiDelAll( vlanPortStatus_, NotifieeConst::koiOnVlanPortStatus ); }
+  void vlanPortStatusNotify( Wirex::IntfId const & k ) {
+    koiNotify( NotifieeConst::koiOnVlanPortStatus, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanStatus > {
+   public:
+    virtual void onVlanPortStatus() {}
+    virtual void onVlanPortStatus( Wirex::IntfId const & ) {}
+    virtual void onVlanPortStatusKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnVlanPortStatus ); onVlanPortStatus( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnVlanPortStatus{
+      koiFirst + 1, &NotifieeConst::onVlanPortStatus,
+          &NotifieeConst::onVlanPortStatusKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanStatus >;
+
+  static constexpr char koiName[] = "Bridging::VlanStatus";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_vlanId", &VlanStatus::vlanId )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlanId", &VlanStatus::_vlanId ),
+      Koi::attribute( "vlanPortStatus", &VlanStatus::vlanPortStatus_, &VlanStatus::vlanPortStatusIs,
+                      &VlanStatus::vlanPortStatusDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  VlanId const _vlanId;
+  Koi::HashMap< KoiVlanPortStatus, Wirex::IntfId, VlanPortStatus > vlanPortStatus_;
+};
+
+/// A new VlanStatus without a parent.
+inline Koi::Ptr< VlanStatus > vlanStatusFactory( VlanId const & vlanId ) {
+  return new VlanStatus( vlanId );
+}
+
+/// What the VLANs are in hardware.
+class KOI_PUBLIC VlanStatusDir : public Koi::EntityOf< VlanStatusDir > {
+ public:
+  explicit VlanStatusDir( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiVlanStatus;
+  /// the VLANs
+  Koi::Ptr< VlanStatus > vlanStatus( VlanId const & k ) const { return vlanStatus_.value( k ); }
+  Koi::HashMap< KoiVlanStatus, VlanId, Koi::Owned< VlanStatus > > const & vlanStatus() const {
+    return vlanStatus_;
+  }
+  using VlanStatusIterator = Koi::HashMap< KoiVlanStatus, VlanId,
+      Koi::Owned< VlanStatus > >::Iterator;
+  VlanStatusIterator vlanStatusIterator() { return vlanStatus_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< VlanStatus > vlanStatusIs( VlanId const & k ) {
+    return koiChildIs( vlanStatus_, NotifieeConst::koiOnVlanStatus, k );
+  }
+  Koi::Ptr< VlanStatus > vlanStatusDel( VlanId const & k ) {
+    return koiDel( vlanStatus_, k, NotifieeConst::koiOnVlanStatus );
+  }
+  Koi::Ptr< VlanStatus > vlanStatusDel( VlanStatusIterator const & i ) {
+    return koiDel( vlanStatus_, i, NotifieeConst::koiOnVlanStatus );
+  }
+  void vlanStatusDelAll() { koiDelAll( vlanStatus_, NotifieeConst::koiOnVlanStatus ); }
+  void vlanStatusNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnVlanStatus, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanStatusDir > {
+   public:
+    virtual void onVlanStatus() {}
+    virtual void onVlanStatus( VlanId const & ) {}
+    virtual void onVlanStatusKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnVlanStatus ); onVlanStatus( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnVlanStatus{
+      koiFirst + 0, &NotifieeConst::onVlanStatus, &NotifieeConst::onVlanStatusKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanStatusDir >;
+
+  static constexpr char koiName[] = "Bridging::VlanStatusDir";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &VlanStatusDir::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlanStatus", &VlanStatusDir::vlanStatus_, &VlanStatusDir::vlanStatusIs,
+                      &VlanStatusDir::vlanStatusDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiVlanStatus, VlanId, Koi::Owned< VlanStatus > > vlanStatus_;
+};
+
+/// A new VlanStatusDir without a parent.
+inline Koi::Ptr< VlanStatusDir > vlanStatusDirFactory( Koi::Name const & name ) {
+  return new VlanStatusDir( name );
+}
+
+/// A translation of the native VLAN.
+class KOI_PUBLIC NativeVlanXlateMapping : public Koi::EntityOf< NativeVlanXlateMapping > {
+ public:
+  explicit NativeVlanXlateMapping( Koi::Name const & name ) : EntityOf( name ) {}
+
+  /// the native VLAN
+  VlanIdOrNone nativeVlanId() const { return nativeVlanId_; }
+  void nativeVlanIdIs( VlanIdOrNone const & v ) {
+    koiIs( nativeVlanId_, v, NotifieeConst::koiOnNativeVlanId );
+  }
+
+  /// what it becomes
+  VlanIdOrNone mappedVlanId() const { return mappedVlanId_; }
+  void mappedVlanIdIs( VlanIdOrNone const & v ) {
+    koiIs( mappedVlanId_, v, NotifieeConst::koiOnMappedVlanId );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< NativeVlanXlateMapping > {
+   public:
+    virtual void onNativeVlanId() {}
+    virtual void onNativeVlanIdKoiImmediate() { koiPass( koiOnNativeVlanId ); onNativeVlanId(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnNativeVlanId{
+      koiFirst + 0, &NotifieeConst::onNativeVlanId, &NotifieeConst::onNativeVlanIdKoiImmediate };
+
+    virtual void onMappedVlanId() {}
+    virtual void onMappedVlanIdKoiImmediate() { koiPass( koiOnMappedVlanId ); onMappedVlanId(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnMappedVlanId{
+      koiFirst + 1, &NotifieeConst::onMappedVlanId, &NotifieeConst::onMappedVlanIdKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, NativeVlanXlateMapping >;
+
+  static constexpr char koiName[] = "Bridging::NativeVlanXlateMapping";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &NativeVlanXlateMapping::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "nativeVlanId", &NativeVlanXlateMapping::nativeVlanId_,
+                      &NativeVlanXlateMapping::nativeVlanIdIs ),
+      Koi::attribute( "mappedVlanId", &NativeVlanXlateMapping::mappedVlanId_,
+                      &NativeVlanXlateMapping::mappedVlanIdIs )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  VlanIdOrNone nativeVlanId_{};
+  VlanIdOrNone mappedVlanId_{};
+};
+
+/// A new NativeVlanXlateMapping without a parent.
+inline Koi::Ptr< NativeVlanXlateMapping > nativeVlanXlateMappingFactory( Koi::Name const & name ) {
+  return new NativeVlanXlateMapping( name );
+}
+
+/// The VLAN translations that one interface has in hardware.
+class KOI_PUBLIC VlanXlateStatus : public Koi::EntityOf< VlanXlateStatus > {
+ public:
+  explicit VlanXlateStatus( Wirex::IntfId const & intfId )
+      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ) {}
+
+  /// the interface
+  Wirex::IntfId intfId() const { return _intfId; }
+
+  /// ingress translation of the native VLAN
+  Koi::Ptr< NativeVlanXlateMapping > hwIngressNativeVlanXlate() const {
+    return hwIngressNativeVlanXlate_.ptr();
+  }
+  /// The one that is there, or a new one.
+  Koi::Ptr< NativeVlanXlateMapping > hwIngressNativeVlanXlateIs( Koi::Name const & name ) {
+    return koiChildIs( hwIngressNativeVlanXlate_, NotifieeConst::koiOnHwIngressNativeVlanXlate,
+                       name );
+  }
+  Koi::Ptr< NativeVlanXlateMapping > hwIngressNativeVlanXlateDel() {
+    return koiChildDel( hwIngressNativeVlanXlate_, NotifieeConst::koiOnHwIngressNativeVlanXlate );
+  }
+
+  /// egress translation of the native VLAN
+  Koi::Ptr< NativeVlanXlateMapping > hwEgressNativeVlanXlate() const {
+    return hwEgressNativeVlanXlate_.ptr();
+  }
+  /// The one that is there, or a new one.
+  Koi::Ptr< NativeVlanXlateMapping > hwEgressNativeVlanXlateIs( Koi::Name const & name ) {
+    return koiChildIs( hwEgressNativeVlanXlate_, NotifieeConst::koiOnHwEgressNativeVlanXlate,
+                       name );
+  }
+  Koi::Ptr< NativeVlanXlateMapping > hwEgressNativeVlanXlateDel() {
+    return koiChildDel( hwEgressNativeVlanXlate_, NotifieeConst::koiOnHwEgressNativeVlanXlate );
+  }
+
+  class KoiHwIngressVlanXlate;
+  /// ingress translations
+  VlanXlateMapping hwIngressVlanXlate( VlanXlateKey const & k ) const {
+    return hwIngressVlanXlate_.value( k );
+  }
+  Koi::HashMap< KoiHwIngressVlanXlate, VlanXlateKey,
+      VlanXlateMapping > const & hwIngressVlanXlate() const {
+    return hwIngressVlanXlate_;
+  }
+  using HwIngressVlanXlateIterator = Koi::HashMap< KoiHwIngressVlanXlate, VlanXlateKey,
+      VlanXlateMapping >::Iterator;
+  HwIngressVlanXlateIterator hwIngressVlanXlateIterator() {
+    return hwIngressVlanXlate_.koiIterator();
+  }
+  void hwIngressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
+    koiIs( hwIngressVlanXlate_, k, v, NotifieeConst::koiOnHwIngressVlanXlate );
+  }
+  VlanXlateMapping hwIngressVlanXlateDel( VlanXlateKey const & k ) {
+    return koiDel( hwIngressVlanXlate_, k, NotifieeConst::koiOnHwIngressVlanXlate );
+  }
+  VlanXlateMapping hwIngressVlanXlateDel( HwIngressVlanXlateIterator const & i ) {
+    return koiDel( hwIngressVlanXlate_, i, NotifieeConst::koiOnHwIngressVlanXlate );
+  }
+  void hwIngressVlanXlateDelAll() {
+    koiDelAll( hwIngressVlanXlate_, NotifieeConst::koiOnHwIngressVlanXlate );
+  }
+  void hwIngressVlanXlateNotify( VlanXlateKey const & k ) {
+    koiNotify( NotifieeConst::koiOnHwIngressVlanXlate, k );
+  }
+
+  class KoiHwEgressVlanXlate;
+  /// egress translations
+  VlanXlateMapping hwEgressVlanXlate( VlanXlateKey const & k ) const {
+    return hwEgressVlanXlate_.value( k );
+  }
+  Koi::HashMap< KoiHwEgressVlanXlate, VlanXlateKey,
+      VlanXlateMapping > const & hwEgressVlanXlate() const {
+    return hwEgressVlanXlate_;
+  }
+  using HwEgressVlanXlateIterator = Koi::HashMap< KoiHwEgressVlanXlate, VlanXlateKey,
+      VlanXlateMapping >::Iterator;
+  HwEgressVlanXlateIterator hwEgressVlanXlateIterator() { return hwEgressVlanXlate_.koiIterator(); }
+  void hwEgressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
+    koiIs( hwEgressVlanXlate_, k, v, NotifieeConst::koiOnHwEgressVlanXlate );
+  }
+  VlanXlateMapping hwEgressVlanXlateDel( VlanXlateKey const & k ) {
+    return koiDel( hwEgressVlanXlate_, k, NotifieeConst::koiOnHwEgressVlanXlate );
+  }
+  VlanXlateMapping hwEgressVlanXlateDel( HwEgressVlanXlateIterator const & i ) {
+    return koiDel( hwEgressVlanXlate_, i, NotifieeConst::koiOnHwEgressVlanXlate );
+  }
+  void hwEgressVlanXlateDelAll() {
+    koiDelAll( hwEgressVlanXlate_, NotifieeConst::koiOnHwEgressVlanXlate );
+  }
+  void hwEgressVlanXlateNotify( VlanXlateKey const & k ) {
+    koiNotify( NotifieeConst::koiOnHwEgressVlanXlate, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanXlateStatus > {
+   public:
+    virtual void onHwIngressNativeVlanXlate() {}
+    virtual void onHwIngressNativeVlanXlateKoiImmediate() {
+      koiPass( koiOnHwIngressNativeVlanXlate ); onHwIngressNativeVlanXlate();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnHwIngressNativeVlanXlate{
+      koiFirst + 1, &NotifieeConst::onHwIngressNativeVlanXlate,
+          &NotifieeConst::onHwIngressNativeVlanXlateKoiImmediate };
+
+    virtual void onHwEgressNativeVlanXlate() {}
+    virtual void onHwEgressNativeVlanXlateKoiImmediate() {
+      koiPass( koiOnHwEgressNativeVlanXlate ); onHwEgressNativeVlanXlate();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnHwEgressNativeVlanXlate{
+      koiFirst + 2, &NotifieeConst::onHwEgressNativeVlanXlate,
+          &NotifieeConst::onHwEgressNativeVlanXlateKoiImmediate };
+
+    virtual void onHwIngressVlanXlate() {}
+    virtual void onHwIngressVlanXlate( VlanXlateKey const & ) {}
+    virtual void onHwIngressVlanXlateKoiImmediate( VlanXlateKey const & k ) {
+      koiPass( koiOnHwIngressVlanXlate ); onHwIngressVlanXlate( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanXlateKey const & > koiOnHwIngressVlanXlate{
+      koiFirst + 3, &NotifieeConst::onHwIngressVlanXlate,
+          &NotifieeConst::onHwIngressVlanXlateKoiImmediate };
+
+    virtual void onHwEgressVlanXlate() {}
+    virtual void onHwEgressVlanXlate( VlanXlateKey const & ) {}
+    virtual void onHwEgressVlanXlateKoiImmediate( VlanXlateKey const & k ) {
+      koiPass( koiOnHwEgressVlanXlate ); onHwEgressVlanXlate( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanXlateKey const & > koiOnHwEgressVlanXlate{
+      koiFirst + 4, &NotifieeConst::onHwEgressVlanXlate,
+          &NotifieeConst::onHwEgressVlanXlateKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanXlateStatus >;
+
+  static constexpr char koiName[] = "Bridging::VlanXlateStatus";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_intfId", &VlanXlateStatus::intfId )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "intfId", &VlanXlateStatus::_intfId ),
+      Koi::attribute( "hwIngressNativeVlanXlate", &VlanXlateStatus::hwIngressNativeVlanXlate_,
+                      &VlanXlateStatus::hwIngressNativeVlanXlateIs,
+          &VlanXlateStatus::hwIngressNativeVlanXlateDel ),
+      Koi::attribute( "hwEgressNativeVlanXlate", &VlanXlateStatus::hwEgressNativeVlanXlate_,
+                      &VlanXlateStatus::hwEgressNativeVlanXlateIs,
+          &VlanXlateStatus::hwEgressNativeVlanXlateDel ),
+      Koi::attribute( "hwIngressVlanXlate", &VlanXlateStatus::hwIngressVlanXlate_,
+                      &VlanXlateStatus::hwIngressVlanXlateIs,
+          &VlanXlateStatus::hwIngressVlanXlateDel ),
+      Koi::attribute( "hwEgressVlanXlate", &VlanXlateStatus::hwEgressVlanXlate_,
+                      &VlanXlateStatus::hwEgressVlanXlateIs,
+          &VlanXlateStatus::hwEgressVlanXlateDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 5;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Wirex::IntfId const _intfId;
+  Koi::Owned< NativeVlanXlateMapping > hwIngressNativeVlanXlate_;
+  Koi::Owned< NativeVlanXlateMapping > hwEgressNativeVlanXlate_;
+  Koi::HashMap< KoiHwIngressVlanXlate, VlanXlateKey, VlanXlateMapping > hwIngressVlanXlate_;
+  Koi::HashMap< KoiHwEgressVlanXlate, VlanXlateKey, VlanXlateMapping > hwEgressVlanXlate_;
+};
+
+/// A new VlanXlateStatus without a parent.
+inline Koi::Ptr< VlanXlateStatus > vlanXlateStatusFactory( Wirex::IntfId const & intfId ) {
+  return new VlanXlateStatus( intfId );
+}
+
+/// The VLAN translations in hardware.
+class KOI_PUBLIC VlanXlateStatusDir : public Koi::EntityOf< VlanXlateStatusDir > {
+ public:
+  explicit VlanXlateStatusDir( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiVlanXlateStatus;
+  /// by interface
+  Koi::Ptr< VlanXlateStatus > vlanXlateStatus( Wirex::IntfId const & k ) const {
+    return vlanXlateStatus_.value( k );
+  }
+  Koi::HashMap< KoiVlanXlateStatus, Wirex::IntfId,
+      Koi::Owned< VlanXlateStatus > > const & vlanXlateStatus() const {
+    return vlanXlateStatus_;
+  }
+  using VlanXlateStatusIterator = Koi::HashMap< KoiVlanXlateStatus, Wirex::IntfId,
+      Koi::Owned< VlanXlateStatus > >::Iterator;
+  VlanXlateStatusIterator vlanXlateStatusIterator() { return vlanXlateStatus_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< VlanXlateStatus > vlanXlateStatusIs( Wirex::IntfId const & k ) {
+    return koiChildIs( vlanXlateStatus_, NotifieeConst::koiOnVlanXlateStatus, k );
+  }
+  Koi::Ptr< VlanXlateStatus > vlanXlateStatusDel( Wirex::IntfId const & k ) {
+    return koiDel( vlanXlateStatus_, k, NotifieeConst::koiOnVlanXlateStatus );
+  }
+  Koi::Ptr< VlanXlateStatus > vlanXlateStatusDel( VlanXlateStatusIterator const & i ) {
+    return koiDel( vlanXlateStatus_, i, NotifieeConst::koiOnVlanXlateStatus );
+  }
+  void vlanXlateStatusDelAll() {
+    koiDelAll( vlanXlateStatus_, NotifieeConst::koiOnVlanXlateStatus );
+  }
+  void vlanXlateStatusNotify( Wirex::IntfId const & k ) {
+    koiNotify( NotifieeConst::koiOnVlanXlateStatus, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanXlateStatusDir > {
+   public:
+    virtual void onVlanXlateStatus() {}
+    virtual void onVlanXlateStatus( Wirex::IntfId const & ) {}
+    virtual void onVlanXlateStatusKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnVlanXlateStatus ); onVlanXlateStatus( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnVlanXlateStatus{
+      koiFirst + 0, &NotifieeConst::onVlanXlateStatus,
+          &NotifieeConst::onVlanXlateStatusKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanXlateStatusDir >;
+
+  static constexpr char koiName[] = "Bridging::VlanXlateStatusDir";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &VlanXlateStatusDir::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlanXlateStatus", &VlanXlateStatusDir::vlanXlateStatus_,
+                      &VlanXlateStatusDir::vlanXlateStatusIs,
+          &VlanXlateStatusDir::vlanXlateStatusDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiVlanXlateStatus, Wirex::IntfId, Koi::Owned< VlanXlateStatus > > vlanXlateStatus_;
+};
+
+/// A new VlanXlateStatusDir without a parent.
+inline Koi::Ptr< VlanXlateStatusDir > vlanXlateStatusDirFactory( Koi::Name const & name ) {
+  return new VlanXlateStatusDir( name );
+}
+
+/// The tag formats that one interface drops in hardware.
+class KOI_PUBLIC IntfVlanTagFormatDropStatus : public Koi::EntityOf< IntfVlanTagFormatDropStatus > {
+ public:
+  explicit IntfVlanTagFormatDropStatus( Wirex::IntfId const & intfId )
+      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ) {}
+
+  /// the interface
+  Wirex::IntfId intfId() const { return _intfId; }
+
+  class KoiVlanTagFormatDrop;
+  /// true where frames of that format are dropped
+  bool vlanTagFormatDrop( VlanTagFormat k ) const { return vlanTagFormatDrop_.value( k ); }
+  Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat, bool > const & vlanTagFormatDrop() const {
+    return vlanTagFormatDrop_;
+  }
+  using VlanTagFormatDropIterator = Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat,
+      bool >::Iterator;
+  VlanTagFormatDropIterator vlanTagFormatDropIterator() { return vlanTagFormatDrop_.koiIterator(); }
+  void vlanTagFormatDropIs( VlanTagFormat k, bool v ) {
+    koiIs( vlanTagFormatDrop_, k, v, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  bool vlanTagFormatDropDel( VlanTagFormat k ) {
+    return koiDel( vlanTagFormatDrop_, k, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  bool vlanTagFormatDropDel( VlanTagFormatDropIterator const & i ) {
+    return koiDel( vlanTagFormatDrop_, i, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  void vlanTagFormatDropDelAll() {
+    koiDelAll( vlanTagFormatDrop_, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  void vlanTagFormatDropNotify( VlanTagFormat k ) {
+    koiNotify( NotifieeConst::koiOnVlanTagFormatDrop, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< IntfVlanTagFormatDropStatus > {
+   public:
+    virtual void onVlanTagFormatDrop() {}
+    virtual void onVlanTagFormatDrop( VlanTagFormat ) {}
+    virtual void onVlanTagFormatDropKoiImmediate( VlanTagFormat k ) {
+      koiPass( koiOnVlanTagFormatDrop ); onVlanTagFormatDrop( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanTagFormat > koiOnVlanTagFormatDrop{
+      koiFirst + 1, &NotifieeConst::onVlanTagFormatDrop,
+          &NotifieeConst::onVlanTagFormatDropKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, IntfVlanTagFormatDropStatus >;
+
+  static constexpr char koiName[] = "Bridging::IntfVlanTagFormatDropStatus";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_intfId", &IntfVlanTagFormatDropStatus::intfId )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "intfId", &IntfVlanTagFormatDropStatus::_intfId ),
+      Koi::attribute( "vlanTagFormatDrop", &IntfVlanTagFormatDropStatus::vlanTagFormatDrop_,
+                      &IntfVlanTagFormatDropStatus::vlanTagFormatDropIs,
+          &IntfVlanTagFormatDropStatus::vlanTagFormatDropDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Wirex::IntfId const _intfId;
+  Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat, bool > vlanTagFormatDrop_;
+};
+
+/// A new IntfVlanTagFormatDropStatus without a parent.
+inline Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusFactory(
+    Wirex::IntfId const & intfId ) {
+  return new IntfVlanTagFormatDropStatus( intfId );
+}
+
+/// The tag formats that are dropped in hardware.
+class KOI_PUBLIC VlanTagFormatDropStatus : public Koi::EntityOf< VlanTagFormatDropStatus > {
+ public:
+  explicit VlanTagFormatDropStatus( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiIntfVlanTagFormatDropStatus;
+  /// by interface
+  Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatus(
+      Wirex::IntfId const & k ) const {
+    return intfVlanTagFormatDropStatus_.value( k );
+  }
+  Koi::HashMap< KoiIntfVlanTagFormatDropStatus, Wirex::IntfId,
+      Koi::Owned< IntfVlanTagFormatDropStatus > > const & intfVlanTagFormatDropStatus() const {
+    return intfVlanTagFormatDropStatus_;
+  }
+  using IntfVlanTagFormatDropStatusIterator = Koi::HashMap< KoiIntfVlanTagFormatDropStatus,
+      Wirex::IntfId, Koi::Owned< IntfVlanTagFormatDropStatus > >::Iterator;
+  IntfVlanTagFormatDropStatusIterator intfVlanTagFormatDropStatusIterator() {
+    return intfVlanTagFormatDropStatus_.koiIterator();
+  }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusIs( Wirex::IntfId const & k ) {
+    return koiChildIs( intfVlanTagFormatDropStatus_,
+                       NotifieeConst::koiOnIntfVlanTagFormatDropStatus, k );
+  }
+  Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusDel(
+      Wirex::IntfId const & k ) {
+    return koiDel( intfVlanTagFormatDropStatus_, k,
+                   NotifieeConst::koiOnIntfVlanTagFormatDropStatus );
+  }
+  Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusDel(
+      IntfVlanTagFormatDropStatusIterator const & i ) {
+    return koiDel( intfVlanTagFormatDropStatus_, i,
+                   NotifieeConst::koiOnIntfVlanTagFormatDropStatus );
+  }
+  void intfVlanTagFormatDropStatusDelAll() {
+    koiDelAll( intfVlanTagFormatDropStatus_, NotifieeConst::koiOnIntfVlanTagFormatDropStatus );
+  }
+  void intfVlanTagFormatDropStatusNotify( Wirex::IntfId const & k ) {
+    koiNotify( NotifieeConst::koiOnIntfVlanTagFormatDropStatus, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanTagFormatDropStatus > {
+   public:
+    virtual void onIntfVlanTagFormatDropStatus() {}
+    virtual void onIntfVlanTagFormatDropStatus( Wirex::IntfId const & ) {}
+    virtual void onIntfVlanTagFormatDropStatusKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnIntfVlanTagFormatDropStatus ); onIntfVlanTagFormatDropStatus( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst,
+        Wirex::IntfId const & > koiOnIntfVlanTagFormatDropStatus{
+      koiFirst + 0, &NotifieeConst::onIntfVlanTagFormatDropStatus,
+          &NotifieeConst::onIntfVlanTagFormatDropStatusKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanTagFormatDropStatus >;
+
+  static constexpr char koiName[] = "Bridging::VlanTagFormatDropStatus";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &VlanTagFormatDropStatus::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "intfVlanTagFormatDropStatus",
+                      &VlanTagFormatDropStatus::intfVlanTagFormatDropStatus_,
+          &VlanTagFormatDropStatus::intfVlanTagFormatDropStatusIs,
+          &VlanTagFormatDropStatus::intfVlanTagFormatDropStatusDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiIntfVlanTagFormatDropStatus, Wirex::IntfId,
+      Koi::Owned< IntfVlanTagFormatDropStatus > > intfVlanTagFormatDropStatus_;
+};
+
+/// A new VlanTagFormatDropStatus without a parent.
+inline Koi::Ptr< VlanTagFormatDropStatus > vlanTagFormatDropStatusFactory(
+    Koi::Name const & name ) {
+  return new VlanTagFormatDropStatus( name );
+}
+
+/// The directions in which one interface requires a VLAN translation in hardware.
+class KOI_PUBLIC IntfVlanMappingRequiredStatus
+    : public Koi::EntityOf< IntfVlanMappingRequiredStatus > {
+ public:
+  explicit IntfVlanMappingRequiredStatus( Wirex::IntfId const & intfId )
+      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ) {}
+
+  /// the interface
+  Wirex::IntfId intfId() const { return _intfId; }
+
+  class KoiVlanMappingRequired;
+  /// true where one is required
+  bool vlanMappingRequired( VlanMappingDirection k ) const {
+    return vlanMappingRequired_.value( k );
+  }
+  Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
+      bool > const & vlanMappingRequired() const {
+    return vlanMappingRequired_;
+  }
+  using VlanMappingRequiredIterator = Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
+      bool >::Iterator;
+  VlanMappingRequiredIterator vlanMappingRequiredIterator() {
+    return vlanMappingRequired_.koiIterator();
+  }
+  void vlanMappingRequiredIs( VlanMappingDirection k, bool v ) {
+    koiIs( vlanMappingRequired_, k, v, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  bool vlanMappingRequiredDel( VlanMappingDirection k ) {
+    return koiDel( vlanMappingRequired_, k, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  bool vlanMappingRequiredDel( VlanMappingRequiredIterator const & i ) {
+    return koiDel( vlanMappingRequired_, i, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  void vlanMappingRequiredDelAll() {
+    koiDelAll( vlanMappingRequired_, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  void vlanMappingRequiredNotify( VlanMappingDirection k ) {
+    koiNotify( NotifieeConst::koiOnVlanMappingRequired, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< IntfVlanMappingRequiredStatus > {
+   public:
+    virtual void onVlanMappingRequired() {}
+    virtual void onVlanMappingRequired( VlanMappingDirection ) {}
+    virtual void onVlanMappingRequiredKoiImmediate( VlanMappingDirection k ) {
+      koiPass( koiOnVlanMappingRequired ); onVlanMappingRequired( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanMappingDirection > koiOnVlanMappingRequired{
+      koiFirst + 1, &NotifieeConst::onVlanMappingRequired,
+          &NotifieeConst::onVlanMappingRequiredKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, IntfVlanMappingRequiredStatus >;
+
+  static constexpr char koiName[] = "Bridging::IntfVlanMappingRequiredStatus";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_intfId", &IntfVlanMappingRequiredStatus::intfId )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "intfId", &IntfVlanMappingRequiredStatus::_intfId ),
+      Koi::attribute( "vlanMappingRequired", &IntfVlanMappingRequiredStatus::vlanMappingRequired_,
+                      &IntfVlanMappingRequiredStatus::vlanMappingRequiredIs,
+          &IntfVlanMappingRequiredStatus::vlanMappingRequiredDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Wirex::IntfId const _intfId;
+  Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection, bool > vlanMappingRequired_;
+};
+
+/// A new IntfVlanMappingRequiredStatus without a parent.
+inline Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatusFactory(
+    Wirex::IntfId const & intfId ) {
+  return new IntfVlanMappingRequiredStatus( intfId );
+}
+
+/// The directions in which VLAN translations are required in hardware.
+class KOI_PUBLIC VlanMappingRequiredStatus : public Koi::EntityOf< VlanMappingRequiredStatus > {
+ public:
+  explicit VlanMappingRequiredStatus( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiIntfVlanMappingRequiredStatus;
+  /// by interface
+  Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatus(
+      Wirex::IntfId const & k ) const {
+    return intfVlanMappingRequiredStatus_.value( k );
+  }
+  Koi::HashMap< KoiIntfVlanMappingRequiredStatus, Wirex::IntfId,
+      Koi::Owned< IntfVlanMappingRequiredStatus > > const & intfVlanMappingRequiredStatus() const {
+    return intfVlanMappingRequiredStatus_;
+  }
+  using IntfVlanMappingRequiredStatusIterator = Koi::HashMap< KoiIntfVlanMappingRequiredStatus,
+      Wirex::IntfId, Koi::Owned< IntfVlanMappingRequiredStatus > >::Iterator;
+  IntfVlanMappingRequiredStatusIterator intfVlanMappingRequiredStatusIterator() {
+    return intfVlanMappingRequiredStatus_.koiIterator();
+  }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatusIs(
+      Wirex::IntfId const & k ) {
+    return koiChildIs( intfVlanMappingRequiredStatus_,
+                       NotifieeConst::koiOnIntfVlanMappingRequiredStatus, k );
+  }
+  Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatusDel(
+      Wirex::IntfId const & k ) {
+    return koiDel( intfVlanMappingRequiredStatus_, k,
+                   NotifieeConst::koiOnIntfVlanMappingRequiredStatus );
+  }
+  Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatusDel(
+      IntfVlanMappingRequiredStatusIterator const & i ) {
+    return koiDel( intfVlanMappingRequiredStatus_, i,
+                   NotifieeConst::koiOnIntfVlanMappingRequiredStatus );
+  }
+  void intfVlanMappingRequiredStatusDelAll() {
+    koiDelAll( intfVlanMappingRequiredStatus_, NotifieeConst::koiOnIntfVlanMappingRequiredStatus );
+  }
+  void intfVlanMappingRequiredStatusNotify( Wirex::IntfId const & k ) {
+    koiNotify( NotifieeConst::koiOnIntfVlanMappingRequiredStatus, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanMappingRequiredStatus > {
+   public:
+    virtual void onIntfVlanMappingRequiredStatus() {}
+    virtual void onIntfVlanMappingRequiredStatus( Wirex::IntfId const & ) {}
+    virtual void onIntfVlanMappingRequiredStatusKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnIntfVlanMappingRequiredStatus ); onIntfVlanMappingRequiredStatus( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst,
+        Wirex::IntfId const & > koiOnIntfVlanMappingRequiredStatus{
+      koiFirst + 0, &NotifieeConst::onIntfVlanMappingRequiredStatus,
+          &NotifieeConst::onIntfVlanMappingRequiredStatusKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanMappingRequiredStatus >;
+
+  static constexpr char koiName[] = "Bridging::VlanMappingRequiredStatus";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &VlanMappingRequiredStatus::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "intfVlanMappingRequiredStatus",
+                      &VlanMappingRequiredStatus::intfVlanMappingRequiredStatus_,
+          &VlanMappingRequiredStatus::intfVlanMappingRequiredStatusIs,
+          &VlanMappingRequiredStatus::intfVlanMappingRequiredStatusDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiIntfVlanMappingRequiredStatus, Wirex::IntfId,
+      Koi::Owned< IntfVlanMappingRequiredStatus > > intfVlanMappingRequiredStatus_;
+};
+
+/// A new VlanMappingRequiredStatus without a parent.
+inline Koi::Ptr< VlanMappingRequiredStatus > vlanMappingRequiredStatusFactory(
+    Koi::Name const & name ) {
+  return new VlanMappingRequiredStatus( name );
+}
+
+/// The tag protocol identifiers in hardware.
+class KOI_PUBLIC IntfTpidStatus : public Koi::EntityOf< IntfTpidStatus > {
+ public:
+  explicit IntfTpidStatus( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiEntry;
+  /// by interface
+  IntfTpidStatusEntry entry( Wirex::IntfId const & k ) const { return entry_.value( k ); }
+  Koi::HashMap< KoiEntry, Wirex::IntfId, IntfTpidStatusEntry > const & entry() const {
+    return entry_;
+  }
+  using EntryIterator = Koi::HashMap< KoiEntry, Wirex::IntfId, IntfTpidStatusEntry >::Iterator;
+  EntryIterator entryIterator() { return entry_.koiIterator(); }
+  void entryIs( Wirex::IntfId const & k, IntfTpidStatusEntry const & v ) {
+    koiIs( entry_, k, v, NotifieeConst::koiOnEntry );
+  }
+  IntfTpidStatusEntry entryDel( Wirex::IntfId const & k ) {
+    return koiDel( entry_, k, NotifieeConst::koiOnEntry );
+  }
+  IntfTpidStatusEntry entryDel( EntryIterator const & i ) {
+    return koiDel( entry_, i, NotifieeConst::koiOnEntry );
+  }
+  void entryDelAll() { koiDelAll( entry_, NotifieeConst::koiOnEntry ); }
+  void entryNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnEntry, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< IntfTpidStatus > {
+   public:
+    virtual void onEntry() {}
+    virtual void onEntry( Wirex::IntfId const & ) {}
+    virtual void onEntryKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnEntry ); onEntry( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnEntry{
+      koiFirst + 0, &NotifieeConst::onEntry, &NotifieeConst::onEntryKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, IntfTpidStatus >;
+
+  static constexpr char koiName[] = "Bridging::IntfTpidStatus";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &IntfTpidStatus::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "entry", &IntfTpidStatus::entry_, &IntfTpidStatus::entryIs,
+                      &IntfTpidStatus::entryDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiEntry, Wirex::IntfId, IntfTpidStatusEntry > entry_;
+};
+
+/// A new IntfTpidStatus without a parent.
+inline Koi::Ptr< IntfTpidStatus > intfTpidStatusFactory( Koi::Name const & name ) {
+  return new IntfTpidStatus( name );
+}
+
+/// What the switching chip can do, and within which limits. The hardware agent writes it; the
+/// defaults
+/// are what holds before it has.
+class KOI_PUBLIC HwCapabilities : public Koi::EntityOf< HwCapabilities > {
+ public:
+  explicit HwCapabilities( Koi::Name const & name ) : EntityOf( name ) {}
+
+  /// the usual largest frame, in bytes
+  static constexpr Koi::U32 maxFrameSizeDefault() { return 9236; }
+
+  /// the largest frame in tap-aggregation mode, in bytes
+  static constexpr Koi::U32 maxFrameSizeTapAgg() { return 10240; }
+
+  /// the largest frame that is forwarded, in bytes
+  Koi::U32 maxFrameSize() const { return maxFrameSize_; }
+  void maxFrameSizeIs( Koi::U32 v ) { koiIs( maxFrameSize_, v, NotifieeConst::koiOnMaxFrameSize ); }
+
+  /// the same less the 22 bytes of Layer-2 encapsulation; below 22 it wraps
+  Koi::U32 maxFrameSizeWithoutL2Encapsulation() const;
+
+  /// bridging
+  bool bridgingSupported() const { return bridgingSupported_; }
+  void bridgingSupportedIs( bool v ) {
+    koiIs( bridgingSupported_, v, NotifieeConst::koiOnBridgingSupported );
+  }
+
+  /// 802.1Q tunnels
+  bool dot1qTunnelSupported() const { return dot1qTunnelSupported_; }
+  void dot1qTunnelSupportedIs( bool v ) {
+    koiIs( dot1qTunnelSupported_, v, NotifieeConst::koiOnDot1qTunnelSupported );
+  }
+
+  /// tags on the native VLAN
+  bool taggedNativeVlanSupported() const { return taggedNativeVlanSupported_; }
+  void taggedNativeVlanSupportedIs( bool v ) {
+    koiIs( taggedNativeVlanSupported_, v, NotifieeConst::koiOnTaggedNativeVlanSupported );
+  }
+
+  /// spanning tree per VLAN
+  bool pvstSupported() const { return pvstSupported_; }
+  void pvstSupportedIs( bool v ) { koiIs( pvstSupported_, v, NotifieeConst::koiOnPvstSupported ); }
+
+  /// backup interfaces
+  bool backupInterfacesSupported() const { return backupInterfacesSupported_; }
+  void backupInterfacesSupportedIs( bool v ) {
+    koiIs( backupInterfacesSupported_, v, NotifieeConst::koiOnBackupInterfacesSupported );
+  }
+
+  /// static multicast groups
+  bool staticMcastSupported() const { return staticMcastSupported_; }
+  void staticMcastSupportedIs( bool v ) {
+    koiIs( staticMcastSupported_, v, NotifieeConst::koiOnStaticMcastSupported );
+  }
+
+  /// learning switched off per port
+  bool noMacLearningSupported() const { return noMacLearningSupported_; }
+  void noMacLearningSupportedIs( bool v ) {
+    koiIs( noMacLearningSupported_, v, NotifieeConst::koiOnNoMacLearningSupported );
+  }
+
+  /// learning switched off per VLAN
+  bool vlanMacLearningSupported() const { return vlanMacLearningSupported_; }
+  void vlanMacLearningSupportedIs( bool v ) {
+    koiIs( vlanMacLearningSupported_, v, NotifieeConst::koiOnVlanMacLearningSupported );
+  }
+
+  /// private VLANs
+  bool privateVlansSupported() const { return privateVlansSupported_; }
+  void privateVlansSupportedIs( bool v ) {
+    koiIs( privateVlansSupported_, v, NotifieeConst::koiOnPrivateVlansSupported );
+  }
+
+  /// VLAN translation
+  bool vlanXlateSupported() const { return vlanXlateSupported_; }
+  void vlanXlateSupportedIs( bool v ) {
+    koiIs( vlanXlateSupported_, v, NotifieeConst::koiOnVlanXlateSupported );
+  }
+
+  /// dropping what no ingress translation matches
+  bool ingressVlanMappingRequiredSupported() const { return ingressVlanMappingRequiredSupported_; }
+  void ingressVlanMappingRequiredSupportedIs( bool v ) {
+    koiIs( ingressVlanMappingRequiredSupported_, v,
+           NotifieeConst::koiOnIngressVlanMappingRequiredSupported );
+  }
+
+  /// dropping by tag format
+  bool vlanTagRequiredSupported() const { return vlanTagRequiredSupported_; }
+  void vlanTagRequiredSupportedIs( bool v ) {
+    koiIs( vlanTagRequiredSupported_, v, NotifieeConst::koiOnVlanTagRequiredSupported );
+  }
+
+  /// translation of two tags
+  bool doubleVlanXlateSupported() const { return doubleVlanXlateSupported_; }
+  void doubleVlanXlateSupportedIs( bool v ) {
+    koiIs( doubleVlanXlateSupported_, v, NotifieeConst::koiOnDoubleVlanXlateSupported );
+  }
+
+  /// translation into an 802.1Q tunnel
+  bool vlanXlateToDot1qTunnelSupported() const { return vlanXlateToDot1qTunnelSupported_; }
+  void vlanXlateToDot1qTunnelSupportedIs( bool v ) {
+    koiIs( vlanXlateToDot1qTunnelSupported_, v,
+           NotifieeConst::koiOnVlanXlateToDot1qTunnelSupported );
+  }
+
+  /// tag protocol identifiers per port
+  bool vlanTpidSupported() const { return vlanTpidSupported_; }
+  void vlanTpidSupportedIs( bool v ) {
+    koiIs( vlanTpidSupported_, v, NotifieeConst::koiOnVlanTpidSupported );
+  }
+
+  /// loop protection
+  bool loopProtectSupported() const { return loopProtectSupported_; }
+  void loopProtectSupportedIs( bool v ) {
+    koiIs( loopProtectSupported_, v, NotifieeConst::koiOnLoopProtectSupported );
+  }
+
+  /// virtual forwarding instances
+  bool vfiForwarding() const { return vfiForwarding_; }
+  void vfiForwardingIs( bool v ) { koiIs( vfiForwarding_, v, NotifieeConst::koiOnVfiForwarding ); }
+
+  /// VXLAN
+  bool vxlanSupported() const { return vxlanSupported_; }
+  void vxlanSupportedIs( bool v ) {
+    koiIs( vxlanSupported_, v, NotifieeConst::koiOnVxlanSupported );
+  }
+
+  /// VXLAN over IPv6
+  bool vxlanSupportedOverIpv6() const { return vxlanSupportedOverIpv6_; }
+  void vxlanSupportedOverIpv6Is( bool v ) {
+    koiIs( vxlanSupportedOverIpv6_, v, NotifieeConst::koiOnVxlanSupportedOverIpv6 );
+  }
+
+  /// routing into VXLAN
+  bool vxlanRoutingSupported() const { return vxlanRoutingSupported_; }
+  void vxlanRoutingSupportedIs( bool v ) {
+    koiIs( vxlanRoutingSupported_, v, NotifieeConst::koiOnVxlanRoutingSupported );
+  }
+
+  /// VRFs in the overlay
+  bool vxlanOverlayVrfsSupported() const { return vxlanOverlayVrfsSupported_; }
+  void vxlanOverlayVrfsSupportedIs( bool v ) {
+    koiIs( vxlanOverlayVrfsSupported_, v, NotifieeConst::koiOnVxlanOverlayVrfsSupported );
+  }
+
+  /// multicast groups as flood lists
+  bool vxlanMcastGroupSupported() const { return vxlanMcastGroupSupported_; }
+  void vxlanMcastGroupSupportedIs( bool v ) {
+    koiIs( vxlanMcastGroupSupported_, v, NotifieeConst::koiOnVxlanMcastGroupSupported );
+  }
+
+  /// taking multicast out of VXLAN, but not putting it in
+  bool vxlanMcastDecapOnlySupported() const { return vxlanMcastDecapOnlySupported_; }
+  void vxlanMcastDecapOnlySupportedIs( bool v ) {
+    koiIs( vxlanMcastDecapOnlySupported_, v, NotifieeConst::koiOnVxlanMcastDecapOnlySupported );
+  }
+
+  /// sending ready-made VXLAN frames
+  bool vxlanTxRawSupported() const { return vxlanTxRawSupported_; }
+  void vxlanTxRawSupportedIs( bool v ) {
+    koiIs( vxlanTxRawSupported_, v, NotifieeConst::koiOnVxlanTxRawSupported );
+  }
+
+  /// counters per tunnel endpoint
+  bool vxlanVtepCtrSupported() const { return vxlanVtepCtrSupported_; }
+  void vxlanVtepCtrSupportedIs( bool v ) {
+    koiIs( vxlanVtepCtrSupported_, v, NotifieeConst::koiOnVxlanVtepCtrSupported );
+  }
+
+  /// a client of a VXLAN controller
+  bool vxlanControllerClientSupported() const { return vxlanControllerClientSupported_; }
+  void vxlanControllerClientSupportedIs( bool v ) {
+    koiIs( vxlanControllerClientSupported_, v, NotifieeConst::koiOnVxlanControllerClientSupported );
+  }
+
+  /// counters per VXLAN network
+  bool vxlanVniCtrSupported() const { return vxlanVniCtrSupported_; }
+  void vxlanVniCtrSupportedIs( bool v ) {
+    koiIs( vxlanVniCtrSupported_, v, NotifieeConst::koiOnVxlanVniCtrSupported );
+  }
+
+  /// VXLAN across a hitless upgrade
+  bool vxlanHitless2Supported() const { return vxlanHitless2Supported_; }
+  void vxlanHitless2SupportedIs( bool v ) {
+    koiIs( vxlanHitless2Supported_, v, NotifieeConst::koiOnVxlanHitless2Supported );
+  }
+
+  /// several paths in the overlay
+  bool overlayEcmpSupported() const { return overlayEcmpSupported_; }
+  void overlayEcmpSupportedIs( bool v ) {
+    koiIs( overlayEcmpSupported_, v, NotifieeConst::koiOnOverlayEcmpSupported );
+  }
+
+  /// whether it needs VLANs for itself
+  InternalVlanNeeded internalVlanNeeded() const { return internalVlanNeeded_; }
+  void internalVlanNeededIs( InternalVlanNeeded v ) {
+    koiIs( internalVlanNeeded_, v, NotifieeConst::koiOnInternalVlanNeeded );
+  }
+
+  /// switching the source-port filter
+  bool sourceportFilterSupported() const { return sourceportFilterSupported_; }
+  void sourceportFilterSupportedIs( bool v ) {
+    koiIs( sourceportFilterSupported_, v, NotifieeConst::koiOnSourceportFilterSupported );
+  }
+
+  /// link aggregation
+  bool lagSupported() const { return lagSupported_; }
+  void lagSupportedIs( bool v ) { koiIs( lagSupported_, v, NotifieeConst::koiOnLagSupported ); }
+
+  /// policies of load balancing
+  bool lagLoadBalancePoliciesSupported() const { return lagLoadBalancePoliciesSupported_; }
+  void lagLoadBalancePoliciesSupportedIs( bool v ) {
+    koiIs( lagLoadBalancePoliciesSupported_, v,
+           NotifieeConst::koiOnLagLoadBalancePoliciesSupported );
+  }
+
+  /// tracing of virtual machines
+  bool vmTracerSupported() const { return vmTracerSupported_; }
+  void vmTracerSupportedIs( bool v ) {
+    koiIs( vmTracerSupported_, v, NotifieeConst::koiOnVmTracerSupported );
+  }
+
+  /// BFD between tunnel endpoints
+  bool vxlanBfdSupported() const { return vxlanBfdSupported_; }
+  void vxlanBfdSupportedIs( bool v ) {
+    koiIs( vxlanBfdSupported_, v, NotifieeConst::koiOnVxlanBfdSupported );
+  }
+
+  /// BFD on the members of an aggregation (RFC 7130)
+  bool rfc7130Supported() const { return rfc7130Supported_; }
+  void rfc7130SupportedIs( bool v ) {
+    koiIs( rfc7130Supported_, v, NotifieeConst::koiOnRfc7130Supported );
+  }
+
+  /// a logical router in the overlay
+  bool vxlanLogicalRouterSupported() const { return vxlanLogicalRouterSupported_; }
+  void vxlanLogicalRouterSupportedIs( bool v ) {
+    koiIs( vxlanLogicalRouterSupported_, v, NotifieeConst::koiOnVxlanLogicalRouterSupported );
+  }
+
+  /// routing by EVPN
+  bool vxlanL3EvpnSupported() const { return vxlanL3EvpnSupported_; }
+  void vxlanL3EvpnSupportedIs( bool v ) {
+    koiIs( vxlanL3EvpnSupported_, v, NotifieeConst::koiOnVxlanL3EvpnSupported );
+  }
+
+  /// a Layer-2 MTU
+  bool l2MtuSupported() const { return l2MtuSupported_; }
+  void l2MtuSupportedIs( bool v ) {
+    koiIs( l2MtuSupported_, v, NotifieeConst::koiOnL2MtuSupported );
+  }
+
+  /// the largest one, in bytes
+  Koi::U32 l2MtuMax() const { return l2MtuMax_; }
+  void l2MtuMaxIs( Koi::U32 v ) { koiIs( l2MtuMax_, v, NotifieeConst::koiOnL2MtuMax ); }
+
+  /// the smallest one, in bytes
+  Koi::U32 l2MtuMin() const { return l2MtuMin_; }
+  void l2MtuMinIs( Koi::U32 v ) { koiIs( l2MtuMin_, v, NotifieeConst::koiOnL2MtuMin ); }
+
+  /// telling which member a frame would take
+  bool lagShowOutputIntfSupported() const { return lagShowOutputIntfSupported_; }
+  void lagShowOutputIntfSupportedIs( bool v ) {
+    koiIs( lagShowOutputIntfSupported_, v, NotifieeConst::koiOnLagShowOutputIntfSupported );
+  }
+
+  /// passing pause frames through
+  bool pausePassThroughSupported() const { return pausePassThroughSupported_; }
+  void pausePassThroughSupportedIs( bool v ) {
+    koiIs( pausePassThroughSupported_, v, NotifieeConst::koiOnPausePassThroughSupported );
+  }
+
+  class KoiSupportedForwardingMode;
+  /// the forwarding modes, an ordered list
+  SwitchForwardingMode supportedForwardingMode( Koi::U32 k ) const {
+    return supportedForwardingMode_.value( k );
+  }
+  Koi::RbTreeMap< KoiSupportedForwardingMode, Koi::U32,
+      SwitchForwardingMode > const & supportedForwardingMode() const {
+    return supportedForwardingMode_;
+  }
+  using SupportedForwardingModeIterator = Koi::RbTreeMap< KoiSupportedForwardingMode, Koi::U32,
+      SwitchForwardingMode >::Iterator;
+  SupportedForwardingModeIterator supportedForwardingModeIterator() {
+    return supportedForwardingMode_.koiIterator();
+  }
+  void supportedForwardingModeIs( Koi::U32 k, SwitchForwardingMode v ) {
+    koiIs( supportedForwardingMode_, k, v, NotifieeConst::koiOnSupportedForwardingMode );
+  }
+  SwitchForwardingMode supportedForwardingModeDel( Koi::U32 k ) {
+    return koiDel( supportedForwardingMode_, k, NotifieeConst::koiOnSupportedForwardingMode );
+  }
+  SwitchForwardingMode supportedForwardingModeDel( SupportedForwardingModeIterator const & i ) {
+    return koiDel( supportedForwardingMode_, i, NotifieeConst::koiOnSupportedForwardingMode );
+  }
+  void supportedForwardingModeDelAll() {
+    koiDelAll( supportedForwardingMode_, NotifieeConst::koiOnSupportedForwardingMode );
+  }
+  void supportedForwardingModeNotify( Koi::U32 k ) {
+    koiNotify( NotifieeConst::koiOnSupportedForwardingMode, k );
+  }
+
+  /// packets into a VLAN interface
+  bool vlanIntfInPktCountersSupported() const { return vlanIntfInPktCountersSupported_; }
+  void vlanIntfInPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfInPktCountersSupported_, v, NotifieeConst::koiOnVlanIntfInPktCountersSupported );
+  }
+
+  /// packets out of it
+  bool vlanIntfOutPktCountersSupported() const { return vlanIntfOutPktCountersSupported_; }
+  void vlanIntfOutPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfOutPktCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfOutPktCountersSupported );
+  }
+
+  /// unicast packets into it
+  bool vlanIntfInUcastPktCountersSupported() const { return vlanIntfInUcastPktCountersSupported_; }
+  void vlanIntfInUcastPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfInUcastPktCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfInUcastPktCountersSupported );
+  }
+
+  /// unicast packets out of it
+  bool vlanIntfOutUcastPktCountersSupported() const {
+    return vlanIntfOutUcastPktCountersSupported_;
+  }
+  void vlanIntfOutUcastPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfOutUcastPktCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfOutUcastPktCountersSupported );
+  }
+
+  /// multicast packets into it
+  bool vlanIntfInMcastPktCountersSupported() const { return vlanIntfInMcastPktCountersSupported_; }
+  void vlanIntfInMcastPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfInMcastPktCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfInMcastPktCountersSupported );
+  }
+
+  /// multicast packets out of it
+  bool vlanIntfOutMcastPktCountersSupported() const {
+    return vlanIntfOutMcastPktCountersSupported_;
+  }
+  void vlanIntfOutMcastPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfOutMcastPktCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfOutMcastPktCountersSupported );
+  }
+
+  /// bytes into it
+  bool vlanIntfInOctetCountersSupported() const { return vlanIntfInOctetCountersSupported_; }
+  void vlanIntfInOctetCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfInOctetCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfInOctetCountersSupported );
+  }
+
+  /// bytes out of it
+  bool vlanIntfOutOctetCountersSupported() const { return vlanIntfOutOctetCountersSupported_; }
+  void vlanIntfOutOctetCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfOutOctetCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfOutOctetCountersSupported );
+  }
+
+  /// unicast bytes
+  bool vlanIntfUcastOctetCountersSupported() const { return vlanIntfUcastOctetCountersSupported_; }
+  void vlanIntfUcastOctetCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfUcastOctetCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfUcastOctetCountersSupported );
+  }
+
+  /// multicast bytes
+  bool vlanIntfMcastOctetCountersSupported() const { return vlanIntfMcastOctetCountersSupported_; }
+  void vlanIntfMcastOctetCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfMcastOctetCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfMcastOctetCountersSupported );
+  }
+
+  /// routed packets alone
+  bool vlanIntfL3CountersSupported() const { return vlanIntfL3CountersSupported_; }
+  void vlanIntfL3CountersSupportedIs( bool v ) {
+    koiIs( vlanIntfL3CountersSupported_, v, NotifieeConst::koiOnVlanIntfL3CountersSupported );
+  }
+
+  /// forwarding of reserved group addresses
+  bool ieeeReservedMacForwardAddrSupported() const { return ieeeReservedMacForwardAddrSupported_; }
+  void ieeeReservedMacForwardAddrSupportedIs( bool v ) {
+    koiIs( ieeeReservedMacForwardAddrSupported_, v,
+           NotifieeConst::koiOnIeeeReservedMacForwardAddrSupported );
+  }
+
+  /// stands for all of them: the address of zeros
+  static Wirex::EthAddr ieeeReservedMacForwardAddrAll() { return {}; }
+
+  /// those that are forwarded together
+  Koi::Ptr< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroup() const {
+    return ieeeReservedMacForwardGroup_.ptr();
+  }
+  /// The one that is there, or a new one.
+  Koi::Ptr< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroupIs( Koi::Name const & name ) {
+    return koiChildIs( ieeeReservedMacForwardGroup_,
+                       NotifieeConst::koiOnIeeeReservedMacForwardGroup, name );
+  }
+  Koi::Ptr< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroupDel() {
+    return koiChildDel( ieeeReservedMacForwardGroup_,
+                        NotifieeConst::koiOnIeeeReservedMacForwardGroup );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< HwCapabilities > {
+   public:
+    virtual void onMaxFrameSize() {}
+    virtual void onMaxFrameSizeKoiImmediate() { koiPass( koiOnMaxFrameSize ); onMaxFrameSize(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnMaxFrameSize{
+      koiFirst + 2, &NotifieeConst::onMaxFrameSize, &NotifieeConst::onMaxFrameSizeKoiImmediate };
+
+    virtual void onBridgingSupported() {}
+    virtual void onBridgingSupportedKoiImmediate() {
+      koiPass( koiOnBridgingSupported ); onBridgingSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnBridgingSupported{
+      koiFirst + 4, &NotifieeConst::onBridgingSupported,
+          &NotifieeConst::onBridgingSupportedKoiImmediate };
+
+    virtual void onDot1qTunnelSupported() {}
+    virtual void onDot1qTunnelSupportedKoiImmediate() {
+      koiPass( koiOnDot1qTunnelSupported ); onDot1qTunnelSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnDot1qTunnelSupported{
+      koiFirst + 5, &NotifieeConst::onDot1qTunnelSupported,
+          &NotifieeConst::onDot1qTunnelSupportedKoiImmediate };
+
+    virtual void onTaggedNativeVlanSupported() {}
+    virtual void onTaggedNativeVlanSupportedKoiImmediate() {
+      koiPass( koiOnTaggedNativeVlanSupported ); onTaggedNativeVlanSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTaggedNativeVlanSupported{
+      koiFirst + 6, &NotifieeConst::onTaggedNativeVlanSupported,
+          &NotifieeConst::onTaggedNativeVlanSupportedKoiImmediate };
+
+    virtual void onPvstSupported() {}
+    virtual void onPvstSupportedKoiImmediate() { koiPass( koiOnPvstSupported ); onPvstSupported(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnPvstSupported{
+      koiFirst + 7, &NotifieeConst::onPvstSupported, &NotifieeConst::onPvstSupportedKoiImmediate };
+
+    virtual void onBackupInterfacesSupported() {}
+    virtual void onBackupInterfacesSupportedKoiImmediate() {
+      koiPass( koiOnBackupInterfacesSupported ); onBackupInterfacesSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnBackupInterfacesSupported{
+      koiFirst + 8, &NotifieeConst::onBackupInterfacesSupported,
+          &NotifieeConst::onBackupInterfacesSupportedKoiImmediate };
+
+    virtual void onStaticMcastSupported() {}
+    virtual void onStaticMcastSupportedKoiImmediate() {
+      koiPass( koiOnStaticMcastSupported ); onStaticMcastSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnStaticMcastSupported{
+      koiFirst + 9, &NotifieeConst::onStaticMcastSupported,
+          &NotifieeConst::onStaticMcastSupportedKoiImmediate };
+
+    virtual void onNoMacLearningSupported() {}
+    virtual void onNoMacLearningSupportedKoiImmediate() {
+      koiPass( koiOnNoMacLearningSupported ); onNoMacLearningSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnNoMacLearningSupported{
+      koiFirst + 10, &NotifieeConst::onNoMacLearningSupported,
+          &NotifieeConst::onNoMacLearningSupportedKoiImmediate };
+
+    virtual void onVlanMacLearningSupported() {}
+    virtual void onVlanMacLearningSupportedKoiImmediate() {
+      koiPass( koiOnVlanMacLearningSupported ); onVlanMacLearningSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanMacLearningSupported{
+      koiFirst + 11, &NotifieeConst::onVlanMacLearningSupported,
+          &NotifieeConst::onVlanMacLearningSupportedKoiImmediate };
+
+    virtual void onPrivateVlansSupported() {}
+    virtual void onPrivateVlansSupportedKoiImmediate() {
+      koiPass( koiOnPrivateVlansSupported ); onPrivateVlansSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnPrivateVlansSupported{
+      koiFirst + 12, &NotifieeConst::onPrivateVlansSupported,
+          &NotifieeConst::onPrivateVlansSupportedKoiImmediate };
+
+    virtual void onVlanXlateSupported() {}
+    virtual void onVlanXlateSupportedKoiImmediate() {
+      koiPass( koiOnVlanXlateSupported ); onVlanXlateSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanXlateSupported{
+      koiFirst + 13, &NotifieeConst::onVlanXlateSupported,
+          &NotifieeConst::onVlanXlateSupportedKoiImmediate };
+
+    virtual void onIngressVlanMappingRequiredSupported() {}
+    virtual void onIngressVlanMappingRequiredSupportedKoiImmediate() {
+      koiPass( koiOnIngressVlanMappingRequiredSupported ); onIngressVlanMappingRequiredSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnIngressVlanMappingRequiredSupported{
+      koiFirst + 14, &NotifieeConst::onIngressVlanMappingRequiredSupported,
+          &NotifieeConst::onIngressVlanMappingRequiredSupportedKoiImmediate };
+
+    virtual void onVlanTagRequiredSupported() {}
+    virtual void onVlanTagRequiredSupportedKoiImmediate() {
+      koiPass( koiOnVlanTagRequiredSupported ); onVlanTagRequiredSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanTagRequiredSupported{
+      koiFirst + 15, &NotifieeConst::onVlanTagRequiredSupported,
+          &NotifieeConst::onVlanTagRequiredSupportedKoiImmediate };
+
+    virtual void onDoubleVlanXlateSupported() {}
+    virtual void onDoubleVlanXlateSupportedKoiImmediate() {
+      koiPass( koiOnDoubleVlanXlateSupported ); onDoubleVlanXlateSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnDoubleVlanXlateSupported{
+      koiFirst + 16, &NotifieeConst::onDoubleVlanXlateSupported,
+          &NotifieeConst::onDoubleVlanXlateSupportedKoiImmediate };
+
+    virtual void onVlanXlateToDot1qTunnelSupported() {}
+    virtual void onVlanXlateToDot1qTunnelSupportedKoiImmediate() {
+      koiPass( koiOnVlanXlateToDot1qTunnelSupported ); onVlanXlateToDot1qTunnelSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanXlateToDot1qTunnelSupported{
+      koiFirst + 17, &NotifieeConst::onVlanXlateToDot1qTunnelSupported,
+          &NotifieeConst::onVlanXlateToDot1qTunnelSupportedKoiImmediate };
+
+    virtual void onVlanTpidSupported() {}
+    virtual void onVlanTpidSupportedKoiImmediate() {
+      koiPass( koiOnVlanTpidSupported ); onVlanTpidSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanTpidSupported{
+      koiFirst + 18, &NotifieeConst::onVlanTpidSupported,
+          &NotifieeConst::onVlanTpidSupportedKoiImmediate };
+
+    virtual void onLoopProtectSupported() {}
+    virtual void onLoopProtectSupportedKoiImmediate() {
+      koiPass( koiOnLoopProtectSupported ); onLoopProtectSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnLoopProtectSupported{
+      koiFirst + 19, &NotifieeConst::onLoopProtectSupported,
+          &NotifieeConst::onLoopProtectSupportedKoiImmediate };
+
+    virtual void onVfiForwarding() {}
+    virtual void onVfiForwardingKoiImmediate() { koiPass( koiOnVfiForwarding ); onVfiForwarding(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVfiForwarding{
+      koiFirst + 20, &NotifieeConst::onVfiForwarding, &NotifieeConst::onVfiForwardingKoiImmediate };
+
+    virtual void onVxlanSupported() {}
+    virtual void onVxlanSupportedKoiImmediate() {
+      koiPass( koiOnVxlanSupported ); onVxlanSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanSupported{
+      koiFirst + 21, &NotifieeConst::onVxlanSupported,
+          &NotifieeConst::onVxlanSupportedKoiImmediate };
+
+    virtual void onVxlanSupportedOverIpv6() {}
+    virtual void onVxlanSupportedOverIpv6KoiImmediate() {
+      koiPass( koiOnVxlanSupportedOverIpv6 ); onVxlanSupportedOverIpv6();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanSupportedOverIpv6{
+      koiFirst + 22, &NotifieeConst::onVxlanSupportedOverIpv6,
+          &NotifieeConst::onVxlanSupportedOverIpv6KoiImmediate };
+
+    virtual void onVxlanRoutingSupported() {}
+    virtual void onVxlanRoutingSupportedKoiImmediate() {
+      koiPass( koiOnVxlanRoutingSupported ); onVxlanRoutingSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanRoutingSupported{
+      koiFirst + 23, &NotifieeConst::onVxlanRoutingSupported,
+          &NotifieeConst::onVxlanRoutingSupportedKoiImmediate };
+
+    virtual void onVxlanOverlayVrfsSupported() {}
+    virtual void onVxlanOverlayVrfsSupportedKoiImmediate() {
+      koiPass( koiOnVxlanOverlayVrfsSupported ); onVxlanOverlayVrfsSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanOverlayVrfsSupported{
+      koiFirst + 24, &NotifieeConst::onVxlanOverlayVrfsSupported,
+          &NotifieeConst::onVxlanOverlayVrfsSupportedKoiImmediate };
+
+    virtual void onVxlanMcastGroupSupported() {}
+    virtual void onVxlanMcastGroupSupportedKoiImmediate() {
+      koiPass( koiOnVxlanMcastGroupSupported ); onVxlanMcastGroupSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanMcastGroupSupported{
+      koiFirst + 25, &NotifieeConst::onVxlanMcastGroupSupported,
+          &NotifieeConst::onVxlanMcastGroupSupportedKoiImmediate };
+
+    virtual void onVxlanMcastDecapOnlySupported() {}
+    virtual void onVxlanMcastDecapOnlySupportedKoiImmediate() {
+      koiPass( koiOnVxlanMcastDecapOnlySupported ); onVxlanMcastDecapOnlySupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanMcastDecapOnlySupported{
+      koiFirst + 26, &NotifieeConst::onVxlanMcastDecapOnlySupported,
+          &NotifieeConst::onVxlanMcastDecapOnlySupportedKoiImmediate };
+
+    virtual void onVxlanTxRawSupported() {}
+    virtual void onVxlanTxRawSupportedKoiImmediate() {
+      koiPass( koiOnVxlanTxRawSupported ); onVxlanTxRawSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanTxRawSupported{
+      koiFirst + 27, &NotifieeConst::onVxlanTxRawSupported,
+          &NotifieeConst::onVxlanTxRawSupportedKoiImmediate };
+
+    virtual void onVxlanVtepCtrSupported() {}
+    virtual void onVxlanVtepCtrSupportedKoiImmediate() {
+      koiPass( koiOnVxlanVtepCtrSupported ); onVxlanVtepCtrSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanVtepCtrSupported{
+      koiFirst + 28, &NotifieeConst::onVxlanVtepCtrSupported,
+          &NotifieeConst::onVxlanVtepCtrSupportedKoiImmediate };
+
+    virtual void onVxlanControllerClientSupported() {}
+    virtual void onVxlanControllerClientSupportedKoiImmediate() {
+      koiPass( koiOnVxlanControllerClientSupported ); onVxlanControllerClientSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanControllerClientSupported{
+      koiFirst + 29, &NotifieeConst::onVxlanControllerClientSupported,
+          &NotifieeConst::onVxlanControllerClientSupportedKoiImmediate };
+
+    virtual void onVxlanVniCtrSupported() {}
+    virtual void onVxlanVniCtrSupportedKoiImmediate() {
+      koiPass( koiOnVxlanVniCtrSupported ); onVxlanVniCtrSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanVniCtrSupported{
+      koiFirst + 30, &NotifieeConst::onVxlanVniCtrSupported,
+          &NotifieeConst::onVxlanVniCtrSupportedKoiImmediate };
+
+    virtual void onVxlanHitless2Supported() {}
+    virtual void onVxlanHitless2SupportedKoiImmediate() {
+      koiPass( koiOnVxlanHitless2Supported ); onVxlanHitless2Supported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanHitless2Supported{
+      koiFirst + 31, &NotifieeConst::onVxlanHitless2Supported,
+          &NotifieeConst::onVxlanHitless2SupportedKoiImmediate };
+
+    virtual void onOverlayEcmpSupported() {}
+    virtual void onOverlayEcmpSupportedKoiImmediate() {
+      koiPass( koiOnOverlayEcmpSupported ); onOverlayEcmpSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnOverlayEcmpSupported{
+      koiFirst + 32, &NotifieeConst::onOverlayEcmpSupported,
+          &NotifieeConst::onOverlayEcmpSupportedKoiImmediate };
+
+    virtual void onInternalVlanNeeded() {}
+    virtual void onInternalVlanNeededKoiImmediate() {
+      koiPass( koiOnInternalVlanNeeded ); onInternalVlanNeeded();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnInternalVlanNeeded{
+      koiFirst + 33, &NotifieeConst::onInternalVlanNeeded,
+          &NotifieeConst::onInternalVlanNeededKoiImmediate };
+
+    virtual void onSourceportFilterSupported() {}
+    virtual void onSourceportFilterSupportedKoiImmediate() {
+      koiPass( koiOnSourceportFilterSupported ); onSourceportFilterSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSourceportFilterSupported{
+      koiFirst + 34, &NotifieeConst::onSourceportFilterSupported,
+          &NotifieeConst::onSourceportFilterSupportedKoiImmediate };
+
+    virtual void onLagSupported() {}
+    virtual void onLagSupportedKoiImmediate() { koiPass( koiOnLagSupported ); onLagSupported(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnLagSupported{
+      koiFirst + 35, &NotifieeConst::onLagSupported, &NotifieeConst::onLagSupportedKoiImmediate };
+
+    virtual void onLagLoadBalancePoliciesSupported() {}
+    virtual void onLagLoadBalancePoliciesSupportedKoiImmediate() {
+      koiPass( koiOnLagLoadBalancePoliciesSupported ); onLagLoadBalancePoliciesSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnLagLoadBalancePoliciesSupported{
+      koiFirst + 36, &NotifieeConst::onLagLoadBalancePoliciesSupported,
+          &NotifieeConst::onLagLoadBalancePoliciesSupportedKoiImmediate };
+
+    virtual void onVmTracerSupported() {}
+    virtual void onVmTracerSupportedKoiImmediate() {
+      koiPass( koiOnVmTracerSupported ); onVmTracerSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVmTracerSupported{
+      koiFirst + 37, &NotifieeConst::onVmTracerSupported,
+          &NotifieeConst::onVmTracerSupportedKoiImmediate };
+
+    virtual void onVxlanBfdSupported() {}
+    virtual void onVxlanBfdSupportedKoiImmediate() {
+      koiPass( koiOnVxlanBfdSupported ); onVxlanBfdSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanBfdSupported{
+      koiFirst + 38, &NotifieeConst::onVxlanBfdSupported,
+          &NotifieeConst::onVxlanBfdSupportedKoiImmediate };
+
+    virtual void onRfc7130Supported() {}
+    virtual void onRfc7130SupportedKoiImmediate() {
+      koiPass( koiOnRfc7130Supported ); onRfc7130Supported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnRfc7130Supported{
+      koiFirst + 39, &NotifieeConst::onRfc7130Supported,
+          &NotifieeConst::onRfc7130SupportedKoiImmediate };
+
+    virtual void onVxlanLogicalRouterSupported() {}
+    virtual void onVxlanLogicalRouterSupportedKoiImmediate() {
+      koiPass( koiOnVxlanLogicalRouterSupported ); onVxlanLogicalRouterSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanLogicalRouterSupported{
+      koiFirst + 40, &NotifieeConst::onVxlanLogicalRouterSupported,
+          &NotifieeConst::onVxlanLogicalRouterSupportedKoiImmediate };
+
+    virtual void onVxlanL3EvpnSupported() {}
+    virtual void onVxlanL3EvpnSupportedKoiImmediate() {
+      koiPass( koiOnVxlanL3EvpnSupported ); onVxlanL3EvpnSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVxlanL3EvpnSupported{
+      koiFirst + 41, &NotifieeConst::onVxlanL3EvpnSupported,
+          &NotifieeConst::onVxlanL3EvpnSupportedKoiImmediate };
+
+    virtual void onL2MtuSupported() {}
+    virtual void onL2MtuSupportedKoiImmediate() {
+      koiPass( koiOnL2MtuSupported ); onL2MtuSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnL2MtuSupported{
+      koiFirst + 42, &NotifieeConst::onL2MtuSupported,
+          &NotifieeConst::onL2MtuSupportedKoiImmediate };
+
+    virtual void onL2MtuMax() {}
+    virtual void onL2MtuMaxKoiImmediate() { koiPass( koiOnL2MtuMax ); onL2MtuMax(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnL2MtuMax{
+      koiFirst + 43, &NotifieeConst::onL2MtuMax, &NotifieeConst::onL2MtuMaxKoiImmediate };
+
+    virtual void onL2MtuMin() {}
+    virtual void onL2MtuMinKoiImmediate() { koiPass( koiOnL2MtuMin ); onL2MtuMin(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnL2MtuMin{
+      koiFirst + 44, &NotifieeConst::onL2MtuMin, &NotifieeConst::onL2MtuMinKoiImmediate };
+
+    virtual void onLagShowOutputIntfSupported() {}
+    virtual void onLagShowOutputIntfSupportedKoiImmediate() {
+      koiPass( koiOnLagShowOutputIntfSupported ); onLagShowOutputIntfSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnLagShowOutputIntfSupported{
+      koiFirst + 45, &NotifieeConst::onLagShowOutputIntfSupported,
+          &NotifieeConst::onLagShowOutputIntfSupportedKoiImmediate };
+
+    virtual void onPausePassThroughSupported() {}
+    virtual void onPausePassThroughSupportedKoiImmediate() {
+      koiPass( koiOnPausePassThroughSupported ); onPausePassThroughSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnPausePassThroughSupported{
+      koiFirst + 46, &NotifieeConst::onPausePassThroughSupported,
+          &NotifieeConst::onPausePassThroughSupportedKoiImmediate };
+
+    virtual void onSupportedForwardingMode() {}
+    virtual void onSupportedForwardingMode( Koi::U32 ) {}
+    virtual void onSupportedForwardingModeKoiImmediate( Koi::U32 k ) {
+      koiPass( koiOnSupportedForwardingMode ); onSupportedForwardingMode( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::U32 > koiOnSupportedForwardingMode{
+      koiFirst + 47, &NotifieeConst::onSupportedForwardingMode,
+          &NotifieeConst::onSupportedForwardingModeKoiImmediate };
+
+    virtual void onVlanIntfInPktCountersSupported() {}
+    virtual void onVlanIntfInPktCountersSupportedKoiImmediate() {
+      koiPass( koiOnVlanIntfInPktCountersSupported ); onVlanIntfInPktCountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfInPktCountersSupported{
+      koiFirst + 48, &NotifieeConst::onVlanIntfInPktCountersSupported,
+          &NotifieeConst::onVlanIntfInPktCountersSupportedKoiImmediate };
+
+    virtual void onVlanIntfOutPktCountersSupported() {}
+    virtual void onVlanIntfOutPktCountersSupportedKoiImmediate() {
+      koiPass( koiOnVlanIntfOutPktCountersSupported ); onVlanIntfOutPktCountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfOutPktCountersSupported{
+      koiFirst + 49, &NotifieeConst::onVlanIntfOutPktCountersSupported,
+          &NotifieeConst::onVlanIntfOutPktCountersSupportedKoiImmediate };
+
+    virtual void onVlanIntfInUcastPktCountersSupported() {}
+    virtual void onVlanIntfInUcastPktCountersSupportedKoiImmediate() {
+      koiPass( koiOnVlanIntfInUcastPktCountersSupported ); onVlanIntfInUcastPktCountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfInUcastPktCountersSupported{
+      koiFirst + 50, &NotifieeConst::onVlanIntfInUcastPktCountersSupported,
+          &NotifieeConst::onVlanIntfInUcastPktCountersSupportedKoiImmediate };
+
+    virtual void onVlanIntfOutUcastPktCountersSupported() {}
+    virtual void onVlanIntfOutUcastPktCountersSupportedKoiImmediate() {
+      koiPass(
+          koiOnVlanIntfOutUcastPktCountersSupported ); onVlanIntfOutUcastPktCountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfOutUcastPktCountersSupported{
+      koiFirst + 51, &NotifieeConst::onVlanIntfOutUcastPktCountersSupported,
+          &NotifieeConst::onVlanIntfOutUcastPktCountersSupportedKoiImmediate };
+
+    virtual void onVlanIntfInMcastPktCountersSupported() {}
+    virtual void onVlanIntfInMcastPktCountersSupportedKoiImmediate() {
+      koiPass( koiOnVlanIntfInMcastPktCountersSupported ); onVlanIntfInMcastPktCountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfInMcastPktCountersSupported{
+      koiFirst + 52, &NotifieeConst::onVlanIntfInMcastPktCountersSupported,
+          &NotifieeConst::onVlanIntfInMcastPktCountersSupportedKoiImmediate };
+
+    virtual void onVlanIntfOutMcastPktCountersSupported() {}
+    virtual void onVlanIntfOutMcastPktCountersSupportedKoiImmediate() {
+      koiPass(
+          koiOnVlanIntfOutMcastPktCountersSupported ); onVlanIntfOutMcastPktCountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfOutMcastPktCountersSupported{
+      koiFirst + 53, &NotifieeConst::onVlanIntfOutMcastPktCountersSupported,
+          &NotifieeConst::onVlanIntfOutMcastPktCountersSupportedKoiImmediate };
+
+    virtual void onVlanIntfInOctetCountersSupported() {}
+    virtual void onVlanIntfInOctetCountersSupportedKoiImmediate() {
+      koiPass( koiOnVlanIntfInOctetCountersSupported ); onVlanIntfInOctetCountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfInOctetCountersSupported{
+      koiFirst + 54, &NotifieeConst::onVlanIntfInOctetCountersSupported,
+          &NotifieeConst::onVlanIntfInOctetCountersSupportedKoiImmediate };
+
+    virtual void onVlanIntfOutOctetCountersSupported() {}
+    virtual void onVlanIntfOutOctetCountersSupportedKoiImmediate() {
+      koiPass( koiOnVlanIntfOutOctetCountersSupported ); onVlanIntfOutOctetCountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfOutOctetCountersSupported{
+      koiFirst + 55, &NotifieeConst::onVlanIntfOutOctetCountersSupported,
+          &NotifieeConst::onVlanIntfOutOctetCountersSupportedKoiImmediate };
+
+    virtual void onVlanIntfUcastOctetCountersSupported() {}
+    virtual void onVlanIntfUcastOctetCountersSupportedKoiImmediate() {
+      koiPass( koiOnVlanIntfUcastOctetCountersSupported ); onVlanIntfUcastOctetCountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfUcastOctetCountersSupported{
+      koiFirst + 56, &NotifieeConst::onVlanIntfUcastOctetCountersSupported,
+          &NotifieeConst::onVlanIntfUcastOctetCountersSupportedKoiImmediate };
+
+    virtual void onVlanIntfMcastOctetCountersSupported() {}
+    virtual void onVlanIntfMcastOctetCountersSupportedKoiImmediate() {
+      koiPass( koiOnVlanIntfMcastOctetCountersSupported ); onVlanIntfMcastOctetCountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfMcastOctetCountersSupported{
+      koiFirst + 57, &NotifieeConst::onVlanIntfMcastOctetCountersSupported,
+          &NotifieeConst::onVlanIntfMcastOctetCountersSupportedKoiImmediate };
+
+    virtual void onVlanIntfL3CountersSupported() {}
+    virtual void onVlanIntfL3CountersSupportedKoiImmediate() {
+      koiPass( koiOnVlanIntfL3CountersSupported ); onVlanIntfL3CountersSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIntfL3CountersSupported{
+      koiFirst + 58, &NotifieeConst::onVlanIntfL3CountersSupported,
+          &NotifieeConst::onVlanIntfL3CountersSupportedKoiImmediate };
+
+    virtual void onIeeeReservedMacForwardAddrSupported() {}
+    virtual void onIeeeReservedMacForwardAddrSupportedKoiImmediate() {
+      koiPass( koiOnIeeeReservedMacForwardAddrSupported ); onIeeeReservedMacForwardAddrSupported();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnIeeeReservedMacForwardAddrSupported{
+      koiFirst + 59, &NotifieeConst::onIeeeReservedMacForwardAddrSupported,
+          &NotifieeConst::onIeeeReservedMacForwardAddrSupportedKoiImmediate };
+
+    virtual void onIeeeReservedMacForwardGroup() {}
+    virtual void onIeeeReservedMacForwardGroupKoiImmediate() {
+      koiPass( koiOnIeeeReservedMacForwardGroup ); onIeeeReservedMacForwardGroup();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnIeeeReservedMacForwardGroup{
+      koiFirst + 61, &NotifieeConst::onIeeeReservedMacForwardGroup,
+          &NotifieeConst::onIeeeReservedMacForwardGroupKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, HwCapabilities >;
+
+  static constexpr char koiName[] = "Bridging::HwCapabilities";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &HwCapabilities::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::constant< HwCapabilities >( "maxFrameSizeDefault",
+                                       &HwCapabilities::maxFrameSizeDefault ),
+      Koi::constant< HwCapabilities >( "maxFrameSizeTapAgg", &HwCapabilities::maxFrameSizeTapAgg ),
+      Koi::attribute( "maxFrameSize", &HwCapabilities::maxFrameSize_,
+                      &HwCapabilities::maxFrameSizeIs ),
+      Koi::computed( "maxFrameSizeWithoutL2Encapsulation",
+                     &HwCapabilities::maxFrameSizeWithoutL2Encapsulation ),
+      Koi::attribute( "bridgingSupported", &HwCapabilities::bridgingSupported_,
+                      &HwCapabilities::bridgingSupportedIs ),
+      Koi::attribute( "dot1qTunnelSupported", &HwCapabilities::dot1qTunnelSupported_,
+                      &HwCapabilities::dot1qTunnelSupportedIs ),
+      Koi::attribute( "taggedNativeVlanSupported", &HwCapabilities::taggedNativeVlanSupported_,
+                      &HwCapabilities::taggedNativeVlanSupportedIs ),
+      Koi::attribute( "pvstSupported", &HwCapabilities::pvstSupported_,
+                      &HwCapabilities::pvstSupportedIs ),
+      Koi::attribute( "backupInterfacesSupported", &HwCapabilities::backupInterfacesSupported_,
+                      &HwCapabilities::backupInterfacesSupportedIs ),
+      Koi::attribute( "staticMcastSupported", &HwCapabilities::staticMcastSupported_,
+                      &HwCapabilities::staticMcastSupportedIs ),
+      Koi::attribute( "noMacLearningSupported", &HwCapabilities::noMacLearningSupported_,
+                      &HwCapabilities::noMacLearningSupportedIs ),
+      Koi::attribute( "vlanMacLearningSupported", &HwCapabilities::vlanMacLearningSupported_,
+                      &HwCapabilities::vlanMacLearningSupportedIs ),
+      Koi::attribute( "privateVlansSupported", &HwCapabilities::privateVlansSupported_,
+                      &HwCapabilities::privateVlansSupportedIs ),
+      Koi::attribute( "vlanXlateSupported", &HwCapabilities::vlanXlateSupported_,
+                      &HwCapabilities::vlanXlateSupportedIs ),
+      Koi::attribute( "ingressVlanMappingRequiredSupported",
+                      &HwCapabilities::ingressVlanMappingRequiredSupported_,
+          &HwCapabilities::ingressVlanMappingRequiredSupportedIs ),
+      Koi::attribute( "vlanTagRequiredSupported", &HwCapabilities::vlanTagRequiredSupported_,
+                      &HwCapabilities::vlanTagRequiredSupportedIs ),
+      Koi::attribute( "doubleVlanXlateSupported", &HwCapabilities::doubleVlanXlateSupported_,
+                      &HwCapabilities::doubleVlanXlateSupportedIs ),
+      Koi::attribute( "vlanXlateToDot1qTunnelSupported",
+                      &HwCapabilities::vlanXlateToDot1qTunnelSupported_,
+          &HwCapabilities::vlanXlateToDot1qTunnelSupportedIs ),
+      Koi::attribute( "vlanTpidSupported", &HwCapabilities::vlanTpidSupported_,
+                      &HwCapabilities::vlanTpidSupportedIs ),
+      Koi::attribute( "loopProtectSupported", &HwCapabilities::loopProtectSupported_,
+                      &HwCapabilities::loopProtectSupportedIs ),
+      Koi::attribute( "vfiForwarding", &HwCapabilities::vfiForwarding_,
+                      &HwCapabilities::vfiForwardingIs ),
+      Koi::attribute( "vxlanSupported", &HwCapabilities::vxlanSupported_,
+                      &HwCapabilities::vxlanSupportedIs ),
+      Koi::attribute( "vxlanSupportedOverIpv6", &HwCapabilities::vxlanSupportedOverIpv6_,
+                      &HwCapabilities::vxlanSupportedOverIpv6Is ),
+      Koi::attribute( "vxlanRoutingSupported", &HwCapabilities::vxlanRoutingSupported_,
+                      &HwCapabilities::vxlanRoutingSupportedIs ),
+      Koi::attribute( "vxlanOverlayVrfsSupported", &HwCapabilities::vxlanOverlayVrfsSupported_,
+                      &HwCapabilities::vxlanOverlayVrfsSupportedIs ),
+      Koi::attribute( "vxlanMcastGroupSupported", &HwCapabilities::vxlanMcastGroupSupported_,
+                      &HwCapabilities::vxlanMcastGroupSupportedIs ),
+      Koi::attribute( "vxlanMcastDecapOnlySupported",
+                      &HwCapabilities::vxlanMcastDecapOnlySupported_,
+          &HwCapabilities::vxlanMcastDecapOnlySupportedIs ),
+      Koi::attribute( "vxlanTxRawSupported", &HwCapabilities::vxlanTxRawSupported_,
+                      &HwCapabilities::vxlanTxRawSupportedIs ),
+      Koi::attribute( "vxlanVtepCtrSupported", &HwCapabilities::vxlanVtepCtrSupported_,
+                      &HwCapabilities::vxlanVtepCtrSupportedIs ),
+      Koi::attribute( "vxlanControllerClientSupported",
+                      &HwCapabilities::vxlanControllerClientSupported_,
+          &HwCapabilities::vxlanControllerClientSupportedIs ),
+      Koi::attribute( "vxlanVniCtrSupported", &HwCapabilities::vxlanVniCtrSupported_,
+                      &HwCapabilities::vxlanVniCtrSupportedIs ),
+      Koi::attribute( "vxlanHitless2Supported", &HwCapabilities::vxlanHitless2Supported_,
+                      &HwCapabilities::vxlanHitless2SupportedIs ),
+      Koi::attribute( "overlayEcmpSupported", &HwCapabilities::overlayEcmpSupported_,
+                      &HwCapabilities::overlayEcmpSupportedIs ),
+      Koi::attribute( "internalVlanNeeded", &HwCapabilities::internalVlanNeeded_,
+                      &HwCapabilities::internalVlanNeededIs ),
+      Koi::attribute( "sourceportFilterSupported", &HwCapabilities::sourceportFilterSupported_,
+                      &HwCapabilities::sourceportFilterSupportedIs ),
+      Koi::attribute( "lagSupported", &HwCapabilities::lagSupported_,
+                      &HwCapabilities::lagSupportedIs ),
+      Koi::attribute( "lagLoadBalancePoliciesSupported",
+                      &HwCapabilities::lagLoadBalancePoliciesSupported_,
+          &HwCapabilities::lagLoadBalancePoliciesSupportedIs ),
+      Koi::attribute( "vmTracerSupported", &HwCapabilities::vmTracerSupported_,
+                      &HwCapabilities::vmTracerSupportedIs ),
+      Koi::attribute( "vxlanBfdSupported", &HwCapabilities::vxlanBfdSupported_,
+                      &HwCapabilities::vxlanBfdSupportedIs ),
+      Koi::attribute( "rfc7130Supported", &HwCapabilities::rfc7130Supported_,
+                      &HwCapabilities::rfc7130SupportedIs ),
+      Koi::attribute( "vxlanLogicalRouterSupported", &HwCapabilities::vxlanLogicalRouterSupported_,
+                      &HwCapabilities::vxlanLogicalRouterSupportedIs ),
+      Koi::attribute( "vxlanL3EvpnSupported", &HwCapabilities::vxlanL3EvpnSupported_,
+                      &HwCapabilities::vxlanL3EvpnSupportedIs ),
+      Koi::attribute( "l2MtuSupported", &HwCapabilities::l2MtuSupported_,
+                      &HwCapabilities::l2MtuSupportedIs ),
+      Koi::attribute( "l2MtuMax", &HwCapabilities::l2MtuMax_, &HwCapabilities::l2MtuMaxIs ),
+      Koi::attribute( "l2MtuMin", &HwCapabilities::l2MtuMin_, &HwCapabilities::l2MtuMinIs ),
+      Koi::attribute( "lagShowOutputIntfSupported", &HwCapabilities::lagShowOutputIntfSupported_,
+                      &HwCapabilities::lagShowOutputIntfSupportedIs ),
+      Koi::attribute( "pausePassThroughSupported", &HwCapabilities::pausePassThroughSupported_,
+                      &HwCapabilities::pausePassThroughSupportedIs ),
+      Koi::attribute( "supportedForwardingMode", &HwCapabilities::supportedForwardingMode_,
+                      &HwCapabilities::supportedForwardingModeIs,
+          &HwCapabilities::supportedForwardingModeDel ),
+      Koi::attribute( "vlanIntfInPktCountersSupported",
+                      &HwCapabilities::vlanIntfInPktCountersSupported_,
+          &HwCapabilities::vlanIntfInPktCountersSupportedIs ),
+      Koi::attribute( "vlanIntfOutPktCountersSupported",
+                      &HwCapabilities::vlanIntfOutPktCountersSupported_,
+          &HwCapabilities::vlanIntfOutPktCountersSupportedIs ),
+      Koi::attribute( "vlanIntfInUcastPktCountersSupported",
+                      &HwCapabilities::vlanIntfInUcastPktCountersSupported_,
+          &HwCapabilities::vlanIntfInUcastPktCountersSupportedIs ),
+      Koi::attribute( "vlanIntfOutUcastPktCountersSupported",
+                      &HwCapabilities::vlanIntfOutUcastPktCountersSupported_,
+          &HwCapabilities::vlanIntfOutUcastPktCountersSupportedIs ),
+      Koi::attribute( "vlanIntfInMcastPktCountersSupported",
+                      &HwCapabilities::vlanIntfInMcastPktCountersSupported_,
+          &HwCapabilities::vlanIntfInMcastPktCountersSupportedIs ),
+      Koi::attribute( "vlanIntfOutMcastPktCountersSupported",
+                      &HwCapabilities::vlanIntfOutMcastPktCountersSupported_,
+          &HwCapabilities::vlanIntfOutMcastPktCountersSupportedIs ),
+      Koi::attribute( "vlanIntfInOctetCountersSupported",
+                      &HwCapabilities::vlanIntfInOctetCountersSupported_,
+          &HwCapabilities::vlanIntfInOctetCountersSupportedIs ),
+      Koi::attribute( "vlanIntfOutOctetCountersSupported",
+                      &HwCapabilities::vlanIntfOutOctetCountersSupported_,
+          &HwCapabilities::vlanIntfOutOctetCountersSupportedIs ),
+      Koi::attribute( "vlanIntfUcastOctetCountersSupported",
+                      &HwCapabilities::vlanIntfUcastOctetCountersSupported_,
+          &HwCapabilities::vlanIntfUcastOctetCountersSupportedIs ),
+      Koi::attribute( "vlanIntfMcastOctetCountersSupported",
+                      &HwCapabilities::vlanIntfMcastOctetCountersSupported_,
+          &HwCapabilities::vlanIntfMcastOctetCountersSupportedIs ),
+      Koi::attribute( "vlanIntfL3CountersSupported", &HwCapabilities::vlanIntfL3CountersSupported_,
+                      &HwCapabilities::vlanIntfL3CountersSupportedIs ),
+      Koi::attribute( "ieeeReservedMacForwardAddrSupported",
+                      &HwCapabilities::ieeeReservedMacForwardAddrSupported_,
+          &HwCapabilities::ieeeReservedMacForwardAddrSupportedIs ),
+      Koi::constant< HwCapabilities >( "ieeeReservedMacForwardAddrAll",
+                                       &HwCapabilities::ieeeReservedMacForwardAddrAll ),
+      Koi::attribute( "ieeeReservedMacForwardGroup", &HwCapabilities::ieeeReservedMacForwardGroup_,
+                      &HwCapabilities::ieeeReservedMacForwardGroupIs,
+          &HwCapabilities::ieeeReservedMacForwardGroupDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 62;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::U32 maxFrameSize_ = maxFrameSizeDefault();
+  bool bridgingSupported_ = true;
+  bool dot1qTunnelSupported_{};
+  bool taggedNativeVlanSupported_{};
+  bool pvstSupported_{};
+  bool backupInterfacesSupported_{};
+  bool staticMcastSupported_{};
+  bool noMacLearningSupported_{};
+  bool vlanMacLearningSupported_{};
+  bool privateVlansSupported_{};
+  bool vlanXlateSupported_{};
+  bool ingressVlanMappingRequiredSupported_{};
+  bool vlanTagRequiredSupported_{};
+  bool doubleVlanXlateSupported_{};
+  bool vlanXlateToDot1qTunnelSupported_{};
+  bool vlanTpidSupported_{};
+  bool loopProtectSupported_{};
+  bool vfiForwarding_{};
+  bool vxlanSupported_{};
+  bool vxlanSupportedOverIpv6_{};
+  bool vxlanRoutingSupported_{};
+  bool vxlanOverlayVrfsSupported_ = true;
+  bool vxlanMcastGroupSupported_ = true;
+  bool vxlanMcastDecapOnlySupported_{};
+  bool vxlanTxRawSupported_ = true;
+  bool vxlanVtepCtrSupported_{};
+  bool vxlanControllerClientSupported_ = true;
+  bool vxlanVniCtrSupported_{};
+  bool vxlanHitless2Supported_{};
+  bool overlayEcmpSupported_{};
+  InternalVlanNeeded internalVlanNeeded_ = InternalVlanNeeded::intVlanNeeded;
+  bool sourceportFilterSupported_{};
+  bool lagSupported_ = true;
+  bool lagLoadBalancePoliciesSupported_{};
+  bool vmTracerSupported_ = true;
+  bool vxlanBfdSupported_{};
+  bool rfc7130Supported_{};
+  bool vxlanLogicalRouterSupported_{};
+  bool vxlanL3EvpnSupported_ = true;
+  bool l2MtuSupported_{};
+  Koi::U32 l2MtuMax_ = 65535;
+  Koi::U32 l2MtuMin_ = 64;
+  bool lagShowOutputIntfSupported_{};
+  bool pausePassThroughSupported_{};
+  Koi::RbTreeMap< KoiSupportedForwardingMode, Koi::U32,
+      SwitchForwardingMode > supportedForwardingMode_;
+  bool vlanIntfInPktCountersSupported_{};
+  bool vlanIntfOutPktCountersSupported_{};
+  bool vlanIntfInUcastPktCountersSupported_{};
+  bool vlanIntfOutUcastPktCountersSupported_{};
+  bool vlanIntfInMcastPktCountersSupported_{};
+  bool vlanIntfOutMcastPktCountersSupported_{};
+  bool vlanIntfInOctetCountersSupported_{};
+  bool vlanIntfOutOctetCountersSupported_{};
+  bool vlanIntfUcastOctetCountersSupported_{};
+  bool vlanIntfMcastOctetCountersSupported_{};
+  bool vlanIntfL3CountersSupported_{};
+  bool ieeeReservedMacForwardAddrSupported_{};
+  Koi::Owned< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroup_;
+};
+
+/// A new HwCapabilities without a parent.
+inline Koi::Ptr< HwCapabilities > hwCapabilitiesFactory( Koi::Name const & name ) {
+  return new HwCapabilities( name );
+}
+
+/// Which sets of counters are switched on.
+class KOI_PUBLIC HwEnabled : public Koi::EntityOf< HwEnabled > {
+ public:
+  explicit HwEnabled( Koi::Name const & name ) : EntityOf( name ) {}
+
+  /// VLANs, ingress
+  bool vlanIngressCountersEnabled() const { return vlanIngressCountersEnabled_; }
+  void vlanIngressCountersEnabledIs( bool v ) {
+    koiIs( vlanIngressCountersEnabled_, v, NotifieeConst::koiOnVlanIngressCountersEnabled );
+  }
+
+  /// VLANs, egress
+  bool vlanEgressCountersEnabled() const { return vlanEgressCountersEnabled_; }
+  void vlanEgressCountersEnabledIs( bool v ) {
+    koiIs( vlanEgressCountersEnabled_, v, NotifieeConst::koiOnVlanEgressCountersEnabled );
+  }
+
+  /// VLANs, broadcast, unknown unicast and multicast
+  bool vlanBumCountersEnabled() const { return vlanBumCountersEnabled_; }
+  void vlanBumCountersEnabledIs( bool v ) {
+    koiIs( vlanBumCountersEnabled_, v, NotifieeConst::koiOnVlanBumCountersEnabled );
+  }
+
+  /// sub-interfaces, ingress
+  bool subintfIngressCountersEnabled() const { return subintfIngressCountersEnabled_; }
+  void subintfIngressCountersEnabledIs( bool v ) {
+    koiIs( subintfIngressCountersEnabled_, v, NotifieeConst::koiOnSubintfIngressCountersEnabled );
+  }
+
+  /// sub-interfaces, egress
+  bool subintfEgressCountersEnabled() const { return subintfEgressCountersEnabled_; }
+  void subintfEgressCountersEnabledIs( bool v ) {
+    koiIs( subintfEgressCountersEnabled_, v, NotifieeConst::koiOnSubintfEgressCountersEnabled );
+  }
+
+  /// sub-interfaces, broadcast, unknown unicast and multicast
+  bool subintfBumCountersEnabled() const { return subintfBumCountersEnabled_; }
+  void subintfBumCountersEnabledIs( bool v ) {
+    koiIs( subintfBumCountersEnabled_, v, NotifieeConst::koiOnSubintfBumCountersEnabled );
+  }
+
+  /// sub-interfaces, unicast and multicast
+  bool subintfUMCountersEnabled() const { return subintfUMCountersEnabled_; }
+  void subintfUMCountersEnabledIs( bool v ) {
+    koiIs( subintfUMCountersEnabled_, v, NotifieeConst::koiOnSubintfUMCountersEnabled );
+  }
+
+  /// sub-interfaces, routed packets
+  bool subintfL3CountersEnabled() const { return subintfL3CountersEnabled_; }
+  void subintfL3CountersEnabledIs( bool v ) {
+    koiIs( subintfL3CountersEnabled_, v, NotifieeConst::koiOnSubintfL3CountersEnabled );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< HwEnabled > {
+   public:
+    virtual void onVlanIngressCountersEnabled() {}
+    virtual void onVlanIngressCountersEnabledKoiImmediate() {
+      koiPass( koiOnVlanIngressCountersEnabled ); onVlanIngressCountersEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanIngressCountersEnabled{
+      koiFirst + 0, &NotifieeConst::onVlanIngressCountersEnabled,
+          &NotifieeConst::onVlanIngressCountersEnabledKoiImmediate };
+
+    virtual void onVlanEgressCountersEnabled() {}
+    virtual void onVlanEgressCountersEnabledKoiImmediate() {
+      koiPass( koiOnVlanEgressCountersEnabled ); onVlanEgressCountersEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanEgressCountersEnabled{
+      koiFirst + 1, &NotifieeConst::onVlanEgressCountersEnabled,
+          &NotifieeConst::onVlanEgressCountersEnabledKoiImmediate };
+
+    virtual void onVlanBumCountersEnabled() {}
+    virtual void onVlanBumCountersEnabledKoiImmediate() {
+      koiPass( koiOnVlanBumCountersEnabled ); onVlanBumCountersEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanBumCountersEnabled{
+      koiFirst + 2, &NotifieeConst::onVlanBumCountersEnabled,
+          &NotifieeConst::onVlanBumCountersEnabledKoiImmediate };
+
+    virtual void onSubintfIngressCountersEnabled() {}
+    virtual void onSubintfIngressCountersEnabledKoiImmediate() {
+      koiPass( koiOnSubintfIngressCountersEnabled ); onSubintfIngressCountersEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSubintfIngressCountersEnabled{
+      koiFirst + 3, &NotifieeConst::onSubintfIngressCountersEnabled,
+          &NotifieeConst::onSubintfIngressCountersEnabledKoiImmediate };
+
+    virtual void onSubintfEgressCountersEnabled() {}
+    virtual void onSubintfEgressCountersEnabledKoiImmediate() {
+      koiPass( koiOnSubintfEgressCountersEnabled ); onSubintfEgressCountersEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSubintfEgressCountersEnabled{
+      koiFirst + 4, &NotifieeConst::onSubintfEgressCountersEnabled,
+          &NotifieeConst::onSubintfEgressCountersEnabledKoiImmediate };
+
+    virtual void onSubintfBumCountersEnabled() {}
+    virtual void onSubintfBumCountersEnabledKoiImmediate() {
+      koiPass( koiOnSubintfBumCountersEnabled ); onSubintfBumCountersEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSubintfBumCountersEnabled{
+      koiFirst + 5, &NotifieeConst::onSubintfBumCountersEnabled,
+          &NotifieeConst::onSubintfBumCountersEnabledKoiImmediate };
+
+    virtual void onSubintfUMCountersEnabled() {}
+    virtual void onSubintfUMCountersEnabledKoiImmediate() {
+      koiPass( koiOnSubintfUMCountersEnabled ); onSubintfUMCountersEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSubintfUMCountersEnabled{
+      koiFirst + 6, &NotifieeConst::onSubintfUMCountersEnabled,
+          &NotifieeConst::onSubintfUMCountersEnabledKoiImmediate };
+
+    virtual void onSubintfL3CountersEnabled() {}
+    virtual void onSubintfL3CountersEnabledKoiImmediate() {
+      koiPass( koiOnSubintfL3CountersEnabled ); onSubintfL3CountersEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSubintfL3CountersEnabled{
+      koiFirst + 7, &NotifieeConst::onSubintfL3CountersEnabled,
+          &NotifieeConst::onSubintfL3CountersEnabledKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, HwEnabled >;
+
+  static constexpr char koiName[] = "Bridging::HwEnabled";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &HwEnabled::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlanIngressCountersEnabled", &HwEnabled::vlanIngressCountersEnabled_,
+                      &HwEnabled::vlanIngressCountersEnabledIs ),
+      Koi::attribute( "vlanEgressCountersEnabled", &HwEnabled::vlanEgressCountersEnabled_,
+                      &HwEnabled::vlanEgressCountersEnabledIs ),
+      Koi::attribute( "vlanBumCountersEnabled", &HwEnabled::vlanBumCountersEnabled_,
+                      &HwEnabled::vlanBumCountersEnabledIs ),
+      Koi::attribute( "subintfIngressCountersEnabled", &HwEnabled::subintfIngressCountersEnabled_,
+                      &HwEnabled::subintfIngressCountersEnabledIs ),
+      Koi::attribute( "subintfEgressCountersEnabled", &HwEnabled::subintfEgressCountersEnabled_,
+                      &HwEnabled::subintfEgressCountersEnabledIs ),
+      Koi::attribute( "subintfBumCountersEnabled", &HwEnabled::subintfBumCountersEnabled_,
+                      &HwEnabled::subintfBumCountersEnabledIs ),
+      Koi::attribute( "subintfUMCountersEnabled", &HwEnabled::subintfUMCountersEnabled_,
+                      &HwEnabled::subintfUMCountersEnabledIs ),
+      Koi::attribute( "subintfL3CountersEnabled", &HwEnabled::subintfL3CountersEnabled_,
+                      &HwEnabled::subintfL3CountersEnabledIs )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 8;
+  static Koi::KoiType const _koiType;
+
+ private:
+  bool vlanIngressCountersEnabled_{};
+  bool vlanEgressCountersEnabled_{};
+  bool vlanBumCountersEnabled_{};
+  bool subintfIngressCountersEnabled_{};
+  bool subintfEgressCountersEnabled_{};
+  bool subintfBumCountersEnabled_{};
+  bool subintfUMCountersEnabled_{};
+  bool subintfL3CountersEnabled_{};
+};
+
+/// A new HwEnabled without a parent.
+inline Koi::Ptr< HwEnabled > hwEnabledFactory( Koi::Name const & name ) {
+  return new HwEnabled( name );
+}
+
+/// Requests to flush learned MAC addresses. Who asks writes one under a key of its own, and takes
+/// it
+/// away when it has the answer.
+class KOI_PUBLIC HostTableFlushRequestDir : public Koi::EntityOf< HostTableFlushRequestDir > {
+ public:
+  explicit HostTableFlushRequestDir( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiHostTableFlushRequest;
+  /// the requests
+  HostTableFlushRequest hostTableFlushRequest( Koi::String8 const & k ) const {
+    return hostTableFlushRequest_.value( k );
+  }
+  Koi::HashMap< KoiHostTableFlushRequest, Koi::String8,
+      HostTableFlushRequest > const & hostTableFlushRequest() const {
+    return hostTableFlushRequest_;
+  }
+  using HostTableFlushRequestIterator = Koi::HashMap< KoiHostTableFlushRequest, Koi::String8,
+      HostTableFlushRequest >::Iterator;
+  HostTableFlushRequestIterator hostTableFlushRequestIterator() {
+    return hostTableFlushRequest_.koiIterator();
+  }
+  void hostTableFlushRequestIs( Koi::String8 const & k, HostTableFlushRequest const & v ) {
+    koiIs( hostTableFlushRequest_, k, v, NotifieeConst::koiOnHostTableFlushRequest );
+  }
+  HostTableFlushRequest hostTableFlushRequestDel( Koi::String8 const & k ) {
+    return koiDel( hostTableFlushRequest_, k, NotifieeConst::koiOnHostTableFlushRequest );
+  }
+  HostTableFlushRequest hostTableFlushRequestDel( HostTableFlushRequestIterator const & i ) {
+    return koiDel( hostTableFlushRequest_, i, NotifieeConst::koiOnHostTableFlushRequest );
+  }
+  void hostTableFlushRequestDelAll() {
+    koiDelAll( hostTableFlushRequest_, NotifieeConst::koiOnHostTableFlushRequest );
+  }
+  void hostTableFlushRequestNotify( Koi::String8 const & k ) {
+    koiNotify( NotifieeConst::koiOnHostTableFlushRequest, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< HostTableFlushRequestDir > {
+   public:
+    virtual void onHostTableFlushRequest() {}
+    virtual void onHostTableFlushRequest( Koi::String8 const & ) {}
+    virtual void onHostTableFlushRequestKoiImmediate( Koi::String8 const & k ) {
+      koiPass( koiOnHostTableFlushRequest ); onHostTableFlushRequest( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst,
+        Koi::String8 const & > koiOnHostTableFlushRequest{
+      koiFirst + 0, &NotifieeConst::onHostTableFlushRequest,
+          &NotifieeConst::onHostTableFlushRequestKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, HostTableFlushRequestDir >;
+
+  static constexpr char koiName[] = "Bridging::HostTableFlushRequestDir";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &HostTableFlushRequestDir::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "hostTableFlushRequest", &HostTableFlushRequestDir::hostTableFlushRequest_,
+                      &HostTableFlushRequestDir::hostTableFlushRequestIs,
+          &HostTableFlushRequestDir::hostTableFlushRequestDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiHostTableFlushRequest, Koi::String8,
+      HostTableFlushRequest > hostTableFlushRequest_;
+};
+
+/// A new HostTableFlushRequestDir without a parent.
+inline Koi::Ptr< HostTableFlushRequestDir > hostTableFlushRequestDirFactory(
+    Koi::Name const & name ) {
+  return new HostTableFlushRequestDir( name );
+}
+
+/// The answers. Who owns the learned addresses flushes them, and answers under the key of the
+/// request.
+class KOI_PUBLIC HostTableFlushReplyDir : public Koi::EntityOf< HostTableFlushReplyDir > {
+ public:
+  explicit HostTableFlushReplyDir( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiHostTableFlushReply;
+  /// true: flushed; false: there is no such VLAN
+  bool hostTableFlushReply( Koi::String8 const & k ) const {
+    return hostTableFlushReply_.value( k );
+  }
+  Koi::HashMap< KoiHostTableFlushReply, Koi::String8, bool > const & hostTableFlushReply() const {
+    return hostTableFlushReply_;
+  }
+  using HostTableFlushReplyIterator = Koi::HashMap< KoiHostTableFlushReply, Koi::String8,
+      bool >::Iterator;
+  HostTableFlushReplyIterator hostTableFlushReplyIterator() {
+    return hostTableFlushReply_.koiIterator();
+  }
+  void hostTableFlushReplyIs( Koi::String8 const & k, bool v ) {
+    koiIs( hostTableFlushReply_, k, v, NotifieeConst::koiOnHostTableFlushReply );
+  }
+  bool hostTableFlushReplyDel( Koi::String8 const & k ) {
+    return koiDel( hostTableFlushReply_, k, NotifieeConst::koiOnHostTableFlushReply );
+  }
+  bool hostTableFlushReplyDel( HostTableFlushReplyIterator const & i ) {
+    return koiDel( hostTableFlushReply_, i, NotifieeConst::koiOnHostTableFlushReply );
+  }
+  void hostTableFlushReplyDelAll() {
+    koiDelAll( hostTableFlushReply_, NotifieeConst::koiOnHostTableFlushReply );
+  }
+  void hostTableFlushReplyNotify( Koi::String8 const & k ) {
+    koiNotify( NotifieeConst::koiOnHostTableFlushReply, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< HostTableFlushReplyDir > {
+   public:
+    virtual void onHostTableFlushReply() {}
+    virtual void onHostTableFlushReply( Koi::String8 const & ) {}
+    virtual void onHostTableFlushReplyKoiImmediate( Koi::String8 const & k ) {
+      koiPass( koiOnHostTableFlushReply ); onHostTableFlushReply( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::String8 const & > koiOnHostTableFlushReply{
+      koiFirst + 0, &NotifieeConst::onHostTableFlushReply,
+          &NotifieeConst::onHostTableFlushReplyKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, HostTableFlushReplyDir >;
+
+  static constexpr char koiName[] = "Bridging::HostTableFlushReplyDir";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &HostTableFlushReplyDir::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "hostTableFlushReply", &HostTableFlushReplyDir::hostTableFlushReply_,
+                      &HostTableFlushReplyDir::hostTableFlushReplyIs,
+          &HostTableFlushReplyDir::hostTableFlushReplyDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiHostTableFlushReply, Koi::String8, bool > hostTableFlushReply_;
+};
+
+/// A new HostTableFlushReplyDir without a parent.
+inline Koi::Ptr< HostTableFlushReplyDir > hostTableFlushReplyDirFactory( Koi::Name const & name ) {
+  return new HostTableFlushReplyDir( name );
+}
+
+/// The MAC addresses that one writer knows to be reached through tunnels and peers.
+class KOI_PUBLIC RemoteMacTable : public Koi::EntityOf< RemoteMacTable > {
+ public:
+  explicit RemoteMacTable( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiRemoteMacEntry;
+  /// the entries
+  RemoteMacEntry remoteMacEntry( MacVlanPair const & k ) const {
+    return remoteMacEntry_.value( k );
+  }
+  Koi::HashMap< KoiRemoteMacEntry, MacVlanPair, RemoteMacEntry > const & remoteMacEntry() const {
+    return remoteMacEntry_;
+  }
+  using RemoteMacEntryIterator = Koi::HashMap< KoiRemoteMacEntry, MacVlanPair,
+      RemoteMacEntry >::Iterator;
+  RemoteMacEntryIterator remoteMacEntryIterator() { return remoteMacEntry_.koiIterator(); }
+  void remoteMacEntryIs( RemoteMacEntry const & v ) {
+    koiIs( remoteMacEntry_, v.key(), v, NotifieeConst::koiOnRemoteMacEntry );
+  }
+  RemoteMacEntry remoteMacEntryDel( MacVlanPair const & k ) {
+    return koiDel( remoteMacEntry_, k, NotifieeConst::koiOnRemoteMacEntry );
+  }
+  RemoteMacEntry remoteMacEntryDel( RemoteMacEntryIterator const & i ) {
+    return koiDel( remoteMacEntry_, i, NotifieeConst::koiOnRemoteMacEntry );
+  }
+  void remoteMacEntryDelAll() { koiDelAll( remoteMacEntry_, NotifieeConst::koiOnRemoteMacEntry ); }
+  void remoteMacEntryNotify( MacVlanPair const & k ) {
+    koiNotify( NotifieeConst::koiOnRemoteMacEntry, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< RemoteMacTable > {
+   public:
+    virtual void onRemoteMacEntry() {}
+    virtual void onRemoteMacEntry( MacVlanPair const & ) {}
+    virtual void onRemoteMacEntryKoiImmediate( MacVlanPair const & k ) {
+      koiPass( koiOnRemoteMacEntry ); onRemoteMacEntry( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, MacVlanPair const & > koiOnRemoteMacEntry{
+      koiFirst + 0, &NotifieeConst::onRemoteMacEntry,
+          &NotifieeConst::onRemoteMacEntryKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, RemoteMacTable >;
+
+  static constexpr char koiName[] = "Bridging::RemoteMacTable";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &RemoteMacTable::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "remoteMacEntry", &RemoteMacTable::remoteMacEntry_,
+                      &RemoteMacTable::remoteMacEntryIs, &RemoteMacTable::remoteMacEntryDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiRemoteMacEntry, MacVlanPair, RemoteMacEntry > remoteMacEntry_;
+};
+
+/// A new RemoteMacTable without a parent.
+inline Koi::Ptr< RemoteMacTable > remoteMacTableFactory( Koi::Name const & name ) {
+  return new RemoteMacTable( name );
+}
+
+}  // namespace Bridging
+
+namespace Bridging::Input {
+
+/// What a source may ask of a switchport: all but routed.
+enum SwitchportMode : Koi::U32 {
+  access,       ///< carries one VLAN, untagged
+  trunk,        ///< carries many, tagged
+  dot1qTunnel,  ///< puts whatever comes, tagged or not, into one VLAN
+  tap,          ///< takes in a copy of traffic
+  tool          ///< gives a copy of traffic to a tool
+};
+KOI_ENUM( SwitchportMode );
+
+/// How a tool port marks where traffic came from.
+enum ToolIdentityMode : Koi::U32 {
+  none,   ///< not at all
+  dot1q,  ///< by one tag
+  qinq    ///< by two
+};
+KOI_ENUM( ToolIdentityMode );
+
+/// What one source configures of the filtering database of one VLAN.
+class KOI_PUBLIC FdbConfig : public Koi::EntityOf< FdbConfig > {
+ public:
+  explicit FdbConfig( VlanId const & vlanId )
+      : EntityOf( Koi::nameOf( vlanId ) ), _vlanId( vlanId ) {}
+
+  /// the VLAN
+  VlanId vlanId() const { return _vlanId; }
+
+  class KoiConfiguredHost;
+  /// configured MAC addresses
+  ConfiguredHost configuredHost( Wirex::EthAddr const & k ) const {
+    return configuredHost_.value( k );
+  }
+  Koi::HashMap< KoiConfiguredHost, Wirex::EthAddr, ConfiguredHost > const & configuredHost() const {
+    return configuredHost_;
+  }
+  using ConfiguredHostIterator = Koi::HashMap< KoiConfiguredHost, Wirex::EthAddr,
+      ConfiguredHost >::Iterator;
+  ConfiguredHostIterator configuredHostIterator() { return configuredHost_.koiIterator(); }
+  void configuredHostIs( ConfiguredHost const & v ) {
+    koiIs( configuredHost_, v.address(), v, NotifieeConst::koiOnConfiguredHost );
+  }
+  ConfiguredHost configuredHostDel( Wirex::EthAddr const & k ) {
+    return koiDel( configuredHost_, k, NotifieeConst::koiOnConfiguredHost );
+  }
+  ConfiguredHost configuredHostDel( ConfiguredHostIterator const & i ) {
+    return koiDel( configuredHost_, i, NotifieeConst::koiOnConfiguredHost );
+  }
+  void configuredHostDelAll() { koiDelAll( configuredHost_, NotifieeConst::koiOnConfiguredHost ); }
+  void configuredHostNotify( Wirex::EthAddr const & k ) {
+    koiNotify( NotifieeConst::koiOnConfiguredHost, k );
+  }
+
+  class KoiEthGroup;
+  /// static multicast groups
+  Koi::Ptr< EthGroup > ethGroup( Wirex::EthAddr const & k ) const { return ethGroup_.value( k ); }
+  Koi::HashMap< KoiEthGroup, Wirex::EthAddr, Koi::Owned< EthGroup > > const & ethGroup() const {
+    return ethGroup_;
+  }
+  using EthGroupIterator = Koi::HashMap< KoiEthGroup, Wirex::EthAddr,
+      Koi::Owned< EthGroup > >::Iterator;
+  EthGroupIterator ethGroupIterator() { return ethGroup_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< EthGroup > ethGroupIs( Wirex::EthAddr const & k ) {
+    return koiChildIs( ethGroup_, NotifieeConst::koiOnEthGroup, k );
+  }
+  Koi::Ptr< EthGroup > ethGroupDel( Wirex::EthAddr const & k ) {
+    return koiDel( ethGroup_, k, NotifieeConst::koiOnEthGroup );
+  }
+  Koi::Ptr< EthGroup > ethGroupDel( EthGroupIterator const & i ) {
+    return koiDel( ethGroup_, i, NotifieeConst::koiOnEthGroup );
+  }
+  void ethGroupDelAll() { koiDelAll( ethGroup_, NotifieeConst::koiOnEthGroup ); }
+  void ethGroupNotify( Wirex::EthAddr const & k ) { koiNotify( NotifieeConst::koiOnEthGroup, k ); }
+
+  /// Stores a ConfiguredHost made of these, in place of the one of that address.
+  void doCreateConfiguredHost( Wirex::EthAddr const & address, Wirex::IntfId const & intf,
+                               EntryType entryType, Koi::String8 const & label );
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< FdbConfig > {
+   public:
+    virtual void onConfiguredHost() {}
+    virtual void onConfiguredHost( Wirex::EthAddr const & ) {}
+    virtual void onConfiguredHostKoiImmediate( Wirex::EthAddr const & k ) {
+      koiPass( koiOnConfiguredHost ); onConfiguredHost( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::EthAddr const & > koiOnConfiguredHost{
+      koiFirst + 1, &NotifieeConst::onConfiguredHost,
+          &NotifieeConst::onConfiguredHostKoiImmediate };
+
+    virtual void onEthGroup() {}
+    virtual void onEthGroup( Wirex::EthAddr const & ) {}
+    virtual void onEthGroupKoiImmediate( Wirex::EthAddr const & k ) {
+      koiPass( koiOnEthGroup ); onEthGroup( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::EthAddr const & > koiOnEthGroup{
+      koiFirst + 2, &NotifieeConst::onEthGroup, &NotifieeConst::onEthGroupKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, FdbConfig >;
+
+  static constexpr char koiName[] = "Bridging::Input::FdbConfig";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_vlanId", &FdbConfig::vlanId )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlanId", &FdbConfig::_vlanId ),
+      Koi::attribute( "configuredHost", &FdbConfig::configuredHost_, &FdbConfig::configuredHostIs,
+                      &FdbConfig::configuredHostDel ),
+      Koi::attribute( "ethGroup", &FdbConfig::ethGroup_, &FdbConfig::ethGroupIs,
+                      &FdbConfig::ethGroupDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 3;
+  static Koi::KoiType const _koiType;
+
+ private:
+  VlanId const _vlanId;
+  Koi::HashMap< KoiConfiguredHost, Wirex::EthAddr, ConfiguredHost > configuredHost_;
+  Koi::HashMap< KoiEthGroup, Wirex::EthAddr, Koi::Owned< EthGroup > > ethGroup_;
+};
+
+/// A new FdbConfig without a parent.
+inline Koi::Ptr< FdbConfig > fdbConfigFactory( VlanId const & vlanId ) {
+  return new FdbConfig( vlanId );
+}
+
+/// What one source asks of one switchport.
+class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
+ public:
+  SwitchIntfConfig( Wirex::IntfId const & intfId, SwitchportMode switchportMode )
+      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ), switchportMode_( switchportMode ) {}
+
+  /// the interface
+  Wirex::IntfId intfId() const { return _intfId; }
+
+  /// whether it is a switchport
+  bool enabled() const { return enabled_; }
+  void enabledIs( bool v ) { koiIs( enabled_, v, NotifieeConst::koiOnEnabled ); }
+
+  /// the mode
+  SwitchportMode switchportMode() const { return switchportMode_; }
+  void switchportModeIs( SwitchportMode v ) {
+    koiIs( switchportMode_, v, NotifieeConst::koiOnSwitchportMode );
+  }
+
+  /// the VLAN of an access port
+  VlanId accessVlan() const { return accessVlan_; }
+  void accessVlanIs( VlanId const & v ) { koiIs( accessVlan_, v, NotifieeConst::koiOnAccessVlan ); }
+
+  /// the native VLAN of a trunk port
+  VlanIdOrNone trunkNativeVlan() const { return trunkNativeVlan_; }
+  void trunkNativeVlanIs( VlanIdOrNone const & v ) {
+    koiIs( trunkNativeVlan_, v, NotifieeConst::koiOnTrunkNativeVlan );
+  }
+
+  /// the native VLAN of a tap port
+  VlanIdOrNone tapNativeVlan() const { return tapNativeVlan_; }
+  void tapNativeVlanIs( VlanIdOrNone const & v ) {
+    koiIs( tapNativeVlan_, v, NotifieeConst::koiOnTapNativeVlan );
+  }
+
+  /// the tags that identify a tap port
+  VlanIdTuple tapIdentificationVlan() const { return tapIdentificationVlan_; }
+  void tapIdentificationVlanIs( VlanIdTuple const & v ) {
+    koiIs( tapIdentificationVlan_, v, NotifieeConst::koiOnTapIdentificationVlan );
+  }
+
+  /// take VXLAN headers off
+  bool tapVxlanStrip() const { return tapVxlanStrip_; }
+  void tapVxlanStripIs( bool v ) { koiIs( tapVxlanStrip_, v, NotifieeConst::koiOnTapVxlanStrip ); }
+
+  /// take MPLS labels off
+  bool tapMplsPop() const { return tapMplsPop_; }
+  void tapMplsPopIs( bool v ) { koiIs( tapMplsPop_, v, NotifieeConst::koiOnTapMplsPop ); }
+
+  /// VLANs of a trunk port, a range list
+  Koi::String8 trunkAllowedVlans() const { return trunkAllowedVlans_; }
+  void trunkAllowedVlansIs( Koi::String8 const & v ) {
+    koiIs( trunkAllowedVlans_, v, NotifieeConst::koiOnTrunkAllowedVlans );
+  }
+
+  /// VLANs of a tap port, a range list
+  Koi::String8 tapAllowedVlans() const { return tapAllowedVlans_; }
+  void tapAllowedVlansIs( Koi::String8 const & v ) {
+    koiIs( tapAllowedVlans_, v, NotifieeConst::koiOnTapAllowedVlans );
+  }
+
+  /// VLANs of a tool port, a range list
+  Koi::String8 toolAllowedVlans() const { return toolAllowedVlans_; }
+  void toolAllowedVlansIs( Koi::String8 const & v ) {
+    koiIs( toolAllowedVlans_, v, NotifieeConst::koiOnToolAllowedVlans );
+  }
+
+  class KoiTrunkGroup;
+  /// the trunk groups that it belongs to
+  bool trunkGroup( Koi::String8 const & k ) const { return trunkGroup_.value( k ); }
+  Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > const & trunkGroup() const {
+    return trunkGroup_;
+  }
+  using TrunkGroupIterator = Koi::HashMap< KoiTrunkGroup, Koi::String8, bool >::Iterator;
+  TrunkGroupIterator trunkGroupIterator() { return trunkGroup_.koiIterator(); }
+  void trunkGroupIs( Koi::String8 const & k, bool v ) {
+    koiIs( trunkGroup_, k, v, NotifieeConst::koiOnTrunkGroup );
+  }
+  bool trunkGroupDel( Koi::String8 const & k ) {
+    return koiDel( trunkGroup_, k, NotifieeConst::koiOnTrunkGroup );
+  }
+  bool trunkGroupDel( TrunkGroupIterator const & i ) {
+    return koiDel( trunkGroup_, i, NotifieeConst::koiOnTrunkGroup );
+  }
+  void trunkGroupDelAll() { koiDelAll( trunkGroup_, NotifieeConst::koiOnTrunkGroup ); }
+  void trunkGroupNotify( Koi::String8 const & k ) {
+    koiNotify( NotifieeConst::koiOnTrunkGroup, k );
+  }
+
+  /// do not flood unicast out of it
+  bool blockUnknownUnicast() const { return blockUnknownUnicast_; }
+  void blockUnknownUnicastIs( bool v ) {
+    koiIs( blockUnknownUnicast_, v, NotifieeConst::koiOnBlockUnknownUnicast );
+  }
+
+  /// do not flood multicast out of it
+  bool blockUnknownMulticast() const { return blockUnknownMulticast_; }
+  void blockUnknownMulticastIs( bool v ) {
+    koiIs( blockUnknownMulticast_, v, NotifieeConst::koiOnBlockUnknownMulticast );
+  }
+
+  /// learn source MAC addresses on it
+  bool macLearningEnabled() const { return macLearningEnabled_; }
+  void macLearningEnabledIs( bool v ) {
+    koiIs( macLearningEnabled_, v, NotifieeConst::koiOnMacLearningEnabled );
+  }
+
+  /// flood out of it
+  bool floodingEnabled() const { return floodingEnabled_; }
+  void floodingEnabledIs( bool v ) {
+    koiIs( floodingEnabled_, v, NotifieeConst::koiOnFloodingEnabled );
+  }
+
+  /// map all secondary VLANs of the port's primary
+  bool defaultPrivateVlanMapping() const { return defaultPrivateVlanMapping_; }
+  void defaultPrivateVlanMappingIs( bool v ) {
+    koiIs( defaultPrivateVlanMapping_, v, NotifieeConst::koiOnDefaultPrivateVlanMapping );
+  }
+
+  class KoiPrivateVlanMapping;
+  /// else those with an entry
+  bool privateVlanMapping( VlanId const & k ) const { return privateVlanMapping_.value( k ); }
+  Koi::HashMap< KoiPrivateVlanMapping, VlanId, bool > const & privateVlanMapping() const {
+    return privateVlanMapping_;
+  }
+  using PrivateVlanMappingIterator = Koi::HashMap< KoiPrivateVlanMapping, VlanId, bool >::Iterator;
+  PrivateVlanMappingIterator privateVlanMappingIterator() {
+    return privateVlanMapping_.koiIterator();
+  }
+  void privateVlanMappingIs( VlanId const & k, bool v ) {
+    koiIs( privateVlanMapping_, k, v, NotifieeConst::koiOnPrivateVlanMapping );
+  }
+  bool privateVlanMappingDel( VlanId const & k ) {
+    return koiDel( privateVlanMapping_, k, NotifieeConst::koiOnPrivateVlanMapping );
+  }
+  bool privateVlanMappingDel( PrivateVlanMappingIterator const & i ) {
+    return koiDel( privateVlanMapping_, i, NotifieeConst::koiOnPrivateVlanMapping );
+  }
+  void privateVlanMappingDelAll() {
+    koiDelAll( privateVlanMapping_, NotifieeConst::koiOnPrivateVlanMapping );
+  }
+  void privateVlanMappingNotify( VlanId const & k ) {
+    koiNotify( NotifieeConst::koiOnPrivateVlanMapping, k );
+  }
+
+  /// how a tool port marks where traffic came from
+  ToolIdentityMode toolIdentityTagging() const { return toolIdentityTagging_; }
+  void toolIdentityTaggingIs( ToolIdentityMode v ) {
+    koiIs( toolIdentityTagging_, v, NotifieeConst::koiOnToolIdentityTagging );
+  }
+
+  /// tags taken off towards a tool, a range list
+  Koi::String8 toolDot1qRemoveVlans() const { return toolDot1qRemoveVlans_; }
+  void toolDot1qRemoveVlansIs( Koi::String8 const & v ) {
+    koiIs( toolDot1qRemoveVlans_, v, NotifieeConst::koiOnToolDot1qRemoveVlans );
+  }
+
+  /// to how many bytes tap traffic is cut; 0 not at all, 1 as the switch says
+  Koi::U16 tapTruncationSize() const { return tapTruncationSize_; }
+  /// Keeps what it refuses.
+  void tapTruncationSizeIs( Koi::U16 v ) {
+    koiStoreThenCheck( tapTruncationSize_, v, tapTruncationSizeMax(),
+                       "SwitchIntfConfig::tapTruncationSize > SwitchIntfConfig::tapTruncationSizeMax not allowed", NotifieeConst::koiOnTapTruncationSize );
+  }
+
+  /// the tapTruncationSize that means: as the switch says
+  static constexpr Koi::U16 tapTruncationUseGlobalSize() { return 1; }
+
+  /// the largest tapTruncationSize
+  static constexpr Koi::U16 tapTruncationSizeMax() { return 9236; }
+
+  /// to how many bytes tool traffic is cut; 0 not at all, 1 as the switch says
+  Koi::U16 toolTruncationSize() const { return toolTruncationSize_; }
+  /// Keeps what it refuses.
+  void toolTruncationSizeIs( Koi::U16 v ) {
+    koiStoreThenCheck( toolTruncationSize_, v, toolTruncationSizeMax(),
+                       "SwitchIntfConfig::toolTruncationSize > SwitchIntfConfig::toolTruncationSizeMax not allowed", NotifieeConst::koiOnToolTruncationSize );
+  }
+
+  /// the toolTruncationSize that means: as the switch says
+  static constexpr Koi::U16 toolTruncationUseGlobalSize() { return 1; }
+
+  /// the largest toolTruncationSize
+  static constexpr Koi::U16 toolTruncationSizeMax() { return 9236; }
+
+  /// the tap group of a port that names none
+  static Koi::String8 tapGroupDefault() { return "default.null.group"; }
+
+  class KoiTapGroup;
+  /// its tap groups
+  bool tapGroup( Koi::String8 const & k ) const { return tapGroup_.value( k ); }
+  Koi::HashMap< KoiTapGroup, Koi::String8, bool > const & tapGroup() const { return tapGroup_; }
+  using TapGroupIterator = Koi::HashMap< KoiTapGroup, Koi::String8, bool >::Iterator;
+  TapGroupIterator tapGroupIterator() { return tapGroup_.koiIterator(); }
+  void tapGroupIs( Koi::String8 const & k, bool v ) {
+    koiIs( tapGroup_, k, v, NotifieeConst::koiOnTapGroup );
+  }
+  bool tapGroupDel( Koi::String8 const & k ) {
+    return koiDel( tapGroup_, k, NotifieeConst::koiOnTapGroup );
+  }
+  bool tapGroupDel( TapGroupIterator const & i ) {
+    return koiDel( tapGroup_, i, NotifieeConst::koiOnTapGroup );
+  }
+  void tapGroupDelAll() { koiDelAll( tapGroup_, NotifieeConst::koiOnTapGroup ); }
+  void tapGroupNotify( Koi::String8 const & k ) { koiNotify( NotifieeConst::koiOnTapGroup, k ); }
+
+  class KoiTapRawIntf;
+  /// the raw interfaces of a tap port
+  bool tapRawIntf( Wirex::IntfId const & k ) const { return tapRawIntf_.value( k ); }
+  Koi::HashMap< KoiTapRawIntf, Wirex::IntfId, bool > const & tapRawIntf() const {
+    return tapRawIntf_;
+  }
+  using TapRawIntfIterator = Koi::HashMap< KoiTapRawIntf, Wirex::IntfId, bool >::Iterator;
+  TapRawIntfIterator tapRawIntfIterator() { return tapRawIntf_.koiIterator(); }
+  void tapRawIntfIs( Wirex::IntfId const & k, bool v ) {
+    koiIs( tapRawIntf_, k, v, NotifieeConst::koiOnTapRawIntf );
+  }
+  bool tapRawIntfDel( Wirex::IntfId const & k ) {
+    return koiDel( tapRawIntf_, k, NotifieeConst::koiOnTapRawIntf );
+  }
+  bool tapRawIntfDel( TapRawIntfIterator const & i ) {
+    return koiDel( tapRawIntf_, i, NotifieeConst::koiOnTapRawIntf );
+  }
+  void tapRawIntfDelAll() { koiDelAll( tapRawIntf_, NotifieeConst::koiOnTapRawIntf ); }
+  void tapRawIntfNotify( Wirex::IntfId const & k ) {
+    koiNotify( NotifieeConst::koiOnTapRawIntf, k );
+  }
+
+  class KoiToolGroup;
+  /// its tool groups
+  bool toolGroup( Koi::String8 const & k ) const { return toolGroup_.value( k ); }
+  Koi::HashMap< KoiToolGroup, Koi::String8, bool > const & toolGroup() const { return toolGroup_; }
+  using ToolGroupIterator = Koi::HashMap< KoiToolGroup, Koi::String8, bool >::Iterator;
+  ToolGroupIterator toolGroupIterator() { return toolGroup_.koiIterator(); }
+  void toolGroupIs( Koi::String8 const & k, bool v ) {
+    koiIs( toolGroup_, k, v, NotifieeConst::koiOnToolGroup );
+  }
+  bool toolGroupDel( Koi::String8 const & k ) {
+    return koiDel( toolGroup_, k, NotifieeConst::koiOnToolGroup );
+  }
+  bool toolGroupDel( ToolGroupIterator const & i ) {
+    return koiDel( toolGroup_, i, NotifieeConst::koiOnToolGroup );
+  }
+  void toolGroupDelAll() { koiDelAll( toolGroup_, NotifieeConst::koiOnToolGroup ); }
+  void toolGroupNotify( Koi::String8 const & k ) { koiNotify( NotifieeConst::koiOnToolGroup, k ); }
+
+  /// ingress translation of the native VLAN
+  VlanIdOrNone ingressNativeVlanXlate() const { return ingressNativeVlanXlate_; }
+  void ingressNativeVlanXlateIs( VlanIdOrNone const & v ) {
+    koiIs( ingressNativeVlanXlate_, v, NotifieeConst::koiOnIngressNativeVlanXlate );
+  }
+
+  /// egress translation of the native VLAN
+  VlanIdOrNone egressNativeVlanXlate() const { return egressNativeVlanXlate_; }
+  void egressNativeVlanXlateIs( VlanIdOrNone const & v ) {
+    koiIs( egressNativeVlanXlate_, v, NotifieeConst::koiOnEgressNativeVlanXlate );
+  }
+
+  class KoiIngressVlanXlate;
+  /// ingress VLAN translations
+  VlanXlateMapping ingressVlanXlate( VlanXlateKey const & k ) const {
+    return ingressVlanXlate_.value( k );
+  }
+  Koi::HashMap< KoiIngressVlanXlate, VlanXlateKey,
+      VlanXlateMapping > const & ingressVlanXlate() const {
+    return ingressVlanXlate_;
+  }
+  using IngressVlanXlateIterator = Koi::HashMap< KoiIngressVlanXlate, VlanXlateKey,
+      VlanXlateMapping >::Iterator;
+  IngressVlanXlateIterator ingressVlanXlateIterator() { return ingressVlanXlate_.koiIterator(); }
+  void ingressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
+    koiIs( ingressVlanXlate_, k, v, NotifieeConst::koiOnIngressVlanXlate );
+  }
+  VlanXlateMapping ingressVlanXlateDel( VlanXlateKey const & k ) {
+    return koiDel( ingressVlanXlate_, k, NotifieeConst::koiOnIngressVlanXlate );
+  }
+  VlanXlateMapping ingressVlanXlateDel( IngressVlanXlateIterator const & i ) {
+    return koiDel( ingressVlanXlate_, i, NotifieeConst::koiOnIngressVlanXlate );
+  }
+  void ingressVlanXlateDelAll() {
+    koiDelAll( ingressVlanXlate_, NotifieeConst::koiOnIngressVlanXlate );
+  }
+  void ingressVlanXlateNotify( VlanXlateKey const & k ) {
+    koiNotify( NotifieeConst::koiOnIngressVlanXlate, k );
+  }
+
+  class KoiEgressVlanXlate;
+  /// egress VLAN translations
+  VlanXlateMapping egressVlanXlate( VlanXlateKey const & k ) const {
+    return egressVlanXlate_.value( k );
+  }
+  Koi::HashMap< KoiEgressVlanXlate, VlanXlateKey,
+      VlanXlateMapping > const & egressVlanXlate() const {
+    return egressVlanXlate_;
+  }
+  using EgressVlanXlateIterator = Koi::HashMap< KoiEgressVlanXlate, VlanXlateKey,
+      VlanXlateMapping >::Iterator;
+  EgressVlanXlateIterator egressVlanXlateIterator() { return egressVlanXlate_.koiIterator(); }
+  void egressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
+    koiIs( egressVlanXlate_, k, v, NotifieeConst::koiOnEgressVlanXlate );
+  }
+  VlanXlateMapping egressVlanXlateDel( VlanXlateKey const & k ) {
+    return koiDel( egressVlanXlate_, k, NotifieeConst::koiOnEgressVlanXlate );
+  }
+  VlanXlateMapping egressVlanXlateDel( EgressVlanXlateIterator const & i ) {
+    return koiDel( egressVlanXlate_, i, NotifieeConst::koiOnEgressVlanXlate );
+  }
+  void egressVlanXlateDelAll() {
+    koiDelAll( egressVlanXlate_, NotifieeConst::koiOnEgressVlanXlate );
+  }
+  void egressVlanXlateNotify( VlanXlateKey const & k ) {
+    koiNotify( NotifieeConst::koiOnEgressVlanXlate, k );
+  }
+
+  /// private-VLAN mapping on a trunk
+  bool trunkPrivateVlanMapping() const { return trunkPrivateVlanMapping_; }
+  void trunkPrivateVlanMappingIs( bool v ) {
+    koiIs( trunkPrivateVlanMapping_, v, NotifieeConst::koiOnTrunkPrivateVlanMapping );
+  }
+
+  /// announces the tags that count on it
+  VlanTpidOrNone vlanTpid() const { return vlanTpid_; }
+  void vlanTpidIs( VlanTpidOrNone const & v ) {
+    koiIs( vlanTpid_, v, NotifieeConst::koiOnVlanTpid );
+  }
+
+  class KoiVlanTagFormatDrop;
+  /// tag formats that it drops
+  bool vlanTagFormatDrop( VlanTagFormat k ) const { return vlanTagFormatDrop_.value( k ); }
+  Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat, bool > const & vlanTagFormatDrop() const {
+    return vlanTagFormatDrop_;
+  }
+  using VlanTagFormatDropIterator = Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat,
+      bool >::Iterator;
+  VlanTagFormatDropIterator vlanTagFormatDropIterator() { return vlanTagFormatDrop_.koiIterator(); }
+  void vlanTagFormatDropIs( VlanTagFormat k, bool v ) {
+    koiIs( vlanTagFormatDrop_, k, v, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  bool vlanTagFormatDropDel( VlanTagFormat k ) {
+    return koiDel( vlanTagFormatDrop_, k, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  bool vlanTagFormatDropDel( VlanTagFormatDropIterator const & i ) {
+    return koiDel( vlanTagFormatDrop_, i, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  void vlanTagFormatDropDelAll() {
+    koiDelAll( vlanTagFormatDrop_, NotifieeConst::koiOnVlanTagFormatDrop );
+  }
+  void vlanTagFormatDropNotify( VlanTagFormat k ) {
+    koiNotify( NotifieeConst::koiOnVlanTagFormatDrop, k );
+  }
+
+  class KoiVlanMappingRequired;
+  /// directions that require a translation
+  bool vlanMappingRequired( VlanMappingDirection k ) const {
+    return vlanMappingRequired_.value( k );
+  }
+  Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
+      bool > const & vlanMappingRequired() const {
+    return vlanMappingRequired_;
+  }
+  using VlanMappingRequiredIterator = Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
+      bool >::Iterator;
+  VlanMappingRequiredIterator vlanMappingRequiredIterator() {
+    return vlanMappingRequired_.koiIterator();
+  }
+  void vlanMappingRequiredIs( VlanMappingDirection k, bool v ) {
+    koiIs( vlanMappingRequired_, k, v, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  bool vlanMappingRequiredDel( VlanMappingDirection k ) {
+    return koiDel( vlanMappingRequired_, k, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  bool vlanMappingRequiredDel( VlanMappingRequiredIterator const & i ) {
+    return koiDel( vlanMappingRequired_, i, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  void vlanMappingRequiredDelAll() {
+    koiDelAll( vlanMappingRequired_, NotifieeConst::koiOnVlanMappingRequired );
+  }
+  void vlanMappingRequiredNotify( VlanMappingDirection k ) {
+    koiNotify( NotifieeConst::koiOnVlanMappingRequired, k );
+  }
+
+  /// keeps frames from going back out
+  SourceportFilterMode sourceportFilterMode() const { return sourceportFilterMode_; }
+  void sourceportFilterModeIs( SourceportFilterMode v ) {
+    koiIs( sourceportFilterMode_, v, NotifieeConst::koiOnSourceportFilterMode );
+  }
+
+  /// who wrote this
+  Koi::String8 source() const { return source_; }
+  void sourceIs( Koi::String8 const & v ) { koiIs( source_, v, NotifieeConst::koiOnSource ); }
+
+  /// counts what its writer wrote
+  Koi::U32 version() const { return version_; }
+  void versionIs( Koi::U32 v ) { koiIs( version_, v, NotifieeConst::koiOnVersion ); }
+
+  /// the VLAN of a Layer-2 sub-interface
+  VlanNameOrId l2SubIntfVlan() const { return l2SubIntfVlan_; }
+  void l2SubIntfVlanIs( VlanNameOrId const & v ) {
+    koiIs( l2SubIntfVlan_, v, NotifieeConst::koiOnL2SubIntfVlan );
+  }
+
+  /// the same request: all but the interface, who wrote it, and its version
+  bool isEqual( SwitchIntfConfig const & other ) const;
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< SwitchIntfConfig > {
+   public:
+    virtual void onEnabled() {}
+    virtual void onEnabledKoiImmediate() { koiPass( koiOnEnabled ); onEnabled(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnEnabled{
+      koiFirst + 1, &NotifieeConst::onEnabled, &NotifieeConst::onEnabledKoiImmediate };
+
+    virtual void onSwitchportMode() {}
+    virtual void onSwitchportModeKoiImmediate() {
+      koiPass( koiOnSwitchportMode ); onSwitchportMode();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSwitchportMode{
+      koiFirst + 2, &NotifieeConst::onSwitchportMode,
+          &NotifieeConst::onSwitchportModeKoiImmediate };
+
+    virtual void onAccessVlan() {}
+    virtual void onAccessVlanKoiImmediate() { koiPass( koiOnAccessVlan ); onAccessVlan(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnAccessVlan{
+      koiFirst + 3, &NotifieeConst::onAccessVlan, &NotifieeConst::onAccessVlanKoiImmediate };
+
+    virtual void onTrunkNativeVlan() {}
+    virtual void onTrunkNativeVlanKoiImmediate() {
+      koiPass( koiOnTrunkNativeVlan ); onTrunkNativeVlan();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTrunkNativeVlan{
+      koiFirst + 4, &NotifieeConst::onTrunkNativeVlan,
+          &NotifieeConst::onTrunkNativeVlanKoiImmediate };
+
+    virtual void onTapNativeVlan() {}
+    virtual void onTapNativeVlanKoiImmediate() { koiPass( koiOnTapNativeVlan ); onTapNativeVlan(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTapNativeVlan{
+      koiFirst + 5, &NotifieeConst::onTapNativeVlan, &NotifieeConst::onTapNativeVlanKoiImmediate };
+
+    virtual void onTapIdentificationVlan() {}
+    virtual void onTapIdentificationVlanKoiImmediate() {
+      koiPass( koiOnTapIdentificationVlan ); onTapIdentificationVlan();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTapIdentificationVlan{
+      koiFirst + 6, &NotifieeConst::onTapIdentificationVlan,
+          &NotifieeConst::onTapIdentificationVlanKoiImmediate };
+
+    virtual void onTapVxlanStrip() {}
+    virtual void onTapVxlanStripKoiImmediate() { koiPass( koiOnTapVxlanStrip ); onTapVxlanStrip(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTapVxlanStrip{
+      koiFirst + 7, &NotifieeConst::onTapVxlanStrip, &NotifieeConst::onTapVxlanStripKoiImmediate };
+
+    virtual void onTapMplsPop() {}
+    virtual void onTapMplsPopKoiImmediate() { koiPass( koiOnTapMplsPop ); onTapMplsPop(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTapMplsPop{
+      koiFirst + 8, &NotifieeConst::onTapMplsPop, &NotifieeConst::onTapMplsPopKoiImmediate };
+
+    virtual void onTrunkAllowedVlans() {}
+    virtual void onTrunkAllowedVlansKoiImmediate() {
+      koiPass( koiOnTrunkAllowedVlans ); onTrunkAllowedVlans();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTrunkAllowedVlans{
+      koiFirst + 9, &NotifieeConst::onTrunkAllowedVlans,
+          &NotifieeConst::onTrunkAllowedVlansKoiImmediate };
+
+    virtual void onTapAllowedVlans() {}
+    virtual void onTapAllowedVlansKoiImmediate() {
+      koiPass( koiOnTapAllowedVlans ); onTapAllowedVlans();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTapAllowedVlans{
+      koiFirst + 10, &NotifieeConst::onTapAllowedVlans,
+          &NotifieeConst::onTapAllowedVlansKoiImmediate };
+
+    virtual void onToolAllowedVlans() {}
+    virtual void onToolAllowedVlansKoiImmediate() {
+      koiPass( koiOnToolAllowedVlans ); onToolAllowedVlans();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnToolAllowedVlans{
+      koiFirst + 11, &NotifieeConst::onToolAllowedVlans,
+          &NotifieeConst::onToolAllowedVlansKoiImmediate };
+
+    virtual void onTrunkGroup() {}
+    virtual void onTrunkGroup( Koi::String8 const & ) {}
+    virtual void onTrunkGroupKoiImmediate( Koi::String8 const & k ) {
+      koiPass( koiOnTrunkGroup ); onTrunkGroup( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::String8 const & > koiOnTrunkGroup{
+      koiFirst + 12, &NotifieeConst::onTrunkGroup, &NotifieeConst::onTrunkGroupKoiImmediate };
+
+    virtual void onBlockUnknownUnicast() {}
+    virtual void onBlockUnknownUnicastKoiImmediate() {
+      koiPass( koiOnBlockUnknownUnicast ); onBlockUnknownUnicast();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnBlockUnknownUnicast{
+      koiFirst + 13, &NotifieeConst::onBlockUnknownUnicast,
+          &NotifieeConst::onBlockUnknownUnicastKoiImmediate };
+
+    virtual void onBlockUnknownMulticast() {}
+    virtual void onBlockUnknownMulticastKoiImmediate() {
+      koiPass( koiOnBlockUnknownMulticast ); onBlockUnknownMulticast();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnBlockUnknownMulticast{
+      koiFirst + 14, &NotifieeConst::onBlockUnknownMulticast,
+          &NotifieeConst::onBlockUnknownMulticastKoiImmediate };
+
+    virtual void onMacLearningEnabled() {}
+    virtual void onMacLearningEnabledKoiImmediate() {
+      koiPass( koiOnMacLearningEnabled ); onMacLearningEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnMacLearningEnabled{
+      koiFirst + 15, &NotifieeConst::onMacLearningEnabled,
+          &NotifieeConst::onMacLearningEnabledKoiImmediate };
+
+    virtual void onFloodingEnabled() {}
+    virtual void onFloodingEnabledKoiImmediate() {
+      koiPass( koiOnFloodingEnabled ); onFloodingEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnFloodingEnabled{
+      koiFirst + 16, &NotifieeConst::onFloodingEnabled,
+          &NotifieeConst::onFloodingEnabledKoiImmediate };
+
+    virtual void onDefaultPrivateVlanMapping() {}
+    virtual void onDefaultPrivateVlanMappingKoiImmediate() {
+      koiPass( koiOnDefaultPrivateVlanMapping ); onDefaultPrivateVlanMapping();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnDefaultPrivateVlanMapping{
+      koiFirst + 17, &NotifieeConst::onDefaultPrivateVlanMapping,
+          &NotifieeConst::onDefaultPrivateVlanMappingKoiImmediate };
+
+    virtual void onPrivateVlanMapping() {}
+    virtual void onPrivateVlanMapping( VlanId const & ) {}
+    virtual void onPrivateVlanMappingKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnPrivateVlanMapping ); onPrivateVlanMapping( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnPrivateVlanMapping{
+      koiFirst + 18, &NotifieeConst::onPrivateVlanMapping,
+          &NotifieeConst::onPrivateVlanMappingKoiImmediate };
+
+    virtual void onToolIdentityTagging() {}
+    virtual void onToolIdentityTaggingKoiImmediate() {
+      koiPass( koiOnToolIdentityTagging ); onToolIdentityTagging();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnToolIdentityTagging{
+      koiFirst + 19, &NotifieeConst::onToolIdentityTagging,
+          &NotifieeConst::onToolIdentityTaggingKoiImmediate };
+
+    virtual void onToolDot1qRemoveVlans() {}
+    virtual void onToolDot1qRemoveVlansKoiImmediate() {
+      koiPass( koiOnToolDot1qRemoveVlans ); onToolDot1qRemoveVlans();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnToolDot1qRemoveVlans{
+      koiFirst + 20, &NotifieeConst::onToolDot1qRemoveVlans,
+          &NotifieeConst::onToolDot1qRemoveVlansKoiImmediate };
+
+    virtual void onTapTruncationSize() {}
+    virtual void onTapTruncationSizeKoiImmediate() {
+      koiPass( koiOnTapTruncationSize ); onTapTruncationSize();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTapTruncationSize{
+      koiFirst + 21, &NotifieeConst::onTapTruncationSize,
+          &NotifieeConst::onTapTruncationSizeKoiImmediate };
+
+    virtual void onToolTruncationSize() {}
+    virtual void onToolTruncationSizeKoiImmediate() {
+      koiPass( koiOnToolTruncationSize ); onToolTruncationSize();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnToolTruncationSize{
+      koiFirst + 24, &NotifieeConst::onToolTruncationSize,
+          &NotifieeConst::onToolTruncationSizeKoiImmediate };
+
+    virtual void onTapGroup() {}
+    virtual void onTapGroup( Koi::String8 const & ) {}
+    virtual void onTapGroupKoiImmediate( Koi::String8 const & k ) {
+      koiPass( koiOnTapGroup ); onTapGroup( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::String8 const & > koiOnTapGroup{
+      koiFirst + 28, &NotifieeConst::onTapGroup, &NotifieeConst::onTapGroupKoiImmediate };
+
+    virtual void onTapRawIntf() {}
+    virtual void onTapRawIntf( Wirex::IntfId const & ) {}
+    virtual void onTapRawIntfKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnTapRawIntf ); onTapRawIntf( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnTapRawIntf{
+      koiFirst + 29, &NotifieeConst::onTapRawIntf, &NotifieeConst::onTapRawIntfKoiImmediate };
+
+    virtual void onToolGroup() {}
+    virtual void onToolGroup( Koi::String8 const & ) {}
+    virtual void onToolGroupKoiImmediate( Koi::String8 const & k ) {
+      koiPass( koiOnToolGroup ); onToolGroup( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::String8 const & > koiOnToolGroup{
+      koiFirst + 30, &NotifieeConst::onToolGroup, &NotifieeConst::onToolGroupKoiImmediate };
+
+    virtual void onIngressNativeVlanXlate() {}
+    virtual void onIngressNativeVlanXlateKoiImmediate() {
+      koiPass( koiOnIngressNativeVlanXlate ); onIngressNativeVlanXlate();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnIngressNativeVlanXlate{
+      koiFirst + 31, &NotifieeConst::onIngressNativeVlanXlate,
+          &NotifieeConst::onIngressNativeVlanXlateKoiImmediate };
+
+    virtual void onEgressNativeVlanXlate() {}
+    virtual void onEgressNativeVlanXlateKoiImmediate() {
+      koiPass( koiOnEgressNativeVlanXlate ); onEgressNativeVlanXlate();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnEgressNativeVlanXlate{
+      koiFirst + 32, &NotifieeConst::onEgressNativeVlanXlate,
+          &NotifieeConst::onEgressNativeVlanXlateKoiImmediate };
+
+    virtual void onIngressVlanXlate() {}
+    virtual void onIngressVlanXlate( VlanXlateKey const & ) {}
+    virtual void onIngressVlanXlateKoiImmediate( VlanXlateKey const & k ) {
+      koiPass( koiOnIngressVlanXlate ); onIngressVlanXlate( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanXlateKey const & > koiOnIngressVlanXlate{
+      koiFirst + 33, &NotifieeConst::onIngressVlanXlate,
+          &NotifieeConst::onIngressVlanXlateKoiImmediate };
+
+    virtual void onEgressVlanXlate() {}
+    virtual void onEgressVlanXlate( VlanXlateKey const & ) {}
+    virtual void onEgressVlanXlateKoiImmediate( VlanXlateKey const & k ) {
+      koiPass( koiOnEgressVlanXlate ); onEgressVlanXlate( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanXlateKey const & > koiOnEgressVlanXlate{
+      koiFirst + 34, &NotifieeConst::onEgressVlanXlate,
+          &NotifieeConst::onEgressVlanXlateKoiImmediate };
+
+    virtual void onTrunkPrivateVlanMapping() {}
+    virtual void onTrunkPrivateVlanMappingKoiImmediate() {
+      koiPass( koiOnTrunkPrivateVlanMapping ); onTrunkPrivateVlanMapping();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnTrunkPrivateVlanMapping{
+      koiFirst + 35, &NotifieeConst::onTrunkPrivateVlanMapping,
+          &NotifieeConst::onTrunkPrivateVlanMappingKoiImmediate };
+
+    virtual void onVlanTpid() {}
+    virtual void onVlanTpidKoiImmediate() { koiPass( koiOnVlanTpid ); onVlanTpid(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanTpid{
+      koiFirst + 36, &NotifieeConst::onVlanTpid, &NotifieeConst::onVlanTpidKoiImmediate };
+
+    virtual void onVlanTagFormatDrop() {}
+    virtual void onVlanTagFormatDrop( VlanTagFormat ) {}
+    virtual void onVlanTagFormatDropKoiImmediate( VlanTagFormat k ) {
+      koiPass( koiOnVlanTagFormatDrop ); onVlanTagFormatDrop( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanTagFormat > koiOnVlanTagFormatDrop{
+      koiFirst + 37, &NotifieeConst::onVlanTagFormatDrop,
+          &NotifieeConst::onVlanTagFormatDropKoiImmediate };
+
+    virtual void onVlanMappingRequired() {}
+    virtual void onVlanMappingRequired( VlanMappingDirection ) {}
+    virtual void onVlanMappingRequiredKoiImmediate( VlanMappingDirection k ) {
+      koiPass( koiOnVlanMappingRequired ); onVlanMappingRequired( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanMappingDirection > koiOnVlanMappingRequired{
+      koiFirst + 38, &NotifieeConst::onVlanMappingRequired,
+          &NotifieeConst::onVlanMappingRequiredKoiImmediate };
+
+    virtual void onSourceportFilterMode() {}
+    virtual void onSourceportFilterModeKoiImmediate() {
+      koiPass( koiOnSourceportFilterMode ); onSourceportFilterMode();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSourceportFilterMode{
+      koiFirst + 39, &NotifieeConst::onSourceportFilterMode,
+          &NotifieeConst::onSourceportFilterModeKoiImmediate };
+
+    virtual void onSource() {}
+    virtual void onSourceKoiImmediate() { koiPass( koiOnSource ); onSource(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSource{
+      koiFirst + 40, &NotifieeConst::onSource, &NotifieeConst::onSourceKoiImmediate };
+
+    virtual void onVersion() {}
+    virtual void onVersionKoiImmediate() { koiPass( koiOnVersion ); onVersion(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVersion{
+      koiFirst + 41, &NotifieeConst::onVersion, &NotifieeConst::onVersionKoiImmediate };
+
+    virtual void onL2SubIntfVlan() {}
+    virtual void onL2SubIntfVlanKoiImmediate() { koiPass( koiOnL2SubIntfVlan ); onL2SubIntfVlan(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnL2SubIntfVlan{
+      koiFirst + 42, &NotifieeConst::onL2SubIntfVlan, &NotifieeConst::onL2SubIntfVlanKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, SwitchIntfConfig >;
+
+  static constexpr char koiName[] = "Bridging::Input::SwitchIntfConfig";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_intfId", &SwitchIntfConfig::intfId ),
+      Koi::initial( "_switchportMode", &SwitchIntfConfig::switchportMode )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "intfId", &SwitchIntfConfig::_intfId ),
+      Koi::attribute( "enabled", &SwitchIntfConfig::enabled_, &SwitchIntfConfig::enabledIs ),
+      Koi::attribute( "switchportMode", &SwitchIntfConfig::switchportMode_,
+                      &SwitchIntfConfig::switchportModeIs ),
+      Koi::attribute( "accessVlan", &SwitchIntfConfig::accessVlan_,
+                      &SwitchIntfConfig::accessVlanIs ),
+      Koi::attribute( "trunkNativeVlan", &SwitchIntfConfig::trunkNativeVlan_,
+                      &SwitchIntfConfig::trunkNativeVlanIs ),
+      Koi::attribute( "tapNativeVlan", &SwitchIntfConfig::tapNativeVlan_,
+                      &SwitchIntfConfig::tapNativeVlanIs ),
+      Koi::attribute( "tapIdentificationVlan", &SwitchIntfConfig::tapIdentificationVlan_,
+                      &SwitchIntfConfig::tapIdentificationVlanIs ),
+      Koi::attribute( "tapVxlanStrip", &SwitchIntfConfig::tapVxlanStrip_,
+                      &SwitchIntfConfig::tapVxlanStripIs ),
+      Koi::attribute( "tapMplsPop", &SwitchIntfConfig::tapMplsPop_,
+                      &SwitchIntfConfig::tapMplsPopIs ),
+      Koi::attribute( "trunkAllowedVlans", &SwitchIntfConfig::trunkAllowedVlans_,
+                      &SwitchIntfConfig::trunkAllowedVlansIs ),
+      Koi::attribute( "tapAllowedVlans", &SwitchIntfConfig::tapAllowedVlans_,
+                      &SwitchIntfConfig::tapAllowedVlansIs ),
+      Koi::attribute( "toolAllowedVlans", &SwitchIntfConfig::toolAllowedVlans_,
+                      &SwitchIntfConfig::toolAllowedVlansIs ),
+      Koi::attribute( "trunkGroup", &SwitchIntfConfig::trunkGroup_, &SwitchIntfConfig::trunkGroupIs,
+                      &SwitchIntfConfig::trunkGroupDel ),
+      Koi::attribute( "blockUnknownUnicast", &SwitchIntfConfig::blockUnknownUnicast_,
+                      &SwitchIntfConfig::blockUnknownUnicastIs ),
+      Koi::attribute( "blockUnknownMulticast", &SwitchIntfConfig::blockUnknownMulticast_,
+                      &SwitchIntfConfig::blockUnknownMulticastIs ),
+      Koi::attribute( "macLearningEnabled", &SwitchIntfConfig::macLearningEnabled_,
+                      &SwitchIntfConfig::macLearningEnabledIs ),
+      Koi::attribute( "floodingEnabled", &SwitchIntfConfig::floodingEnabled_,
+                      &SwitchIntfConfig::floodingEnabledIs ),
+      Koi::attribute( "defaultPrivateVlanMapping", &SwitchIntfConfig::defaultPrivateVlanMapping_,
+                      &SwitchIntfConfig::defaultPrivateVlanMappingIs ),
+      Koi::attribute( "privateVlanMapping", &SwitchIntfConfig::privateVlanMapping_,
+                      &SwitchIntfConfig::privateVlanMappingIs,
+          &SwitchIntfConfig::privateVlanMappingDel ),
+      Koi::attribute( "toolIdentityTagging", &SwitchIntfConfig::toolIdentityTagging_,
+                      &SwitchIntfConfig::toolIdentityTaggingIs ),
+      Koi::attribute( "toolDot1qRemoveVlans", &SwitchIntfConfig::toolDot1qRemoveVlans_,
+                      &SwitchIntfConfig::toolDot1qRemoveVlansIs ),
+      Koi::attribute( "tapTruncationSize", &SwitchIntfConfig::tapTruncationSize_,
+                      &SwitchIntfConfig::tapTruncationSizeIs,
+          &SwitchIntfConfig::tapTruncationSizeMax ),
+      Koi::constant< SwitchIntfConfig >( "tapTruncationUseGlobalSize",
+                                         &SwitchIntfConfig::tapTruncationUseGlobalSize ),
+      Koi::constant< SwitchIntfConfig >( "tapTruncationSizeMax",
+                                         &SwitchIntfConfig::tapTruncationSizeMax ),
+      Koi::attribute( "toolTruncationSize", &SwitchIntfConfig::toolTruncationSize_,
+                      &SwitchIntfConfig::toolTruncationSizeIs,
+          &SwitchIntfConfig::toolTruncationSizeMax ),
+      Koi::constant< SwitchIntfConfig >( "toolTruncationUseGlobalSize",
+                                         &SwitchIntfConfig::toolTruncationUseGlobalSize ),
+      Koi::constant< SwitchIntfConfig >( "toolTruncationSizeMax",
+                                         &SwitchIntfConfig::toolTruncationSizeMax ),
+      Koi::constant< SwitchIntfConfig >( "tapGroupDefault", &SwitchIntfConfig::tapGroupDefault ),
+      Koi::attribute( "tapGroup", &SwitchIntfConfig::tapGroup_, &SwitchIntfConfig::tapGroupIs,
+                      &SwitchIntfConfig::tapGroupDel ),
+      Koi::attribute( "tapRawIntf", &SwitchIntfConfig::tapRawIntf_, &SwitchIntfConfig::tapRawIntfIs,
+                      &SwitchIntfConfig::tapRawIntfDel ),
+      Koi::attribute( "toolGroup", &SwitchIntfConfig::toolGroup_, &SwitchIntfConfig::toolGroupIs,
+                      &SwitchIntfConfig::toolGroupDel ),
+      Koi::attribute( "ingressNativeVlanXlate", &SwitchIntfConfig::ingressNativeVlanXlate_,
+                      &SwitchIntfConfig::ingressNativeVlanXlateIs ),
+      Koi::attribute( "egressNativeVlanXlate", &SwitchIntfConfig::egressNativeVlanXlate_,
+                      &SwitchIntfConfig::egressNativeVlanXlateIs ),
+      Koi::attribute( "ingressVlanXlate", &SwitchIntfConfig::ingressVlanXlate_,
+                      &SwitchIntfConfig::ingressVlanXlateIs,
+          &SwitchIntfConfig::ingressVlanXlateDel ),
+      Koi::attribute( "egressVlanXlate", &SwitchIntfConfig::egressVlanXlate_,
+                      &SwitchIntfConfig::egressVlanXlateIs, &SwitchIntfConfig::egressVlanXlateDel ),
+      Koi::attribute( "trunkPrivateVlanMapping", &SwitchIntfConfig::trunkPrivateVlanMapping_,
+                      &SwitchIntfConfig::trunkPrivateVlanMappingIs ),
+      Koi::attribute( "vlanTpid", &SwitchIntfConfig::vlanTpid_, &SwitchIntfConfig::vlanTpidIs ),
+      Koi::attribute( "vlanTagFormatDrop", &SwitchIntfConfig::vlanTagFormatDrop_,
+                      &SwitchIntfConfig::vlanTagFormatDropIs,
+          &SwitchIntfConfig::vlanTagFormatDropDel ),
+      Koi::attribute( "vlanMappingRequired", &SwitchIntfConfig::vlanMappingRequired_,
+                      &SwitchIntfConfig::vlanMappingRequiredIs,
+          &SwitchIntfConfig::vlanMappingRequiredDel ),
+      Koi::attribute( "sourceportFilterMode", &SwitchIntfConfig::sourceportFilterMode_,
+                      &SwitchIntfConfig::sourceportFilterModeIs ),
+      Koi::attribute( "source", &SwitchIntfConfig::source_, &SwitchIntfConfig::sourceIs ),
+      Koi::attribute( "version", &SwitchIntfConfig::version_, &SwitchIntfConfig::versionIs ),
+      Koi::attribute( "l2SubIntfVlan", &SwitchIntfConfig::l2SubIntfVlan_,
+                      &SwitchIntfConfig::l2SubIntfVlanIs )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 43;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Wirex::IntfId const _intfId;
+  bool enabled_ = true;
+  SwitchportMode switchportMode_{};
+  VlanId accessVlan_ = VlanId( 1 );
+  VlanIdOrNone trunkNativeVlan_ = VlanIdOrNone( 1 );
+  VlanIdOrNone tapNativeVlan_ = VlanIdOrNone( 1 );
+  VlanIdTuple tapIdentificationVlan_{};
+  bool tapVxlanStrip_{};
+  bool tapMplsPop_{};
+  Koi::String8 trunkAllowedVlans_ = "1-4094";
+  Koi::String8 tapAllowedVlans_ = "1-4094";
+  Koi::String8 toolAllowedVlans_ = "1-4094";
+  Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > trunkGroup_;
+  bool blockUnknownUnicast_{};
+  bool blockUnknownMulticast_{};
+  bool macLearningEnabled_ = true;
+  bool floodingEnabled_ = true;
+  bool defaultPrivateVlanMapping_ = true;
+  Koi::HashMap< KoiPrivateVlanMapping, VlanId, bool > privateVlanMapping_;
+  ToolIdentityMode toolIdentityTagging_{};
+  Koi::String8 toolDot1qRemoveVlans_{};
+  Koi::U16 tapTruncationSize_{};
+  Koi::U16 toolTruncationSize_{};
+  Koi::HashMap< KoiTapGroup, Koi::String8, bool > tapGroup_;
+  Koi::HashMap< KoiTapRawIntf, Wirex::IntfId, bool > tapRawIntf_;
+  Koi::HashMap< KoiToolGroup, Koi::String8, bool > toolGroup_;
+  VlanIdOrNone ingressNativeVlanXlate_{};
+  VlanIdOrNone egressNativeVlanXlate_{};
+  Koi::HashMap< KoiIngressVlanXlate, VlanXlateKey, VlanXlateMapping > ingressVlanXlate_;
+  Koi::HashMap< KoiEgressVlanXlate, VlanXlateKey, VlanXlateMapping > egressVlanXlate_;
+  bool trunkPrivateVlanMapping_{};
+  VlanTpidOrNone vlanTpid_ = VlanTpidOrNone( 0x8100 );
+  Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat, bool > vlanTagFormatDrop_;
+  Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection, bool > vlanMappingRequired_;
+  SourceportFilterMode sourceportFilterMode_ = SourceportFilterMode::sourceportFilterEnabled;
+  Koi::String8 source_{};
+  Koi::U32 version_{};
+  VlanNameOrId l2SubIntfVlan_{};
+};
+
+/// A new SwitchIntfConfig without a parent.
+inline Koi::Ptr< SwitchIntfConfig > switchIntfConfigFactory( Wirex::IntfId const & intfId,
+    SwitchportMode switchportMode ) {
+  return new SwitchIntfConfig( intfId, switchportMode );
+}
+
+/// What one source asks of one VLAN.
+class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
+ public:
+  explicit VlanConfig( VlanId const & vlanId )
+      : EntityOf( Koi::nameOf( vlanId ) ), _vlanId( vlanId ) {}
+
+  /// the VLAN
+  VlanId vlanId() const { return _vlanId; }
+
+  /// the name; empty for the default
+  Koi::String8 configuredName() const { return configuredName_; }
+  void configuredNameIs( Koi::String8 const & v ) {
+    koiIs( configuredName_, v, NotifieeConst::koiOnConfiguredName );
+  }
+
+  /// "default" for VLAN 1, else "VLAN" and four digits
+  Koi::String8 defaultName() const;
+
+  /// active or suspended
+  VlanAdminState adminState() const { return adminState_; }
+  void adminStateIs( VlanAdminState v ) { koiIs( adminState_, v, NotifieeConst::koiOnAdminState ); }
+
+  /// learn MAC addresses in it
+  bool macLearning() const { return macLearning_; }
+  void macLearningIs( bool v ) { koiIs( macLearning_, v, NotifieeConst::koiOnMacLearning ); }
+
+  class KoiTrunkGroup;
+  /// the trunk groups that it belongs to
+  bool trunkGroup( Koi::String8 const & k ) const { return trunkGroup_.value( k ); }
+  Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > const & trunkGroup() const {
+    return trunkGroup_;
+  }
+  using TrunkGroupIterator = Koi::HashMap< KoiTrunkGroup, Koi::String8, bool >::Iterator;
+  TrunkGroupIterator trunkGroupIterator() { return trunkGroup_.koiIterator(); }
+  void trunkGroupIs( Koi::String8 const & k, bool v ) {
+    koiIs( trunkGroup_, k, v, NotifieeConst::koiOnTrunkGroup );
+  }
+  bool trunkGroupDel( Koi::String8 const & k ) {
+    return koiDel( trunkGroup_, k, NotifieeConst::koiOnTrunkGroup );
+  }
+  bool trunkGroupDel( TrunkGroupIterator const & i ) {
+    return koiDel( trunkGroup_, i, NotifieeConst::koiOnTrunkGroup );
+  }
+  void trunkGroupDelAll() { koiDelAll( trunkGroup_, NotifieeConst::koiOnTrunkGroup ); }
+  void trunkGroupNotify( Koi::String8 const & k ) {
+    koiNotify( NotifieeConst::koiOnTrunkGroup, k );
+  }
+
+  /// its private-VLAN role
+  VlanTypeAndPrimaryVlan vlanTypeAndPrimaryVlan() const { return vlanTypeAndPrimaryVlan_; }
+  void vlanTypeAndPrimaryVlanIs( VlanTypeAndPrimaryVlan const & v ) {
+    koiIs( vlanTypeAndPrimaryVlan_, v, NotifieeConst::koiOnVlanTypeAndPrimaryVlan );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanConfig > {
+   public:
+    virtual void onConfiguredName() {}
+    virtual void onConfiguredNameKoiImmediate() {
+      koiPass( koiOnConfiguredName ); onConfiguredName();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnConfiguredName{
+      koiFirst + 1, &NotifieeConst::onConfiguredName,
+          &NotifieeConst::onConfiguredNameKoiImmediate };
+
+    virtual void onAdminState() {}
+    virtual void onAdminStateKoiImmediate() { koiPass( koiOnAdminState ); onAdminState(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnAdminState{
+      koiFirst + 3, &NotifieeConst::onAdminState, &NotifieeConst::onAdminStateKoiImmediate };
+
+    virtual void onMacLearning() {}
+    virtual void onMacLearningKoiImmediate() { koiPass( koiOnMacLearning ); onMacLearning(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnMacLearning{
+      koiFirst + 4, &NotifieeConst::onMacLearning, &NotifieeConst::onMacLearningKoiImmediate };
+
+    virtual void onTrunkGroup() {}
+    virtual void onTrunkGroup( Koi::String8 const & ) {}
+    virtual void onTrunkGroupKoiImmediate( Koi::String8 const & k ) {
+      koiPass( koiOnTrunkGroup ); onTrunkGroup( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::String8 const & > koiOnTrunkGroup{
+      koiFirst + 5, &NotifieeConst::onTrunkGroup, &NotifieeConst::onTrunkGroupKoiImmediate };
+
+    virtual void onVlanTypeAndPrimaryVlan() {}
+    virtual void onVlanTypeAndPrimaryVlanKoiImmediate() {
+      koiPass( koiOnVlanTypeAndPrimaryVlan ); onVlanTypeAndPrimaryVlan();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanTypeAndPrimaryVlan{
+      koiFirst + 6, &NotifieeConst::onVlanTypeAndPrimaryVlan,
+          &NotifieeConst::onVlanTypeAndPrimaryVlanKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanConfig >;
+
+  static constexpr char koiName[] = "Bridging::Input::VlanConfig";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_vlanId", &VlanConfig::vlanId )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlanId", &VlanConfig::_vlanId ),
+      Koi::attribute( "configuredName", &VlanConfig::configuredName_,
+                      &VlanConfig::configuredNameIs ),
+      Koi::computed( "defaultName", &VlanConfig::defaultName ),
+      Koi::attribute( "adminState", &VlanConfig::adminState_, &VlanConfig::adminStateIs ),
+      Koi::attribute( "macLearning", &VlanConfig::macLearning_, &VlanConfig::macLearningIs ),
+      Koi::attribute( "trunkGroup", &VlanConfig::trunkGroup_, &VlanConfig::trunkGroupIs,
+                      &VlanConfig::trunkGroupDel ),
+      Koi::attribute( "vlanTypeAndPrimaryVlan", &VlanConfig::vlanTypeAndPrimaryVlan_,
+                      &VlanConfig::vlanTypeAndPrimaryVlanIs )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 7;
+  static Koi::KoiType const _koiType;
+
+ private:
+  VlanId const _vlanId;
+  Koi::String8 configuredName_{};
+  VlanAdminState adminState_{};
+  bool macLearning_ = true;
+  Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > trunkGroup_;
+  VlanTypeAndPrimaryVlan vlanTypeAndPrimaryVlan_{};
+};
+
+/// A new VlanConfig without a parent.
+inline Koi::Ptr< VlanConfig > vlanConfigFactory( VlanId const & vlanId ) {
+  return new VlanConfig( vlanId );
+}
+
+/// What one source configures. Of each kind of configuration, that of the highest priority
+/// prevails.
+class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
+ public:
+  explicit Config( Koi::Name const & name ) : EntityOf( name ) {}
+
+  /// of its VLANs
+  Koi::U32 vlanConfigPriority() const { return vlanConfigPriority_; }
+  void vlanConfigPriorityIs( Koi::U32 v ) {
+    koiIs( vlanConfigPriority_, v, NotifieeConst::koiOnVlanConfigPriority );
+  }
+
+  /// of its switchports
+  Koi::U32 switchIntfConfigPriority() const { return switchIntfConfigPriority_; }
+  void switchIntfConfigPriorityIs( Koi::U32 v ) {
+    koiIs( switchIntfConfigPriority_, v, NotifieeConst::koiOnSwitchIntfConfigPriority );
+  }
+
+  /// of its MAC addresses
+  Koi::U32 fdbConfigPriority() const { return fdbConfigPriority_; }
+  void fdbConfigPriorityIs( Koi::U32 v ) {
+    koiIs( fdbConfigPriority_, v, NotifieeConst::koiOnFdbConfigPriority );
+  }
+
+  class KoiVlanConfig;
+  /// VLANs
+  Koi::Ptr< VlanConfig > vlanConfig( VlanId const & k ) const { return vlanConfig_.value( k ); }
+  Koi::HashMap< KoiVlanConfig, VlanId, Koi::Owned< VlanConfig > > const & vlanConfig() const {
+    return vlanConfig_;
+  }
+  using VlanConfigIterator = Koi::HashMap< KoiVlanConfig, VlanId,
+      Koi::Owned< VlanConfig > >::Iterator;
+  VlanConfigIterator vlanConfigIterator() { return vlanConfig_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< VlanConfig > vlanConfigIs( VlanId const & k ) {
+    return koiChildIs( vlanConfig_, NotifieeConst::koiOnVlanConfig, k );
+  }
+  Koi::Ptr< VlanConfig > vlanConfigDel( VlanId const & k ) {
+    return koiDel( vlanConfig_, k, NotifieeConst::koiOnVlanConfig );
+  }
+  Koi::Ptr< VlanConfig > vlanConfigDel( VlanConfigIterator const & i ) {
+    return koiDel( vlanConfig_, i, NotifieeConst::koiOnVlanConfig );
+  }
+  void vlanConfigDelAll() { koiDelAll( vlanConfig_, NotifieeConst::koiOnVlanConfig ); }
+  void vlanConfigNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnVlanConfig, k ); }
+
+  class KoiSwitchIntfConfig;
+  /// switchports
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfig( Wirex::IntfId const & k ) const {
+    return switchIntfConfig_.value( k );
+  }
+  Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
+      Koi::Owned< SwitchIntfConfig > > const & switchIntfConfig() const {
+    return switchIntfConfig_;
+  }
+  using SwitchIntfConfigIterator = Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
+      Koi::Owned< SwitchIntfConfig > >::Iterator;
+  SwitchIntfConfigIterator switchIntfConfigIterator() { return switchIntfConfig_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfigIs( Wirex::IntfId const & k,
+                                                   SwitchportMode switchportMode ) {
+    return koiChildIs( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig, k, switchportMode );
+  }
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( Wirex::IntfId const & k ) {
+    return koiDel( switchIntfConfig_, k, NotifieeConst::koiOnSwitchIntfConfig );
+  }
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( SwitchIntfConfigIterator const & i ) {
+    return koiDel( switchIntfConfig_, i, NotifieeConst::koiOnSwitchIntfConfig );
+  }
+  void switchIntfConfigDelAll() {
+    koiDelAll( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig );
+  }
+  void switchIntfConfigNotify( Wirex::IntfId const & k ) {
+    koiNotify( NotifieeConst::koiOnSwitchIntfConfig, k );
+  }
+
+  class KoiFdbConfig;
+  /// MAC addresses, per VLAN
+  Koi::Ptr< FdbConfig > fdbConfig( VlanId const & k ) const { return fdbConfig_.value( k ); }
+  Koi::HashMap< KoiFdbConfig, VlanId, Koi::Owned< FdbConfig > > const & fdbConfig() const {
+    return fdbConfig_;
+  }
+  using FdbConfigIterator = Koi::HashMap< KoiFdbConfig, VlanId, Koi::Owned< FdbConfig > >::Iterator;
+  FdbConfigIterator fdbConfigIterator() { return fdbConfig_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< FdbConfig > fdbConfigIs( VlanId const & k ) {
+    return koiChildIs( fdbConfig_, NotifieeConst::koiOnFdbConfig, k );
+  }
+  Koi::Ptr< FdbConfig > fdbConfigDel( VlanId const & k ) {
+    return koiDel( fdbConfig_, k, NotifieeConst::koiOnFdbConfig );
+  }
+  Koi::Ptr< FdbConfig > fdbConfigDel( FdbConfigIterator const & i ) {
+    return koiDel( fdbConfig_, i, NotifieeConst::koiOnFdbConfig );
+  }
+  void fdbConfigDelAll() { koiDelAll( fdbConfig_, NotifieeConst::koiOnFdbConfig ); }
+  void fdbConfigNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnFdbConfig, k ); }
+
+  /// Sees to it that there is that VLAN. One that is there stays as it is. Raises RangeException
+  /// "VlanId::value < 1 or > 4094 not allowed".
+  void doCreateVlan( VlanId const & vlanId );
+
+  /// what people call the source
+  Koi::String8 sourceDetail() const { return sourceDetail_; }
+  void sourceDetailIs( Koi::String8 const & v ) {
+    koiIs( sourceDetail_, v, NotifieeConst::koiOnSourceDetail );
+  }
+
+  /// it holds more than defaults
+  bool nonDefaultVal() const { return nonDefaultVal_; }
+  void nonDefaultValIs( bool v ) { koiIs( nonDefaultVal_, v, NotifieeConst::koiOnNonDefaultVal ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< Config > {
+   public:
+    virtual void onVlanConfigPriority() {}
+    virtual void onVlanConfigPriorityKoiImmediate() {
+      koiPass( koiOnVlanConfigPriority ); onVlanConfigPriority();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanConfigPriority{
+      koiFirst + 0, &NotifieeConst::onVlanConfigPriority,
+          &NotifieeConst::onVlanConfigPriorityKoiImmediate };
+
+    virtual void onSwitchIntfConfigPriority() {}
+    virtual void onSwitchIntfConfigPriorityKoiImmediate() {
+      koiPass( koiOnSwitchIntfConfigPriority ); onSwitchIntfConfigPriority();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSwitchIntfConfigPriority{
+      koiFirst + 1, &NotifieeConst::onSwitchIntfConfigPriority,
+          &NotifieeConst::onSwitchIntfConfigPriorityKoiImmediate };
+
+    virtual void onFdbConfigPriority() {}
+    virtual void onFdbConfigPriorityKoiImmediate() {
+      koiPass( koiOnFdbConfigPriority ); onFdbConfigPriority();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnFdbConfigPriority{
+      koiFirst + 2, &NotifieeConst::onFdbConfigPriority,
+          &NotifieeConst::onFdbConfigPriorityKoiImmediate };
+
+    virtual void onVlanConfig() {}
+    virtual void onVlanConfig( VlanId const & ) {}
+    virtual void onVlanConfigKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnVlanConfig ); onVlanConfig( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnVlanConfig{
+      koiFirst + 3, &NotifieeConst::onVlanConfig, &NotifieeConst::onVlanConfigKoiImmediate };
+
+    virtual void onSwitchIntfConfig() {}
+    virtual void onSwitchIntfConfig( Wirex::IntfId const & ) {}
+    virtual void onSwitchIntfConfigKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnSwitchIntfConfig ); onSwitchIntfConfig( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnSwitchIntfConfig{
+      koiFirst + 4, &NotifieeConst::onSwitchIntfConfig,
+          &NotifieeConst::onSwitchIntfConfigKoiImmediate };
+
+    virtual void onFdbConfig() {}
+    virtual void onFdbConfig( VlanId const & ) {}
+    virtual void onFdbConfigKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnFdbConfig ); onFdbConfig( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnFdbConfig{
+      koiFirst + 5, &NotifieeConst::onFdbConfig, &NotifieeConst::onFdbConfigKoiImmediate };
+
+    virtual void onSourceDetail() {}
+    virtual void onSourceDetailKoiImmediate() { koiPass( koiOnSourceDetail ); onSourceDetail(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnSourceDetail{
+      koiFirst + 6, &NotifieeConst::onSourceDetail, &NotifieeConst::onSourceDetailKoiImmediate };
+
+    virtual void onNonDefaultVal() {}
+    virtual void onNonDefaultValKoiImmediate() { koiPass( koiOnNonDefaultVal ); onNonDefaultVal(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnNonDefaultVal{
+      koiFirst + 7, &NotifieeConst::onNonDefaultVal, &NotifieeConst::onNonDefaultValKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, Config >;
+
+  static constexpr char koiName[] = "Bridging::Input::Config";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &Config::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlanConfigPriority", &Config::vlanConfigPriority_,
+                      &Config::vlanConfigPriorityIs ),
+      Koi::attribute( "switchIntfConfigPriority", &Config::switchIntfConfigPriority_,
+                      &Config::switchIntfConfigPriorityIs ),
+      Koi::attribute( "fdbConfigPriority", &Config::fdbConfigPriority_,
+                      &Config::fdbConfigPriorityIs ),
+      Koi::attribute( "vlanConfig", &Config::vlanConfig_, &Config::vlanConfigIs,
+                      &Config::vlanConfigDel ),
+      Koi::attribute( "switchIntfConfig", &Config::switchIntfConfig_, &Config::switchIntfConfigIs,
+                      &Config::switchIntfConfigDel ),
+      Koi::attribute( "fdbConfig", &Config::fdbConfig_, &Config::fdbConfigIs,
+                      &Config::fdbConfigDel ),
+      Koi::attribute( "sourceDetail", &Config::sourceDetail_, &Config::sourceDetailIs ),
+      Koi::attribute( "nonDefaultVal", &Config::nonDefaultVal_, &Config::nonDefaultValIs )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 8;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::U32 vlanConfigPriority_{};
+  Koi::U32 switchIntfConfigPriority_{};
+  Koi::U32 fdbConfigPriority_{};
+  Koi::HashMap< KoiVlanConfig, VlanId, Koi::Owned< VlanConfig > > vlanConfig_;
+  Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
+      Koi::Owned< SwitchIntfConfig > > switchIntfConfig_;
+  Koi::HashMap< KoiFdbConfig, VlanId, Koi::Owned< FdbConfig > > fdbConfig_;
+  Koi::String8 sourceDetail_{};
+  bool nonDefaultVal_{};
+};
+
+/// A new Config without a parent.
+inline Koi::Ptr< Config > configFactory( Koi::Name const & name ) { return new Config( name ); }
+
+/// What the command line configures.
+class KOI_PUBLIC CliConfig : public Koi::EntityOf< CliConfig, Config > {
+ public:
+  explicit CliConfig( Koi::Name const & name ) : EntityOf( name ) {}
+
+  /// how long a learned host stays unseen; 0 is for ever
+  Koi::Seconds hostAgingTime() const { return hostAgingTime_; }
+  void hostAgingTimeIs( Koi::Seconds v ) {
+    koiIs( hostAgingTime_, v, NotifieeConst::koiOnHostAgingTime );
+  }
+
+  /// from which end internal VLANs are taken
+  InternalVlanAllocationPolicy internalVlanAllocationPolicy() const {
+    return internalVlanAllocationPolicy_;
+  }
+  void internalVlanAllocationPolicyIs( InternalVlanAllocationPolicy v ) {
+    koiIs( internalVlanAllocationPolicy_, v, NotifieeConst::koiOnInternalVlanAllocationPolicy );
+  }
+
+  /// the VLANs that are set apart for internal use
+  InternalVlanRange internalVlanRange() const { return internalVlanRange_; }
+  void internalVlanRangeIs( InternalVlanRange const & v ) {
+    koiIs( internalVlanRange_, v, NotifieeConst::koiOnInternalVlanRange );
+  }
+
+  class KoiSviMapping;
+  /// by primary VLAN
+  Koi::Ptr< SviMappingState > sviMapping( VlanId const & k ) const {
+    return sviMapping_.value( k );
+  }
+  Koi::HashMap< KoiSviMapping, VlanId, Koi::Owned< SviMappingState > > const & sviMapping() const {
+    return sviMapping_;
+  }
+  using SviMappingIterator = Koi::HashMap< KoiSviMapping, VlanId,
+      Koi::Owned< SviMappingState > >::Iterator;
+  SviMappingIterator sviMappingIterator() { return sviMapping_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< SviMappingState > sviMappingIs( VlanId const & k ) {
+    return koiChildIs( sviMapping_, NotifieeConst::koiOnSviMapping, k );
+  }
+  Koi::Ptr< SviMappingState > sviMappingDel( VlanId const & k ) {
+    return koiDel( sviMapping_, k, NotifieeConst::koiOnSviMapping );
+  }
+  Koi::Ptr< SviMappingState > sviMappingDel( SviMappingIterator const & i ) {
+    return koiDel( sviMapping_, i, NotifieeConst::koiOnSviMapping );
+  }
+  void sviMappingDelAll() { koiDelAll( sviMapping_, NotifieeConst::koiOnSviMapping ); }
+  void sviMappingNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnSviMapping, k ); }
+
+  /// when frames are passed on
+  SwitchForwardingMode forwardingMode() const { return forwardingMode_; }
+  void forwardingModeIs( SwitchForwardingMode v ) {
+    koiIs( forwardingMode_, v, NotifieeConst::koiOnForwardingMode );
+  }
+
+  /// the mode of an interface that names none
+  Bridging::SwitchportMode defaultSwitchportMode() const { return defaultSwitchportMode_; }
+  void defaultSwitchportModeIs( Bridging::SwitchportMode v ) {
+    koiIs( defaultSwitchportMode_, v, NotifieeConst::koiOnDefaultSwitchportMode );
+  }
+
+  /// pass Ethernet pause frames through
+  bool pausePassThrough() const { return pausePassThrough_; }
+  void pausePassThroughIs( bool v ) {
+    koiIs( pausePassThrough_, v, NotifieeConst::koiOnPausePassThrough );
+  }
+
+  class KoiIeeeReservedForwarding;
+  /// reserved group addresses: forwarded or not
+  bool ieeeReservedForwarding( Wirex::EthAddr const & k ) const {
+    return ieeeReservedForwarding_.value( k );
+  }
+  Koi::HashMap< KoiIeeeReservedForwarding, Wirex::EthAddr,
+      bool > const & ieeeReservedForwarding() const {
+    return ieeeReservedForwarding_;
+  }
+  using IeeeReservedForwardingIterator = Koi::HashMap< KoiIeeeReservedForwarding, Wirex::EthAddr,
+      bool >::Iterator;
+  IeeeReservedForwardingIterator ieeeReservedForwardingIterator() {
+    return ieeeReservedForwarding_.koiIterator();
+  }
+  void ieeeReservedForwardingIs( Wirex::EthAddr const & k, bool v ) {
+    koiIs( ieeeReservedForwarding_, k, v, NotifieeConst::koiOnIeeeReservedForwarding );
+  }
+  bool ieeeReservedForwardingDel( Wirex::EthAddr const & k ) {
+    return koiDel( ieeeReservedForwarding_, k, NotifieeConst::koiOnIeeeReservedForwarding );
+  }
+  bool ieeeReservedForwardingDel( IeeeReservedForwardingIterator const & i ) {
+    return koiDel( ieeeReservedForwarding_, i, NotifieeConst::koiOnIeeeReservedForwarding );
+  }
+  void ieeeReservedForwardingDelAll() {
+    koiDelAll( ieeeReservedForwarding_, NotifieeConst::koiOnIeeeReservedForwarding );
+  }
+  void ieeeReservedForwardingNotify( Wirex::EthAddr const & k ) {
+    koiNotify( NotifieeConst::koiOnIeeeReservedForwarding, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< CliConfig, Config::NotifieeConst > {
+   public:
+    virtual void onHostAgingTime() {}
+    virtual void onHostAgingTimeKoiImmediate() { koiPass( koiOnHostAgingTime ); onHostAgingTime(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnHostAgingTime{
+      koiFirst + 0, &NotifieeConst::onHostAgingTime, &NotifieeConst::onHostAgingTimeKoiImmediate };
+
+    virtual void onInternalVlanAllocationPolicy() {}
+    virtual void onInternalVlanAllocationPolicyKoiImmediate() {
+      koiPass( koiOnInternalVlanAllocationPolicy ); onInternalVlanAllocationPolicy();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnInternalVlanAllocationPolicy{
+      koiFirst + 1, &NotifieeConst::onInternalVlanAllocationPolicy,
+          &NotifieeConst::onInternalVlanAllocationPolicyKoiImmediate };
+
+    virtual void onInternalVlanRange() {}
+    virtual void onInternalVlanRangeKoiImmediate() {
+      koiPass( koiOnInternalVlanRange ); onInternalVlanRange();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnInternalVlanRange{
+      koiFirst + 2, &NotifieeConst::onInternalVlanRange,
+          &NotifieeConst::onInternalVlanRangeKoiImmediate };
+
+    virtual void onSviMapping() {}
+    virtual void onSviMapping( VlanId const & ) {}
+    virtual void onSviMappingKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnSviMapping ); onSviMapping( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnSviMapping{
+      koiFirst + 3, &NotifieeConst::onSviMapping, &NotifieeConst::onSviMappingKoiImmediate };
+
+    virtual void onForwardingMode() {}
+    virtual void onForwardingModeKoiImmediate() {
+      koiPass( koiOnForwardingMode ); onForwardingMode();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnForwardingMode{
+      koiFirst + 4, &NotifieeConst::onForwardingMode,
+          &NotifieeConst::onForwardingModeKoiImmediate };
+
+    virtual void onDefaultSwitchportMode() {}
+    virtual void onDefaultSwitchportModeKoiImmediate() {
+      koiPass( koiOnDefaultSwitchportMode ); onDefaultSwitchportMode();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnDefaultSwitchportMode{
+      koiFirst + 5, &NotifieeConst::onDefaultSwitchportMode,
+          &NotifieeConst::onDefaultSwitchportModeKoiImmediate };
+
+    virtual void onPausePassThrough() {}
+    virtual void onPausePassThroughKoiImmediate() {
+      koiPass( koiOnPausePassThrough ); onPausePassThrough();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnPausePassThrough{
+      koiFirst + 6, &NotifieeConst::onPausePassThrough,
+          &NotifieeConst::onPausePassThroughKoiImmediate };
+
+    virtual void onIeeeReservedForwarding() {}
+    virtual void onIeeeReservedForwarding( Wirex::EthAddr const & ) {}
+    virtual void onIeeeReservedForwardingKoiImmediate( Wirex::EthAddr const & k ) {
+      koiPass( koiOnIeeeReservedForwarding ); onIeeeReservedForwarding( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst,
+        Wirex::EthAddr const & > koiOnIeeeReservedForwarding{
+      koiFirst + 7, &NotifieeConst::onIeeeReservedForwarding,
+          &NotifieeConst::onIeeeReservedForwardingKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, CliConfig >;
+
+  static constexpr char koiName[] = "Bridging::Input::CliConfig";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &CliConfig::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "hostAgingTime", &CliConfig::hostAgingTime_, &CliConfig::hostAgingTimeIs ),
+      Koi::attribute( "internalVlanAllocationPolicy", &CliConfig::internalVlanAllocationPolicy_,
+                      &CliConfig::internalVlanAllocationPolicyIs ),
+      Koi::attribute( "internalVlanRange", &CliConfig::internalVlanRange_,
+                      &CliConfig::internalVlanRangeIs ),
+      Koi::attribute( "sviMapping", &CliConfig::sviMapping_, &CliConfig::sviMappingIs,
+                      &CliConfig::sviMappingDel ),
+      Koi::attribute( "forwardingMode", &CliConfig::forwardingMode_, &CliConfig::forwardingModeIs ),
+      Koi::attribute( "defaultSwitchportMode", &CliConfig::defaultSwitchportMode_,
+                      &CliConfig::defaultSwitchportModeIs ),
+      Koi::attribute( "pausePassThrough", &CliConfig::pausePassThrough_,
+                      &CliConfig::pausePassThroughIs ),
+      Koi::attribute( "ieeeReservedForwarding", &CliConfig::ieeeReservedForwarding_,
+                      &CliConfig::ieeeReservedForwardingIs, &CliConfig::ieeeReservedForwardingDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 8;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::Seconds hostAgingTime_ = 300;
+  InternalVlanAllocationPolicy internalVlanAllocationPolicy_{};
+  InternalVlanRange internalVlanRange_ = InternalVlanRange( VlanId( 1006 ), VlanId( 4094 ) );
+  Koi::HashMap< KoiSviMapping, VlanId, Koi::Owned< SviMappingState > > sviMapping_;
+  SwitchForwardingMode forwardingMode_{};
+  Bridging::SwitchportMode defaultSwitchportMode_{};
+  bool pausePassThrough_{};
+  Koi::HashMap< KoiIeeeReservedForwarding, Wirex::EthAddr, bool > ieeeReservedForwarding_;
+};
+
+/// A new CliConfig without a parent.
+inline Koi::Ptr< CliConfig > cliConfigFactory( Koi::Name const & name ) {
+  return new CliConfig( name );
+}
+
+/// What the system configures for itself.
+class KOI_PUBLIC PrivateConfig : public Koi::EntityOf< PrivateConfig, Config > {
+ public:
+  explicit PrivateConfig( Koi::Name const & name ) : EntityOf( name ) {}
+
+  /// whether it counts
+  bool privateModeEnabled() const { return privateModeEnabled_; }
+  void privateModeEnabledIs( bool v ) {
+    koiIs( privateModeEnabled_, v, NotifieeConst::koiOnPrivateModeEnabled );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< PrivateConfig, Config::NotifieeConst > {
+   public:
+    virtual void onPrivateModeEnabled() {}
+    virtual void onPrivateModeEnabledKoiImmediate() {
+      koiPass( koiOnPrivateModeEnabled ); onPrivateModeEnabled();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnPrivateModeEnabled{
+      koiFirst + 0, &NotifieeConst::onPrivateModeEnabled,
+          &NotifieeConst::onPrivateModeEnabledKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, PrivateConfig >;
+
+  static constexpr char koiName[] = "Bridging::Input::PrivateConfig";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &PrivateConfig::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "privateModeEnabled", &PrivateConfig::privateModeEnabled_,
+                      &PrivateConfig::privateModeEnabledIs )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  bool privateModeEnabled_{};
+};
+
+/// A new PrivateConfig without a parent.
+inline Koi::Ptr< PrivateConfig > privateConfigFactory( Koi::Name const & name ) {
+  return new PrivateConfig( name );
+}
+
+}  // namespace Bridging::Input
+
+namespace Bridging {
+
+/// What one source asks of switchports.
+class KOI_PUBLIC SwitchIntfConfigDir : public Koi::EntityOf< SwitchIntfConfigDir > {
+ public:
+  explicit SwitchIntfConfigDir( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiSwitchIntfConfig;
+  /// by interface
+  Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfig( Wirex::IntfId const & k ) const {
+    return switchIntfConfig_.value( k );
+  }
+  Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
+      Koi::Owned< Input::SwitchIntfConfig > > const & switchIntfConfig() const {
+    return switchIntfConfig_;
+  }
+  using SwitchIntfConfigIterator = Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
+      Koi::Owned< Input::SwitchIntfConfig > >::Iterator;
+  SwitchIntfConfigIterator switchIntfConfigIterator() { return switchIntfConfig_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfigIs( Wirex::IntfId const & k,
+                                                          Bridging::Input::SwitchportMode switchportMode ) {
+    return koiChildIs( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig, k, switchportMode );
+  }
+  Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfigDel( Wirex::IntfId const & k ) {
+    return koiDel( switchIntfConfig_, k, NotifieeConst::koiOnSwitchIntfConfig );
+  }
+  Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfigDel( SwitchIntfConfigIterator const & i ) {
+    return koiDel( switchIntfConfig_, i, NotifieeConst::koiOnSwitchIntfConfig );
+  }
+  void switchIntfConfigDelAll() {
+    koiDelAll( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig );
+  }
+  void switchIntfConfigNotify( Wirex::IntfId const & k ) {
+    koiNotify( NotifieeConst::koiOnSwitchIntfConfig, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< SwitchIntfConfigDir > {
+   public:
+    virtual void onSwitchIntfConfig() {}
+    virtual void onSwitchIntfConfig( Wirex::IntfId const & ) {}
+    virtual void onSwitchIntfConfigKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnSwitchIntfConfig ); onSwitchIntfConfig( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnSwitchIntfConfig{
+      koiFirst + 0, &NotifieeConst::onSwitchIntfConfig,
+          &NotifieeConst::onSwitchIntfConfigKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, SwitchIntfConfigDir >;
+
+  static constexpr char koiName[] = "Bridging::SwitchIntfConfigDir";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &SwitchIntfConfigDir::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "switchIntfConfig", &SwitchIntfConfigDir::switchIntfConfig_,
+                      &SwitchIntfConfigDir::switchIntfConfigIs,
+          &SwitchIntfConfigDir::switchIntfConfigDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
+      Koi::Owned< Input::SwitchIntfConfig > > switchIntfConfig_;
+};
+
+/// A new SwitchIntfConfigDir without a parent.
+inline Koi::Ptr< SwitchIntfConfigDir > switchIntfConfigDirFactory( Koi::Name const & name ) {
+  return new SwitchIntfConfigDir( name );
+}
+
+/// What one source configures of filtering databases.
+class KOI_PUBLIC FdbConfigDir : public Koi::EntityOf< FdbConfigDir > {
+ public:
+  explicit FdbConfigDir( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiFdbConfig;
+  /// by VLAN
+  Koi::Ptr< Input::FdbConfig > fdbConfig( VlanId const & k ) const { return fdbConfig_.value( k ); }
+  Koi::HashMap< KoiFdbConfig, VlanId, Koi::Owned< Input::FdbConfig > > const & fdbConfig() const {
+    return fdbConfig_;
+  }
+  using FdbConfigIterator = Koi::HashMap< KoiFdbConfig, VlanId,
+      Koi::Owned< Input::FdbConfig > >::Iterator;
+  FdbConfigIterator fdbConfigIterator() { return fdbConfig_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< Input::FdbConfig > fdbConfigIs( VlanId const & k ) {
+    return koiChildIs( fdbConfig_, NotifieeConst::koiOnFdbConfig, k );
+  }
+  Koi::Ptr< Input::FdbConfig > fdbConfigDel( VlanId const & k ) {
+    return koiDel( fdbConfig_, k, NotifieeConst::koiOnFdbConfig );
+  }
+  Koi::Ptr< Input::FdbConfig > fdbConfigDel( FdbConfigIterator const & i ) {
+    return koiDel( fdbConfig_, i, NotifieeConst::koiOnFdbConfig );
+  }
+  void fdbConfigDelAll() { koiDelAll( fdbConfig_, NotifieeConst::koiOnFdbConfig ); }
+  void fdbConfigNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnFdbConfig, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< FdbConfigDir > {
+   public:
+    virtual void onFdbConfig() {}
+    virtual void onFdbConfig( VlanId const & ) {}
+    virtual void onFdbConfigKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnFdbConfig ); onFdbConfig( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnFdbConfig{
+      koiFirst + 0, &NotifieeConst::onFdbConfig, &NotifieeConst::onFdbConfigKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, FdbConfigDir >;
+
+  static constexpr char koiName[] = "Bridging::FdbConfigDir";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &FdbConfigDir::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "fdbConfig", &FdbConfigDir::fdbConfig_, &FdbConfigDir::fdbConfigIs,
+                      &FdbConfigDir::fdbConfigDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiFdbConfig, VlanId, Koi::Owned< Input::FdbConfig > > fdbConfig_;
+};
+
+/// A new FdbConfigDir without a parent.
+inline Koi::Ptr< FdbConfigDir > fdbConfigDirFactory( Koi::Name const & name ) {
+  return new FdbConfigDir( name );
+}
+
 }  // namespace Bridging
 
 // Reflection wrappers: each holds one copy of a value.
+namespace _koi_Bridging_SwitchForwardingMode {
+  using GenericIf_ = Koi::GenericValue< Bridging::SwitchForwardingMode >;
+}
+namespace _koi_Bridging_InternalVlanAllocationPolicy {
+  using GenericIf_ = Koi::GenericValue< Bridging::InternalVlanAllocationPolicy >;
+}
+namespace _koi_Bridging_SwitchportMode {
+  using GenericIf_ = Koi::GenericValue< Bridging::SwitchportMode >;
+}
+namespace _koi_Bridging_SourceportFilterMode {
+  using GenericIf_ = Koi::GenericValue< Bridging::SourceportFilterMode >;
+}
+namespace _koi_Bridging_VlanAdminState {
+  using GenericIf_ = Koi::GenericValue< Bridging::VlanAdminState >;
+}
+namespace _koi_Bridging_VlanType { using GenericIf_ = Koi::GenericValue< Bridging::VlanType >; }
+namespace _koi_Bridging_TagOnEgress {
+  using GenericIf_ = Koi::GenericValue< Bridging::TagOnEgress >;
+}
+namespace _koi_Bridging_AllowedTrafficDirection {
+  using GenericIf_ = Koi::GenericValue< Bridging::AllowedTrafficDirection >;
+}
+namespace _koi_Bridging_VlanTagFormat {
+  using GenericIf_ = Koi::GenericValue< Bridging::VlanTagFormat >;
+}
+namespace _koi_Bridging_VlanMappingDirection {
+  using GenericIf_ = Koi::GenericValue< Bridging::VlanMappingDirection >;
+}
+namespace _koi_Bridging_InternalVlanNeeded {
+  using GenericIf_ = Koi::GenericValue< Bridging::InternalVlanNeeded >;
+}
+namespace _koi_Bridging_InternalVlanRange {
+  using GenericIf_ = Koi::GenericValue< Bridging::InternalVlanRange >;
+}
+namespace _koi_Bridging_SwitchportModeAndNativeVlan {
+  using GenericIf_ = Koi::GenericValue< Bridging::SwitchportModeAndNativeVlan >;
+}
+namespace _koi_Bridging_VlanTypeAndPrimaryVlan {
+  using GenericIf_ = Koi::GenericValue< Bridging::VlanTypeAndPrimaryVlan >;
+}
+namespace _koi_Bridging_VlanPortConfig {
+  using GenericIf_ = Koi::GenericValue< Bridging::VlanPortConfig >;
+}
+namespace _koi_Bridging_VlanPortStatus {
+  using GenericIf_ = Koi::GenericValue< Bridging::VlanPortStatus >;
+}
+namespace _koi_Bridging_IntfTpidStatusEntry {
+  using GenericIf_ = Koi::GenericValue< Bridging::IntfTpidStatusEntry >;
+}
+namespace _koi_Bridging_VlanTagRequired {
+  using GenericIf_ = Koi::GenericValue< Bridging::VlanTagRequired >;
+}
 namespace _koi_Bridging_Fid { using GenericIf_ = Koi::GenericValue< Bridging::Fid >; }
+namespace _koi_Bridging_HostKey { using GenericIf_ = Koi::GenericValue< Bridging::HostKey >; }
 namespace _koi_Bridging_LearnedHost {
   using GenericIf_ = Koi::GenericValue< Bridging::LearnedHost >;
+}
+namespace _koi_Bridging_ConfiguredHost {
+  using GenericIf_ = Koi::GenericValue< Bridging::ConfiguredHost >;
+}
+namespace _koi_Bridging_HostTableFlushRequest {
+  using GenericIf_ = Koi::GenericValue< Bridging::HostTableFlushRequest >;
+}
+namespace _koi_Bridging_MacVlanPair {
+  using GenericIf_ = Koi::GenericValue< Bridging::MacVlanPair >;
+}
+namespace _koi_Bridging_Preference { using GenericIf_ = Koi::GenericValue< Bridging::Preference >; }
+namespace _koi_Bridging_EntryPreference {
+  using GenericIf_ = Koi::GenericValue< Bridging::EntryPreference >;
+}
+namespace _koi_Bridging_RemoteMacEntry {
+  using GenericIf_ = Koi::GenericValue< Bridging::RemoteMacEntry >;
+}
+namespace _koi_Bridging_Input_SwitchportMode {
+  using GenericIf_ = Koi::GenericValue< Bridging::Input::SwitchportMode >;
+}
+namespace _koi_Bridging_Input_ToolIdentityMode {
+  using GenericIf_ = Koi::GenericValue< Bridging::Input::ToolIdentityMode >;
 }

@@ -1,0 +1,429 @@
+// DynVlan.h: written by koigen from DynVlan.koi. Change that file, not this one.
+#pragma once
+
+#include <koi/Value.h>
+#include <koi/Entity.h>
+#include <Lumo/VlanId.h>
+#include <wirex/IntfId.h>
+
+namespace Bridging::Input {
+
+/// Who wants one VLAN to exist.
+class KOI_PUBLIC DynVlanSrc : public Koi::EntityOf< DynVlanSrc > {
+ public:
+  explicit DynVlanSrc( VlanId const & vlanId )
+      : EntityOf( Koi::nameOf( vlanId ) ), _vlanId( vlanId ) {}
+
+  /// the VLAN
+  VlanId vlanId() const { return _vlanId; }
+
+  class KoiVlanSource;
+  /// the names of those who want it
+  bool vlanSource( Koi::String8 const & k ) const { return vlanSource_.value( k ); }
+  Koi::RbTreeMap< KoiVlanSource, Koi::String8, bool > const & vlanSource() const {
+    return vlanSource_;
+  }
+  using VlanSourceIterator = Koi::RbTreeMap< KoiVlanSource, Koi::String8, bool >::Iterator;
+  VlanSourceIterator vlanSourceIterator() { return vlanSource_.koiIterator(); }
+  void vlanSourceIs( Koi::String8 const & k, bool v ) {
+    koiIs( vlanSource_, k, v, NotifieeConst::koiOnVlanSource );
+  }
+  bool vlanSourceDel( Koi::String8 const & k ) {
+    return koiDel( vlanSource_, k, NotifieeConst::koiOnVlanSource );
+  }
+  bool vlanSourceDel( VlanSourceIterator const & i ) {
+    return koiDel( vlanSource_, i, NotifieeConst::koiOnVlanSource );
+  }
+  void vlanSourceDelAll() { koiDelAll( vlanSource_, NotifieeConst::koiOnVlanSource ); }
+  void vlanSourceNotify( Koi::String8 const & k ) {
+    koiNotify( NotifieeConst::koiOnVlanSource, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< DynVlanSrc > {
+   public:
+    virtual void onVlanSource() {}
+    virtual void onVlanSource( Koi::String8 const & ) {}
+    virtual void onVlanSourceKoiImmediate( Koi::String8 const & k ) {
+      koiPass( koiOnVlanSource ); onVlanSource( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::String8 const & > koiOnVlanSource{
+      koiFirst + 1, &NotifieeConst::onVlanSource, &NotifieeConst::onVlanSourceKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, DynVlanSrc >;
+
+  static constexpr char koiName[] = "Bridging::Input::DynVlanSrc";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_vlanId", &DynVlanSrc::vlanId )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlanId", &DynVlanSrc::_vlanId ),
+      Koi::attribute( "vlanSource", &DynVlanSrc::vlanSource_, &DynVlanSrc::vlanSourceIs,
+                      &DynVlanSrc::vlanSourceDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  VlanId const _vlanId;
+  Koi::RbTreeMap< KoiVlanSource, Koi::String8, bool > vlanSource_;
+};
+
+/// A new DynVlanSrc without a parent.
+inline Koi::Ptr< DynVlanSrc > dynVlanSrcFactory( VlanId const & vlanId ) {
+  return new DynVlanSrc( vlanId );
+}
+
+/// The VLANs that agents want to exist.
+class KOI_PUBLIC DynVlanSrcTable : public Koi::EntityOf< DynVlanSrcTable > {
+ public:
+  explicit DynVlanSrcTable( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiDynVlanSrc;
+  /// by VLAN
+  Koi::Ptr< DynVlanSrc > dynVlanSrc( VlanId const & k ) const { return dynVlanSrc_.value( k ); }
+  Koi::HashMap< KoiDynVlanSrc, VlanId, Koi::Owned< DynVlanSrc > > const & dynVlanSrc() const {
+    return dynVlanSrc_;
+  }
+  using DynVlanSrcIterator = Koi::HashMap< KoiDynVlanSrc, VlanId,
+      Koi::Owned< DynVlanSrc > >::Iterator;
+  DynVlanSrcIterator dynVlanSrcIterator() { return dynVlanSrc_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< DynVlanSrc > dynVlanSrcIs( VlanId const & k ) {
+    return koiChildIs( dynVlanSrc_, NotifieeConst::koiOnDynVlanSrc, k );
+  }
+  Koi::Ptr< DynVlanSrc > dynVlanSrcDel( VlanId const & k ) {
+    return koiDel( dynVlanSrc_, k, NotifieeConst::koiOnDynVlanSrc );
+  }
+  Koi::Ptr< DynVlanSrc > dynVlanSrcDel( DynVlanSrcIterator const & i ) {
+    return koiDel( dynVlanSrc_, i, NotifieeConst::koiOnDynVlanSrc );
+  }
+  void dynVlanSrcDelAll() { koiDelAll( dynVlanSrc_, NotifieeConst::koiOnDynVlanSrc ); }
+  void dynVlanSrcNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnDynVlanSrc, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< DynVlanSrcTable > {
+   public:
+    virtual void onDynVlanSrc() {}
+    virtual void onDynVlanSrc( VlanId const & ) {}
+    virtual void onDynVlanSrcKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnDynVlanSrc ); onDynVlanSrc( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnDynVlanSrc{
+      koiFirst + 0, &NotifieeConst::onDynVlanSrc, &NotifieeConst::onDynVlanSrcKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, DynVlanSrcTable >;
+
+  static constexpr char koiName[] = "Bridging::Input::DynVlanSrcTable";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &DynVlanSrcTable::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "dynVlanSrc", &DynVlanSrcTable::dynVlanSrc_, &DynVlanSrcTable::dynVlanSrcIs,
+                      &DynVlanSrcTable::dynVlanSrcDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiDynVlanSrc, VlanId, Koi::Owned< DynVlanSrc > > dynVlanSrc_;
+};
+
+/// A new DynVlanSrcTable without a parent.
+inline Koi::Ptr< DynVlanSrcTable > dynVlanSrcTableFactory( Koi::Name const & name ) {
+  return new DynVlanSrcTable( name );
+}
+
+/// A set of VLANs that one agent wants to exist.
+class KOI_PUBLIC VlanIdSet : public Koi::EntityOf< VlanIdSet > {
+ public:
+  explicit VlanIdSet( Koi::Name const & name ) : EntityOf( name ) {}
+
+  /// the VLANs, a range list such as "1-4094"
+  Koi::String8 vlans() const { return vlans_; }
+  void vlansIs( Koi::String8 const & v ) { koiIs( vlans_, v, NotifieeConst::koiOnVlans ); }
+
+  class KoiTrunkGroup;
+  /// the trunk groups that they belong to
+  bool trunkGroup( Koi::String8 const & k ) const { return trunkGroup_.value( k ); }
+  Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > const & trunkGroup() const {
+    return trunkGroup_;
+  }
+  using TrunkGroupIterator = Koi::HashMap< KoiTrunkGroup, Koi::String8, bool >::Iterator;
+  TrunkGroupIterator trunkGroupIterator() { return trunkGroup_.koiIterator(); }
+  void trunkGroupIs( Koi::String8 const & k, bool v ) {
+    koiIs( trunkGroup_, k, v, NotifieeConst::koiOnTrunkGroup );
+  }
+  bool trunkGroupDel( Koi::String8 const & k ) {
+    return koiDel( trunkGroup_, k, NotifieeConst::koiOnTrunkGroup );
+  }
+  bool trunkGroupDel( TrunkGroupIterator const & i ) {
+    return koiDel( trunkGroup_, i, NotifieeConst::koiOnTrunkGroup );
+  }
+  void trunkGroupDelAll() { koiDelAll( trunkGroup_, NotifieeConst::koiOnTrunkGroup ); }
+  void trunkGroupNotify( Koi::String8 const & k ) {
+    koiNotify( NotifieeConst::koiOnTrunkGroup, k );
+  }
+
+  /// a low priority
+  static constexpr Koi::U32 configPriorityLow() { return 1; }
+
+  /// the usual priority
+  static constexpr Koi::U32 configPriorityMedium() { return 100; }
+
+  /// a high priority
+  static constexpr Koi::U32 configPriorityHigh() { return 1000; }
+
+  /// against other sources; the highest prevails
+  Koi::U32 configPriority() const { return configPriority_; }
+  void configPriorityIs( Koi::U32 v ) {
+    koiIs( configPriority_, v, NotifieeConst::koiOnConfigPriority );
+  }
+
+  /// tell the peer of a pair of switches
+  bool mlagSync() const { return mlagSync_; }
+  void mlagSyncIs( bool v ) { koiIs( mlagSync_, v, NotifieeConst::koiOnMlagSync ); }
+
+  /// Makes it what a new one is: vlans, then trunkGroup, configPriority and mlagSync. Observers are
+  /// told of each change.
+  void reset();
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanIdSet > {
+   public:
+    virtual void onVlans() {}
+    virtual void onVlansKoiImmediate() { koiPass( koiOnVlans ); onVlans(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlans{
+      koiFirst + 0, &NotifieeConst::onVlans, &NotifieeConst::onVlansKoiImmediate };
+
+    virtual void onTrunkGroup() {}
+    virtual void onTrunkGroup( Koi::String8 const & ) {}
+    virtual void onTrunkGroupKoiImmediate( Koi::String8 const & k ) {
+      koiPass( koiOnTrunkGroup ); onTrunkGroup( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::String8 const & > koiOnTrunkGroup{
+      koiFirst + 1, &NotifieeConst::onTrunkGroup, &NotifieeConst::onTrunkGroupKoiImmediate };
+
+    virtual void onConfigPriority() {}
+    virtual void onConfigPriorityKoiImmediate() {
+      koiPass( koiOnConfigPriority ); onConfigPriority();
+    }
+    static constexpr Koi::Callback< NotifieeConst > koiOnConfigPriority{
+      koiFirst + 5, &NotifieeConst::onConfigPriority,
+          &NotifieeConst::onConfigPriorityKoiImmediate };
+
+    virtual void onMlagSync() {}
+    virtual void onMlagSyncKoiImmediate() { koiPass( koiOnMlagSync ); onMlagSync(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnMlagSync{
+      koiFirst + 6, &NotifieeConst::onMlagSync, &NotifieeConst::onMlagSyncKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanIdSet >;
+
+  static constexpr char koiName[] = "Bridging::Input::VlanIdSet";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &VlanIdSet::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlans", &VlanIdSet::vlans_, &VlanIdSet::vlansIs ),
+      Koi::attribute( "trunkGroup", &VlanIdSet::trunkGroup_, &VlanIdSet::trunkGroupIs,
+                      &VlanIdSet::trunkGroupDel ),
+      Koi::constant< VlanIdSet >( "configPriorityLow", &VlanIdSet::configPriorityLow ),
+      Koi::constant< VlanIdSet >( "configPriorityMedium", &VlanIdSet::configPriorityMedium ),
+      Koi::constant< VlanIdSet >( "configPriorityHigh", &VlanIdSet::configPriorityHigh ),
+      Koi::attribute( "configPriority", &VlanIdSet::configPriority_, &VlanIdSet::configPriorityIs ),
+      Koi::attribute( "mlagSync", &VlanIdSet::mlagSync_, &VlanIdSet::mlagSyncIs )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 7;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::String8 vlans_{};
+  Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > trunkGroup_;
+  Koi::U32 configPriority_ = configPriorityMedium();
+  bool mlagSync_ = true;
+};
+
+/// A new VlanIdSet without a parent.
+inline Koi::Ptr< VlanIdSet > vlanIdSetFactory( Koi::Name const & name ) {
+  return new VlanIdSet( name );
+}
+
+/// The interfaces of one trunk group.
+class KOI_PUBLIC TrunkGroup : public Koi::EntityOf< TrunkGroup > {
+ public:
+  explicit TrunkGroup( Koi::String8 const & trunkGroupName )
+      : EntityOf( Koi::nameOf( trunkGroupName ) ), _trunkGroupName( trunkGroupName ) {}
+
+  /// what it is called
+  Koi::String8 trunkGroupName() const { return _trunkGroupName; }
+
+  class KoiIntfList;
+  /// its interfaces, an entry each
+  bool intfList( Wirex::IntfId const & k ) const { return intfList_.value( k ); }
+  Koi::HashMap< KoiIntfList, Wirex::IntfId, bool > const & intfList() const { return intfList_; }
+  using IntfListIterator = Koi::HashMap< KoiIntfList, Wirex::IntfId, bool >::Iterator;
+  IntfListIterator intfListIterator() { return intfList_.koiIterator(); }
+  void intfListIs( Wirex::IntfId const & k, bool v ) {
+    koiIs( intfList_, k, v, NotifieeConst::koiOnIntfList );
+  }
+  bool intfListDel( Wirex::IntfId const & k ) {
+    return koiDel( intfList_, k, NotifieeConst::koiOnIntfList );
+  }
+  bool intfListDel( IntfListIterator const & i ) {
+    return koiDel( intfList_, i, NotifieeConst::koiOnIntfList );
+  }
+  void intfListDelAll() { koiDelAll( intfList_, NotifieeConst::koiOnIntfList ); }
+  void intfListNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnIntfList, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< TrunkGroup > {
+   public:
+    virtual void onIntfList() {}
+    virtual void onIntfList( Wirex::IntfId const & ) {}
+    virtual void onIntfListKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnIntfList ); onIntfList( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnIntfList{
+      koiFirst + 1, &NotifieeConst::onIntfList, &NotifieeConst::onIntfListKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, TrunkGroup >;
+
+  static constexpr char koiName[] = "Bridging::Input::TrunkGroup";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_trunkGroupName", &TrunkGroup::trunkGroupName )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "trunkGroupName", &TrunkGroup::_trunkGroupName ),
+      Koi::attribute( "intfList", &TrunkGroup::intfList_, &TrunkGroup::intfListIs,
+                      &TrunkGroup::intfListDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::String8 const _trunkGroupName;
+  Koi::HashMap< KoiIntfList, Wirex::IntfId, bool > intfList_;
+};
+
+/// A new TrunkGroup without a parent.
+inline Koi::Ptr< TrunkGroup > trunkGroupFactory( Koi::String8 const & trunkGroupName ) {
+  return new TrunkGroup( trunkGroupName );
+}
+
+/// The VLANs that interfaces and trunk groups allow.
+class KOI_PUBLIC AllowedVlans : public Koi::EntityOf< AllowedVlans > {
+ public:
+  explicit AllowedVlans( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiVlans;
+  /// by interface, a range list
+  Koi::String8 vlans( Wirex::IntfId const & k ) const { return vlans_.value( k ); }
+  Koi::HashMap< KoiVlans, Wirex::IntfId, Koi::String8 > const & vlans() const { return vlans_; }
+  using VlansIterator = Koi::HashMap< KoiVlans, Wirex::IntfId, Koi::String8 >::Iterator;
+  VlansIterator vlansIterator() { return vlans_.koiIterator(); }
+  void vlansIs( Wirex::IntfId const & k, Koi::String8 const & v ) {
+    koiIs( vlans_, k, v, NotifieeConst::koiOnVlans );
+  }
+  Koi::String8 vlansDel( Wirex::IntfId const & k ) {
+    return koiDel( vlans_, k, NotifieeConst::koiOnVlans );
+  }
+  Koi::String8 vlansDel( VlansIterator const & i ) {
+    return koiDel( vlans_, i, NotifieeConst::koiOnVlans );
+  }
+  void vlansDelAll() { koiDelAll( vlans_, NotifieeConst::koiOnVlans ); }
+  void vlansNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnVlans, k ); }
+
+  class KoiTrunkGroup;
+  /// by name
+  Koi::Ptr< TrunkGroup > trunkGroup( Koi::String8 const & k ) const {
+    return trunkGroup_.value( k );
+  }
+  Koi::HashMap< KoiTrunkGroup, Koi::String8, Koi::Owned< TrunkGroup > > const & trunkGroup() const {
+    return trunkGroup_;
+  }
+  using TrunkGroupIterator = Koi::HashMap< KoiTrunkGroup, Koi::String8,
+      Koi::Owned< TrunkGroup > >::Iterator;
+  TrunkGroupIterator trunkGroupIterator() { return trunkGroup_.koiIterator(); }
+  /// The one of that key, made when there is none.
+  Koi::Ptr< TrunkGroup > trunkGroupIs( Koi::String8 const & k ) {
+    return koiChildIs( trunkGroup_, NotifieeConst::koiOnTrunkGroup, k );
+  }
+  Koi::Ptr< TrunkGroup > trunkGroupDel( Koi::String8 const & k ) {
+    return koiDel( trunkGroup_, k, NotifieeConst::koiOnTrunkGroup );
+  }
+  Koi::Ptr< TrunkGroup > trunkGroupDel( TrunkGroupIterator const & i ) {
+    return koiDel( trunkGroup_, i, NotifieeConst::koiOnTrunkGroup );
+  }
+  void trunkGroupDelAll() { koiDelAll( trunkGroup_, NotifieeConst::koiOnTrunkGroup ); }
+  void trunkGroupNotify( Koi::String8 const & k ) {
+    koiNotify( NotifieeConst::koiOnTrunkGroup, k );
+  }
+
+  /// Deletes all vlans, then all trunk groups.
+  void reset();
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< AllowedVlans > {
+   public:
+    virtual void onVlans() {}
+    virtual void onVlans( Wirex::IntfId const & ) {}
+    virtual void onVlansKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnVlans ); onVlans( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnVlans{
+      koiFirst + 0, &NotifieeConst::onVlans, &NotifieeConst::onVlansKoiImmediate };
+
+    virtual void onTrunkGroup() {}
+    virtual void onTrunkGroup( Koi::String8 const & ) {}
+    virtual void onTrunkGroupKoiImmediate( Koi::String8 const & k ) {
+      koiPass( koiOnTrunkGroup ); onTrunkGroup( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Koi::String8 const & > koiOnTrunkGroup{
+      koiFirst + 1, &NotifieeConst::onTrunkGroup, &NotifieeConst::onTrunkGroupKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, AllowedVlans >;
+
+  static constexpr char koiName[] = "Bridging::Input::AllowedVlans";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &AllowedVlans::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "vlans", &AllowedVlans::vlans_, &AllowedVlans::vlansIs,
+                      &AllowedVlans::vlansDel ),
+      Koi::attribute( "trunkGroup", &AllowedVlans::trunkGroup_, &AllowedVlans::trunkGroupIs,
+                      &AllowedVlans::trunkGroupDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiVlans, Wirex::IntfId, Koi::String8 > vlans_;
+  Koi::HashMap< KoiTrunkGroup, Koi::String8, Koi::Owned< TrunkGroup > > trunkGroup_;
+};
+
+/// A new AllowedVlans without a parent.
+inline Koi::Ptr< AllowedVlans > allowedVlansFactory( Koi::Name const & name ) {
+  return new AllowedVlans( name );
+}
+
+}  // namespace Bridging::Input

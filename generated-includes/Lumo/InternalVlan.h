@@ -1,0 +1,313 @@
+// InternalVlan.h: written by koigen from InternalVlan.koi. Change that file, not this one.
+#pragma once
+
+#include <koi/Value.h>
+#include <koi/Entity.h>
+#include <Lumo/VlanId.h>
+
+namespace Bridging {
+
+/// Tells the requests of one component apart: at most 10 bytes.
+class KOI_PUBLIC InternalVlanKey : public Koi::Wrapped< InternalVlanKey, Koi::String8 > {
+ public:
+  using Wrapped::Wrapped;
+
+  static constexpr char koiName[] = "Bridging::InternalVlanKey";
+  static constexpr char koiField[] = "bytes";
+  static constexpr Koi::StringLimit koiRange{ 10, "InternalVlanKey::bytes > 10 not allowed" };
+  static Koi::KoiType const _koiType;
+};
+
+/// The component that asks: at most 8 bytes.
+class KOI_PUBLIC InternalVlanSource : public Koi::Wrapped< InternalVlanSource, Koi::String8 > {
+ public:
+  using Wrapped::Wrapped;
+
+  static constexpr char koiName[] = "Bridging::InternalVlanSource";
+  static constexpr char koiField[] = "bytes";
+  static constexpr Koi::StringLimit koiRange{ 8, "InternalVlanSource::bytes > 8 not allowed" };
+  static Koi::KoiType const _koiType;
+};
+
+/// Names one request, and its answer. Sorted by the key, then by the source.
+class KOI_PUBLIC InternalVlanKeySourcePair
+    : public Koi::OrderedStructure< InternalVlanKeySourcePair > {
+ public:
+  InternalVlanKeySourcePair() = default;
+  InternalVlanKeySourcePair( InternalVlanKey const & key, InternalVlanSource const & source )
+      : _key( key ), _source( source ) {}
+  InternalVlanKeySourcePair( Koi::String8::IteratorConst & it,
+                             Koi::String8::IteratorConst const & end ) {
+    koiParse( it, end );
+  }
+  InternalVlanKeySourcePair( Koi::NboAttrLog::In * in, Koi::StreamBogon ) { koiRead( in ); }
+
+  /// which of the component's requests
+  InternalVlanKey key() const { return _key; }
+
+  /// the component
+  InternalVlanSource source() const { return _source; }
+
+  static constexpr char koiName[] = "Bridging::InternalVlanKeySourcePair";
+  static constexpr auto koiFields() {
+    return std::tuple{
+      Koi::field( "key", &InternalVlanKeySourcePair::_key ),
+      Koi::field( "source", &InternalVlanKeySourcePair::_source )
+    };
+  }
+  static Koi::KoiType const _koiType;
+
+ private:
+  InternalVlanKey _key{};
+  InternalVlanSource _source{};
+};
+
+/// The requests, and what the administrator allows. Components write config and preferred, the
+/// administrator's side writes the lists.
+class KOI_PUBLIC InternalVlanConfigDir : public Koi::EntityOf< InternalVlanConfigDir > {
+ public:
+  explicit InternalVlanConfigDir( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiConfig;
+  /// the requests: whether a VLAN is needed
+  bool config( InternalVlanKeySourcePair const & k ) const { return config_.value( k ); }
+  Koi::HashMap< KoiConfig, InternalVlanKeySourcePair, bool > const & config() const {
+    return config_;
+  }
+  using ConfigIterator = Koi::HashMap< KoiConfig, InternalVlanKeySourcePair, bool >::Iterator;
+  ConfigIterator configIterator() { return config_.koiIterator(); }
+  void configIs( InternalVlanKeySourcePair const & k, bool v ) {
+    koiIs( config_, k, v, NotifieeConst::koiOnConfig );
+  }
+  bool configDel( InternalVlanKeySourcePair const & k ) {
+    return koiDel( config_, k, NotifieeConst::koiOnConfig );
+  }
+  bool configDel( ConfigIterator const & i ) {
+    return koiDel( config_, i, NotifieeConst::koiOnConfig );
+  }
+  void configDelAll() { koiDelAll( config_, NotifieeConst::koiOnConfig ); }
+  void configNotify( InternalVlanKeySourcePair const & k ) {
+    koiNotify( NotifieeConst::koiOnConfig, k );
+  }
+
+  class KoiPreferred;
+  /// which VLAN each would like; none for any
+  VlanIdOrNone preferred( InternalVlanKeySourcePair const & k ) const {
+    return preferred_.value( k );
+  }
+  Koi::HashMap< KoiPreferred, InternalVlanKeySourcePair, VlanIdOrNone > const & preferred() const {
+    return preferred_;
+  }
+  using PreferredIterator = Koi::HashMap< KoiPreferred, InternalVlanKeySourcePair,
+      VlanIdOrNone >::Iterator;
+  PreferredIterator preferredIterator() { return preferred_.koiIterator(); }
+  void preferredIs( InternalVlanKeySourcePair const & k, VlanIdOrNone const & v ) {
+    koiIs( preferred_, k, v, NotifieeConst::koiOnPreferred );
+  }
+  VlanIdOrNone preferredDel( InternalVlanKeySourcePair const & k ) {
+    return koiDel( preferred_, k, NotifieeConst::koiOnPreferred );
+  }
+  VlanIdOrNone preferredDel( PreferredIterator const & i ) {
+    return koiDel( preferred_, i, NotifieeConst::koiOnPreferred );
+  }
+  void preferredDelAll() { koiDelAll( preferred_, NotifieeConst::koiOnPreferred ); }
+  void preferredNotify( InternalVlanKeySourcePair const & k ) {
+    koiNotify( NotifieeConst::koiOnPreferred, k );
+  }
+
+  class KoiWhitelist;
+  /// what may be handed out, when useWhitelist says so
+  bool whitelist( VlanId const & k ) const { return whitelist_.value( k ); }
+  Koi::RbTreeMap< KoiWhitelist, VlanId, bool > const & whitelist() const { return whitelist_; }
+  using WhitelistIterator = Koi::RbTreeMap< KoiWhitelist, VlanId, bool >::Iterator;
+  WhitelistIterator whitelistIterator() { return whitelist_.koiIterator(); }
+  void whitelistIs( VlanId const & k, bool v ) {
+    koiIs( whitelist_, k, v, NotifieeConst::koiOnWhitelist );
+  }
+  bool whitelistDel( VlanId const & k ) {
+    return koiDel( whitelist_, k, NotifieeConst::koiOnWhitelist );
+  }
+  bool whitelistDel( WhitelistIterator const & i ) {
+    return koiDel( whitelist_, i, NotifieeConst::koiOnWhitelist );
+  }
+  void whitelistDelAll() { koiDelAll( whitelist_, NotifieeConst::koiOnWhitelist ); }
+  void whitelistNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnWhitelist, k ); }
+
+  class KoiBlacklist;
+  /// what may never be handed out
+  bool blacklist( VlanId const & k ) const { return blacklist_.value( k ); }
+  Koi::HashMap< KoiBlacklist, VlanId, bool > const & blacklist() const { return blacklist_; }
+  using BlacklistIterator = Koi::HashMap< KoiBlacklist, VlanId, bool >::Iterator;
+  BlacklistIterator blacklistIterator() { return blacklist_.koiIterator(); }
+  void blacklistIs( VlanId const & k, bool v ) {
+    koiIs( blacklist_, k, v, NotifieeConst::koiOnBlacklist );
+  }
+  bool blacklistDel( VlanId const & k ) {
+    return koiDel( blacklist_, k, NotifieeConst::koiOnBlacklist );
+  }
+  bool blacklistDel( BlacklistIterator const & i ) {
+    return koiDel( blacklist_, i, NotifieeConst::koiOnBlacklist );
+  }
+  void blacklistDelAll() { koiDelAll( blacklist_, NotifieeConst::koiOnBlacklist ); }
+  void blacklistNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnBlacklist, k ); }
+
+  /// nothing but the whitelist may be handed out
+  bool useWhitelist() const { return useWhitelist_; }
+  void useWhitelistIs( bool v ) { koiIs( useWhitelist_, v, NotifieeConst::koiOnUseWhitelist ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< InternalVlanConfigDir > {
+   public:
+    virtual void onConfig() {}
+    virtual void onConfig( InternalVlanKeySourcePair const & ) {}
+    virtual void onConfigKoiImmediate( InternalVlanKeySourcePair const & k ) {
+      koiPass( koiOnConfig ); onConfig( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, InternalVlanKeySourcePair const & > koiOnConfig{
+      koiFirst + 0, &NotifieeConst::onConfig, &NotifieeConst::onConfigKoiImmediate };
+
+    virtual void onPreferred() {}
+    virtual void onPreferred( InternalVlanKeySourcePair const & ) {}
+    virtual void onPreferredKoiImmediate( InternalVlanKeySourcePair const & k ) {
+      koiPass( koiOnPreferred ); onPreferred( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst,
+        InternalVlanKeySourcePair const & > koiOnPreferred{
+      koiFirst + 1, &NotifieeConst::onPreferred, &NotifieeConst::onPreferredKoiImmediate };
+
+    virtual void onWhitelist() {}
+    virtual void onWhitelist( VlanId const & ) {}
+    virtual void onWhitelistKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnWhitelist ); onWhitelist( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnWhitelist{
+      koiFirst + 2, &NotifieeConst::onWhitelist, &NotifieeConst::onWhitelistKoiImmediate };
+
+    virtual void onBlacklist() {}
+    virtual void onBlacklist( VlanId const & ) {}
+    virtual void onBlacklistKoiImmediate( VlanId const & k ) {
+      koiPass( koiOnBlacklist ); onBlacklist( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, VlanId const & > koiOnBlacklist{
+      koiFirst + 3, &NotifieeConst::onBlacklist, &NotifieeConst::onBlacklistKoiImmediate };
+
+    virtual void onUseWhitelist() {}
+    virtual void onUseWhitelistKoiImmediate() { koiPass( koiOnUseWhitelist ); onUseWhitelist(); }
+    static constexpr Koi::Callback< NotifieeConst > koiOnUseWhitelist{
+      koiFirst + 4, &NotifieeConst::onUseWhitelist, &NotifieeConst::onUseWhitelistKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, InternalVlanConfigDir >;
+
+  static constexpr char koiName[] = "Bridging::InternalVlanConfigDir";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &InternalVlanConfigDir::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "config", &InternalVlanConfigDir::config_, &InternalVlanConfigDir::configIs,
+                      &InternalVlanConfigDir::configDel ),
+      Koi::attribute( "preferred", &InternalVlanConfigDir::preferred_,
+                      &InternalVlanConfigDir::preferredIs, &InternalVlanConfigDir::preferredDel ),
+      Koi::attribute( "whitelist", &InternalVlanConfigDir::whitelist_,
+                      &InternalVlanConfigDir::whitelistIs, &InternalVlanConfigDir::whitelistDel ),
+      Koi::attribute( "blacklist", &InternalVlanConfigDir::blacklist_,
+                      &InternalVlanConfigDir::blacklistIs, &InternalVlanConfigDir::blacklistDel ),
+      Koi::attribute( "useWhitelist", &InternalVlanConfigDir::useWhitelist_,
+                      &InternalVlanConfigDir::useWhitelistIs )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 5;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiConfig, InternalVlanKeySourcePair, bool > config_;
+  Koi::HashMap< KoiPreferred, InternalVlanKeySourcePair, VlanIdOrNone > preferred_;
+  Koi::RbTreeMap< KoiWhitelist, VlanId, bool > whitelist_;
+  Koi::HashMap< KoiBlacklist, VlanId, bool > blacklist_;
+  bool useWhitelist_{};
+};
+
+/// A new InternalVlanConfigDir without a parent.
+inline Koi::Ptr< InternalVlanConfigDir > internalVlanConfigDirFactory( Koi::Name const & name ) {
+  return new InternalVlanConfigDir( name );
+}
+
+/// The answers. The agent that allocates writes them, nobody else.
+class KOI_PUBLIC InternalVlanStatusDir : public Koi::EntityOf< InternalVlanStatusDir > {
+ public:
+  explicit InternalVlanStatusDir( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiStatus;
+  /// the VLAN of each request; none when there was none left
+  VlanIdOrNone status( InternalVlanKeySourcePair const & k ) const { return status_.value( k ); }
+  Koi::HashMap< KoiStatus, InternalVlanKeySourcePair, VlanIdOrNone > const & status() const {
+    return status_;
+  }
+  using StatusIterator = Koi::HashMap< KoiStatus, InternalVlanKeySourcePair,
+      VlanIdOrNone >::Iterator;
+  StatusIterator statusIterator() { return status_.koiIterator(); }
+  void statusIs( InternalVlanKeySourcePair const & k, VlanIdOrNone const & v ) {
+    koiIs( status_, k, v, NotifieeConst::koiOnStatus );
+  }
+  VlanIdOrNone statusDel( InternalVlanKeySourcePair const & k ) {
+    return koiDel( status_, k, NotifieeConst::koiOnStatus );
+  }
+  VlanIdOrNone statusDel( StatusIterator const & i ) {
+    return koiDel( status_, i, NotifieeConst::koiOnStatus );
+  }
+  void statusDelAll() { koiDelAll( status_, NotifieeConst::koiOnStatus ); }
+  void statusNotify( InternalVlanKeySourcePair const & k ) {
+    koiNotify( NotifieeConst::koiOnStatus, k );
+  }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< InternalVlanStatusDir > {
+   public:
+    virtual void onStatus() {}
+    virtual void onStatus( InternalVlanKeySourcePair const & ) {}
+    virtual void onStatusKoiImmediate( InternalVlanKeySourcePair const & k ) {
+      koiPass( koiOnStatus ); onStatus( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, InternalVlanKeySourcePair const & > koiOnStatus{
+      koiFirst + 0, &NotifieeConst::onStatus, &NotifieeConst::onStatusKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, InternalVlanStatusDir >;
+
+  static constexpr char koiName[] = "Bridging::InternalVlanStatusDir";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &InternalVlanStatusDir::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "status", &InternalVlanStatusDir::status_, &InternalVlanStatusDir::statusIs,
+                      &InternalVlanStatusDir::statusDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiStatus, InternalVlanKeySourcePair, VlanIdOrNone > status_;
+};
+
+/// A new InternalVlanStatusDir without a parent.
+inline Koi::Ptr< InternalVlanStatusDir > internalVlanStatusDirFactory( Koi::Name const & name ) {
+  return new InternalVlanStatusDir( name );
+}
+
+}  // namespace Bridging
+
+// Reflection wrappers: each holds one copy of a value.
+namespace _koi_Bridging_InternalVlanKey {
+  using GenericIf_ = Koi::GenericValue< Bridging::InternalVlanKey >;
+}
+namespace _koi_Bridging_InternalVlanSource {
+  using GenericIf_ = Koi::GenericValue< Bridging::InternalVlanSource >;
+}
+namespace _koi_Bridging_InternalVlanKeySourcePair {
+  using GenericIf_ = Koi::GenericValue< Bridging::InternalVlanKeySourcePair >;
+}

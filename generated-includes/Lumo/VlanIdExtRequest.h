@@ -1,0 +1,134 @@
+// VlanIdExtRequest.h: written by koigen from VlanIdExtRequest.koi. Change that file, not this one.
+#pragma once
+
+#include <koi/Value.h>
+#include <koi/Entity.h>
+#include <Lumo/VlanId.h>
+#include <wirex/IntfId.h>
+
+namespace LumoExt {
+
+/// The interfaces that want a VLAN. The component that asks writes it.
+class KOI_PUBLIC RequestReservedVlanId : public Koi::EntityOf< RequestReservedVlanId > {
+ public:
+  explicit RequestReservedVlanId( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiRequest;
+  /// an entry each
+  bool request( Wirex::IntfId const & k ) const { return request_.value( k ); }
+  Koi::HashMap< KoiRequest, Wirex::IntfId, bool > const & request() const { return request_; }
+  using RequestIterator = Koi::HashMap< KoiRequest, Wirex::IntfId, bool >::Iterator;
+  RequestIterator requestIterator() { return request_.koiIterator(); }
+  void requestIs( Wirex::IntfId const & k, bool v ) {
+    koiIs( request_, k, v, NotifieeConst::koiOnRequest );
+  }
+  bool requestDel( Wirex::IntfId const & k ) {
+    return koiDel( request_, k, NotifieeConst::koiOnRequest );
+  }
+  bool requestDel( RequestIterator const & i ) {
+    return koiDel( request_, i, NotifieeConst::koiOnRequest );
+  }
+  void requestDelAll() { koiDelAll( request_, NotifieeConst::koiOnRequest ); }
+  void requestNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnRequest, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< RequestReservedVlanId > {
+   public:
+    virtual void onRequest() {}
+    virtual void onRequest( Wirex::IntfId const & ) {}
+    virtual void onRequestKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnRequest ); onRequest( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnRequest{
+      koiFirst + 0, &NotifieeConst::onRequest, &NotifieeConst::onRequestKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, RequestReservedVlanId >;
+
+  static constexpr char koiName[] = "LumoExt::RequestReservedVlanId";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &RequestReservedVlanId::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "request", &RequestReservedVlanId::request_,
+                      &RequestReservedVlanId::requestIs, &RequestReservedVlanId::requestDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiRequest, Wirex::IntfId, bool > request_;
+};
+
+/// A new RequestReservedVlanId without a parent.
+inline Koi::Ptr< RequestReservedVlanId > requestReservedVlanIdFactory( Koi::Name const & name ) {
+  return new RequestReservedVlanId( name );
+}
+
+/// The VLANs that they got. The bridging agent writes it.
+class KOI_PUBLIC ResponseReservedVlanId : public Koi::EntityOf< ResponseReservedVlanId > {
+ public:
+  explicit ResponseReservedVlanId( Koi::Name const & name ) : EntityOf( name ) {}
+
+  class KoiResponse;
+  /// by interface; none is an answer, too
+  Bridging::VlanIdOrNone response( Wirex::IntfId const & k ) const { return response_.value( k ); }
+  Koi::HashMap< KoiResponse, Wirex::IntfId, Bridging::VlanIdOrNone > const & response() const {
+    return response_;
+  }
+  using ResponseIterator = Koi::HashMap< KoiResponse, Wirex::IntfId,
+      Bridging::VlanIdOrNone >::Iterator;
+  ResponseIterator responseIterator() { return response_.koiIterator(); }
+  void responseIs( Wirex::IntfId const & k, Bridging::VlanIdOrNone const & v ) {
+    koiIs( response_, k, v, NotifieeConst::koiOnResponse );
+  }
+  Bridging::VlanIdOrNone responseDel( Wirex::IntfId const & k ) {
+    return koiDel( response_, k, NotifieeConst::koiOnResponse );
+  }
+  Bridging::VlanIdOrNone responseDel( ResponseIterator const & i ) {
+    return koiDel( response_, i, NotifieeConst::koiOnResponse );
+  }
+  void responseDelAll() { koiDelAll( response_, NotifieeConst::koiOnResponse ); }
+  void responseNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnResponse, k ); }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< ResponseReservedVlanId > {
+   public:
+    virtual void onResponse() {}
+    virtual void onResponse( Wirex::IntfId const & ) {}
+    virtual void onResponseKoiImmediate( Wirex::IntfId const & k ) {
+      koiPass( koiOnResponse ); onResponse( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, Wirex::IntfId const & > koiOnResponse{
+      koiFirst + 0, &NotifieeConst::onResponse, &NotifieeConst::onResponseKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, ResponseReservedVlanId >;
+
+  static constexpr char koiName[] = "LumoExt::ResponseReservedVlanId";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &ResponseReservedVlanId::name )
+    };
+  }
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::attribute( "response", &ResponseReservedVlanId::response_,
+                      &ResponseReservedVlanId::responseIs, &ResponseReservedVlanId::responseDel )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 1;
+  static Koi::KoiType const _koiType;
+
+ private:
+  Koi::HashMap< KoiResponse, Wirex::IntfId, Bridging::VlanIdOrNone > response_;
+};
+
+/// A new ResponseReservedVlanId without a parent.
+inline Koi::Ptr< ResponseReservedVlanId > responseReservedVlanIdFactory( Koi::Name const & name ) {
+  return new ResponseReservedVlanId( name );
+}
+
+}  // namespace LumoExt
