@@ -88,7 +88,7 @@ function( lumo_generate )
   if( LUMO_SANITIZE MATCHES "undefined" )
     # These would triple the time that the templates behind a model take; tests compile them checked.
     set_source_files_properties( ${sources} PROPERTIES
-      COMPILE_OPTIONS "-fno-sanitize=null,alignment,vptr,object-size;-g1" )
+      COMPILE_OPTIONS "-fno-sanitize=null,alignment,vptr,object-size" )
   endif()
   get_target_property( type ${koi_TARGET} TYPE )
   set( scope PUBLIC )

@@ -106,14 +106,14 @@ class KOI_PUBLIC TopoPortConfig : public Koi::EntityOf< TopoPortConfig > {
       Koi::initial( "_state", &TopoPortConfig::state )
     };
   }
+  template< class Self = TopoPortConfig >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "intfId", &TopoPortConfig::_intfId ),
-      Koi::attribute( "creationNonce", &TopoPortConfig::_creationNonce ),
-      Koi::attribute( "state", &TopoPortConfig::state_, &TopoPortConfig::stateIs ),
-      Koi::attribute( "fdbFlush", &TopoPortConfig::fdbFlush_, &TopoPortConfig::fdbFlushIs ),
-      Koi::attribute( "lowerAgingTime", &TopoPortConfig::lowerAgingTime_,
-                      &TopoPortConfig::lowerAgingTimeIs )
+      Koi::attribute( "intfId", &Self::_intfId ),
+      Koi::attribute( "creationNonce", &Self::_creationNonce ),
+      Koi::attribute( "state", &Self::state_, &Self::stateIs ),
+      Koi::attribute( "fdbFlush", &Self::fdbFlush_, &Self::fdbFlushIs ),
+      Koi::attribute( "lowerAgingTime", &Self::lowerAgingTime_, &Self::lowerAgingTimeIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 5;
@@ -202,13 +202,14 @@ class KOI_PUBLIC TopoConfig : public Koi::EntityOf< TopoConfig > {
       Koi::parameter( "_standalone", &TopoConfig::standalone )
     };
   }
+  template< class Self = TopoConfig >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "creationNonce", &TopoConfig::_creationNonce ),
-      Koi::attribute( "defaultPortState", &TopoConfig::_defaultPortState ),
-      Koi::attribute( "standalone", &TopoConfig::_standalone ),
-      Koi::attribute( "topoPortConfig", &TopoConfig::topoPortConfig_, &TopoConfig::topoPortConfigIs,
-                      &TopoConfig::topoPortConfigDel )
+      Koi::attribute( "creationNonce", &Self::_creationNonce ),
+      Koi::attribute( "defaultPortState", &Self::_defaultPortState ),
+      Koi::attribute( "standalone", &Self::_standalone ),
+      Koi::attribute( "topoPortConfig", &Self::topoPortConfig_, &Self::topoPortConfigIs,
+                      &Self::topoPortConfigDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 4;
@@ -331,15 +332,15 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
       Koi::parameter( "_name", &Config::name )
     };
   }
+  template< class Self = Config >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "agingTime", &Config::agingTime_, &Config::agingTimeIs ),
-      Koi::attribute( "topoConfig", &Config::topoConfig_, &Config::topoConfigIs,
-                      &Config::topoConfigDel ),
-      Koi::attribute( "vidToTopoMap", &Config::vidToTopoMap_, &Config::vidToTopoMapIs,
-                      &Config::vidToTopoMapDel ),
-      Koi::attribute( "trapStpBpdus", &Config::trapStpBpdus_, &Config::trapStpBpdusIs ),
-      Koi::attribute( "trapPvstBpdus", &Config::trapPvstBpdus_, &Config::trapPvstBpdusIs )
+      Koi::attribute( "agingTime", &Self::agingTime_, &Self::agingTimeIs ),
+      Koi::attribute( "topoConfig", &Self::topoConfig_, &Self::topoConfigIs, &Self::topoConfigDel ),
+      Koi::attribute( "vidToTopoMap", &Self::vidToTopoMap_, &Self::vidToTopoMapIs,
+                      &Self::vidToTopoMapDel ),
+      Koi::attribute( "trapStpBpdus", &Self::trapStpBpdus_, &Self::trapStpBpdusIs ),
+      Koi::attribute( "trapPvstBpdus", &Self::trapPvstBpdus_, &Self::trapPvstBpdusIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 5;
@@ -428,16 +429,16 @@ class KOI_PUBLIC TopoPortStatus : public Koi::EntityOf< TopoPortStatus > {
       Koi::parameter( "_creationNonce", &TopoPortStatus::creationNonce )
     };
   }
+  template< class Self = TopoPortStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "intfId", &TopoPortStatus::_intfId ),
-      Koi::attribute( "creationNonce", &TopoPortStatus::_creationNonce ),
-      Koi::attribute( "state", &TopoPortStatus::state_, &TopoPortStatus::stateIs ),
-      Koi::attribute( "changeInfo", &TopoPortStatus::changeInfo_, &TopoPortStatus::changeInfoIs ),
-      Koi::attribute( "fdbFlushReport", &TopoPortStatus::fdbFlushReport_,
-                      &TopoPortStatus::fdbFlushReportIs ),
-      Koi::attribute( "lowerAgingTimeReport", &TopoPortStatus::lowerAgingTimeReport_,
-                      &TopoPortStatus::lowerAgingTimeReportIs )
+      Koi::attribute( "intfId", &Self::_intfId ),
+      Koi::attribute( "creationNonce", &Self::_creationNonce ),
+      Koi::attribute( "state", &Self::state_, &Self::stateIs ),
+      Koi::attribute( "changeInfo", &Self::changeInfo_, &Self::changeInfoIs ),
+      Koi::attribute( "fdbFlushReport", &Self::fdbFlushReport_, &Self::fdbFlushReportIs ),
+      Koi::attribute( "lowerAgingTimeReport", &Self::lowerAgingTimeReport_,
+                      &Self::lowerAgingTimeReportIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 6;
@@ -515,11 +516,12 @@ class KOI_PUBLIC TopoStatus : public Koi::EntityOf< TopoStatus > {
       Koi::parameter( "_creationNonce", &TopoStatus::creationNonce )
     };
   }
+  template< class Self = TopoStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "creationNonce", &TopoStatus::_creationNonce ),
-      Koi::attribute( "topoPortStatus", &TopoStatus::topoPortStatus_, &TopoStatus::topoPortStatusIs,
-                      &TopoStatus::topoPortStatusDel )
+      Koi::attribute( "creationNonce", &Self::_creationNonce ),
+      Koi::attribute( "topoPortStatus", &Self::topoPortStatus_, &Self::topoPortStatusIs,
+                      &Self::topoPortStatusDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;
@@ -623,16 +625,16 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
       Koi::parameter( "_name", &Status::name )
     };
   }
+  template< class Self = Status >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "topoStatus", &Status::topoStatus_, &Status::topoStatusIs,
-                      &Status::topoStatusDel ),
-      Koi::attribute( "maximumMstpInstances", &Status::maximumMstpInstances_,
-                      &Status::maximumMstpInstancesIs ),
-      Koi::attribute( "maximumTopologiesSupported", &Status::maximumTopologiesSupported_,
-                      &Status::maximumTopologiesSupportedIs ),
-      Koi::attribute( "hardwareConfigured", &Status::hardwareConfigured_,
-                      &Status::hardwareConfiguredIs )
+      Koi::attribute( "topoStatus", &Self::topoStatus_, &Self::topoStatusIs, &Self::topoStatusDel ),
+      Koi::attribute( "maximumMstpInstances", &Self::maximumMstpInstances_,
+                      &Self::maximumMstpInstancesIs ),
+      Koi::attribute( "maximumTopologiesSupported", &Self::maximumTopologiesSupported_,
+                      &Self::maximumTopologiesSupportedIs ),
+      Koi::attribute( "hardwareConfigured", &Self::hardwareConfigured_,
+                      &Self::hardwareConfiguredIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 4;
@@ -709,11 +711,12 @@ class KOI_PUBLIC TopoStatus : public Koi::EntityOf< TopoStatus > {
       Koi::parameter( "_creationNonce", &TopoStatus::creationNonce )
     };
   }
+  template< class Self = TopoStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "creationNonce", &TopoStatus::_creationNonce ),
-      Koi::attribute( "topoPortStatus", &TopoStatus::topoPortStatus_, &TopoStatus::topoPortStatusIs,
-                      &TopoStatus::topoPortStatusDel )
+      Koi::attribute( "creationNonce", &Self::_creationNonce ),
+      Koi::attribute( "topoPortStatus", &Self::topoPortStatus_, &Self::topoPortStatusIs,
+                      &Self::topoPortStatusDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;
@@ -817,16 +820,16 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
       Koi::parameter( "_name", &Status::name )
     };
   }
+  template< class Self = Status >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "topoStatus", &Status::topoStatus_, &Status::topoStatusIs,
-                      &Status::topoStatusDel ),
-      Koi::attribute( "maximumMstpInstances", &Status::maximumMstpInstances_,
-                      &Status::maximumMstpInstancesIs ),
-      Koi::attribute( "maximumTopologiesSupported", &Status::maximumTopologiesSupported_,
-                      &Status::maximumTopologiesSupportedIs ),
-      Koi::attribute( "hardwareConfigured", &Status::hardwareConfigured_,
-                      &Status::hardwareConfiguredIs )
+      Koi::attribute( "topoStatus", &Self::topoStatus_, &Self::topoStatusIs, &Self::topoStatusDel ),
+      Koi::attribute( "maximumMstpInstances", &Self::maximumMstpInstances_,
+                      &Self::maximumMstpInstancesIs ),
+      Koi::attribute( "maximumTopologiesSupported", &Self::maximumTopologiesSupported_,
+                      &Self::maximumTopologiesSupportedIs ),
+      Koi::attribute( "hardwareConfigured", &Self::hardwareConfigured_,
+                      &Self::hardwareConfiguredIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 4;

@@ -660,10 +660,11 @@ class KOI_PUBLIC EthGroup : public Koi::EntityOf< EthGroup > {
       Koi::parameter( "_address", &EthGroup::address )
     };
   }
+  template< class Self = EthGroup >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "address", &EthGroup::_address ),
-      Koi::attribute( "intf", &EthGroup::intf_, &EthGroup::intfIs, &EthGroup::intfDel )
+      Koi::attribute( "address", &Self::_address ),
+      Koi::attribute( "intf", &Self::intf_, &Self::intfIs, &Self::intfDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;
@@ -762,13 +763,13 @@ class KOI_PUBLIC FdbConfig : public Koi::EntityOf< FdbConfig > {
       Koi::parameter( "_fid", &FdbConfig::fid )
     };
   }
+  template< class Self = FdbConfig >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "fid", &FdbConfig::_fid ),
-      Koi::attribute( "configuredHost", &FdbConfig::configuredHost_, &FdbConfig::configuredHostIs,
-                      &FdbConfig::configuredHostDel ),
-      Koi::attribute( "ethGroup", &FdbConfig::ethGroup_, &FdbConfig::ethGroupIs,
-                      &FdbConfig::ethGroupDel )
+      Koi::attribute( "fid", &Self::_fid ),
+      Koi::attribute( "configuredHost", &Self::configuredHost_, &Self::configuredHostIs,
+                      &Self::configuredHostDel ),
+      Koi::attribute( "ethGroup", &Self::ethGroup_, &Self::ethGroupIs, &Self::ethGroupDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 3;
@@ -832,11 +833,12 @@ class KOI_PUBLIC FdbStatus : public Koi::EntityOf< FdbStatus > {
       Koi::parameter( "_fid", &FdbStatus::fid )
     };
   }
+  template< class Self = FdbStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "fid", &FdbStatus::_fid ),
-      Koi::attribute( "learnedHost", &FdbStatus::learnedHost_, &FdbStatus::learnedHostIs,
-                      &FdbStatus::learnedHostDel )
+      Koi::attribute( "fid", &Self::_fid ),
+      Koi::attribute( "learnedHost", &Self::learnedHost_, &Self::learnedHostIs,
+                      &Self::learnedHostDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;
@@ -914,13 +916,13 @@ class KOI_PUBLIC SviMappingState : public Koi::EntityOf< SviMappingState > {
       Koi::parameter( "_primaryVlan", &SviMappingState::primaryVlan )
     };
   }
+  template< class Self = SviMappingState >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "primaryVlan", &SviMappingState::_primaryVlan ),
-      Koi::attribute( "defaultSviMapping", &SviMappingState::defaultSviMapping_,
-                      &SviMappingState::defaultSviMappingIs ),
-      Koi::attribute( "secondaryVlan", &SviMappingState::secondaryVlan_,
-                      &SviMappingState::secondaryVlanIs, &SviMappingState::secondaryVlanDel )
+      Koi::attribute( "primaryVlan", &Self::_primaryVlan ),
+      Koi::attribute( "defaultSviMapping", &Self::defaultSviMapping_, &Self::defaultSviMappingIs ),
+      Koi::attribute( "secondaryVlan", &Self::secondaryVlan_, &Self::secondaryVlanIs,
+                      &Self::secondaryVlanDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 3;
@@ -1266,44 +1268,38 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
       Koi::initial( "_switchportModeAndNativeVlan", &SwitchIntfConfig::switchportModeAndNativeVlan )
     };
   }
+  template< class Self = SwitchIntfConfig >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "intfId", &SwitchIntfConfig::_intfId ),
-      Koi::attribute( "switchportModeAndNativeVlan",
-                      &SwitchIntfConfig::switchportModeAndNativeVlan_,
-          &SwitchIntfConfig::switchportModeAndNativeVlanIs ),
-      Koi::computed( "switchportMode", &SwitchIntfConfig::switchportMode ),
-      Koi::computed( "nativeVlan", &SwitchIntfConfig::nativeVlan ),
-      Koi::attribute( "blockUnknownUnicast", &SwitchIntfConfig::blockUnknownUnicast_,
-                      &SwitchIntfConfig::blockUnknownUnicastIs ),
-      Koi::attribute( "blockUnknownMulticast", &SwitchIntfConfig::blockUnknownMulticast_,
-                      &SwitchIntfConfig::blockUnknownMulticastIs ),
-      Koi::attribute( "macLearningEnabled", &SwitchIntfConfig::macLearningEnabled_,
-                      &SwitchIntfConfig::macLearningEnabledIs ),
-      Koi::attribute( "floodingEnabled", &SwitchIntfConfig::floodingEnabled_,
-                      &SwitchIntfConfig::floodingEnabledIs ),
-      Koi::attribute( "ingressNativeVlanXlate", &SwitchIntfConfig::ingressNativeVlanXlate_,
-                      &SwitchIntfConfig::ingressNativeVlanXlateIs ),
-      Koi::attribute( "egressNativeVlanXlate", &SwitchIntfConfig::egressNativeVlanXlate_,
-                      &SwitchIntfConfig::egressNativeVlanXlateIs ),
-      Koi::attribute( "ingressVlanXlate", &SwitchIntfConfig::ingressVlanXlate_,
-                      &SwitchIntfConfig::ingressVlanXlateIs,
-          &SwitchIntfConfig::ingressVlanXlateDel ),
-      Koi::attribute( "egressVlanXlate", &SwitchIntfConfig::egressVlanXlate_,
-                      &SwitchIntfConfig::egressVlanXlateIs, &SwitchIntfConfig::egressVlanXlateDel ),
-      Koi::attribute( "vlanTpid", &SwitchIntfConfig::vlanTpid_, &SwitchIntfConfig::vlanTpidIs ),
-      Koi::attribute( "vlanTagFormatDrop", &SwitchIntfConfig::vlanTagFormatDrop_,
-                      &SwitchIntfConfig::vlanTagFormatDropIs,
-          &SwitchIntfConfig::vlanTagFormatDropDel ),
-      Koi::attribute( "vlanMappingRequired", &SwitchIntfConfig::vlanMappingRequired_,
-                      &SwitchIntfConfig::vlanMappingRequiredIs,
-          &SwitchIntfConfig::vlanMappingRequiredDel ),
-      Koi::attribute( "sourceportFilterMode", &SwitchIntfConfig::sourceportFilterMode_,
-                      &SwitchIntfConfig::sourceportFilterModeIs ),
-      Koi::attribute( "tapAllowedVlans", &SwitchIntfConfig::tapAllowedVlans_,
-                      &SwitchIntfConfig::tapAllowedVlansIs ),
-      Koi::attribute( "toolAllowedVlans", &SwitchIntfConfig::toolAllowedVlans_,
-                      &SwitchIntfConfig::toolAllowedVlansIs )
+      Koi::attribute( "intfId", &Self::_intfId ),
+      Koi::attribute( "switchportModeAndNativeVlan", &Self::switchportModeAndNativeVlan_,
+                      &Self::switchportModeAndNativeVlanIs ),
+      Koi::computed( "switchportMode", &Self::switchportMode ),
+      Koi::computed( "nativeVlan", &Self::nativeVlan ),
+      Koi::attribute( "blockUnknownUnicast", &Self::blockUnknownUnicast_,
+                      &Self::blockUnknownUnicastIs ),
+      Koi::attribute( "blockUnknownMulticast", &Self::blockUnknownMulticast_,
+                      &Self::blockUnknownMulticastIs ),
+      Koi::attribute( "macLearningEnabled", &Self::macLearningEnabled_,
+                      &Self::macLearningEnabledIs ),
+      Koi::attribute( "floodingEnabled", &Self::floodingEnabled_, &Self::floodingEnabledIs ),
+      Koi::attribute( "ingressNativeVlanXlate", &Self::ingressNativeVlanXlate_,
+                      &Self::ingressNativeVlanXlateIs ),
+      Koi::attribute( "egressNativeVlanXlate", &Self::egressNativeVlanXlate_,
+                      &Self::egressNativeVlanXlateIs ),
+      Koi::attribute( "ingressVlanXlate", &Self::ingressVlanXlate_, &Self::ingressVlanXlateIs,
+                      &Self::ingressVlanXlateDel ),
+      Koi::attribute( "egressVlanXlate", &Self::egressVlanXlate_, &Self::egressVlanXlateIs,
+                      &Self::egressVlanXlateDel ),
+      Koi::attribute( "vlanTpid", &Self::vlanTpid_, &Self::vlanTpidIs ),
+      Koi::attribute( "vlanTagFormatDrop", &Self::vlanTagFormatDrop_, &Self::vlanTagFormatDropIs,
+                      &Self::vlanTagFormatDropDel ),
+      Koi::attribute( "vlanMappingRequired", &Self::vlanMappingRequired_,
+                      &Self::vlanMappingRequiredIs, &Self::vlanMappingRequiredDel ),
+      Koi::attribute( "sourceportFilterMode", &Self::sourceportFilterMode_,
+                      &Self::sourceportFilterModeIs ),
+      Koi::attribute( "tapAllowedVlans", &Self::tapAllowedVlans_, &Self::tapAllowedVlansIs ),
+      Koi::attribute( "toolAllowedVlans", &Self::toolAllowedVlans_, &Self::toolAllowedVlansIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 18;
@@ -1483,23 +1479,22 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
       Koi::parameter( "_internal", &VlanConfig::internal )
     };
   }
+  template< class Self = VlanConfig >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlanId", &VlanConfig::_vlanId ),
-      Koi::attribute( "internal", &VlanConfig::_internal ),
-      Koi::attribute( "configuredName", &VlanConfig::configuredName_,
-                      &VlanConfig::configuredNameIs ),
-      Koi::attribute( "intf", &VlanConfig::intf_, &VlanConfig::intfIs, &VlanConfig::intfDel ),
-      Koi::attribute( "adminState", &VlanConfig::adminState_, &VlanConfig::adminStateIs ),
-      Koi::attribute( "macLearning", &VlanConfig::macLearning_, &VlanConfig::macLearningIs ),
-      Koi::attribute( "vlanTypeAndPrimaryVlan", &VlanConfig::vlanTypeAndPrimaryVlan_,
-                      &VlanConfig::vlanTypeAndPrimaryVlanIs ),
-      Koi::computed( "vlanType", &VlanConfig::vlanType ),
-      Koi::computed( "primaryVlan", &VlanConfig::primaryVlan ),
-      Koi::constant< VlanConfig >( "defaultSource", &VlanConfig::defaultSource ),
-      Koi::attribute( "configSource", &VlanConfig::configSource_, &VlanConfig::configSourceIs ),
-      Koi::attribute( "trunkGroup", &VlanConfig::trunkGroup_, &VlanConfig::trunkGroupIs,
-                      &VlanConfig::trunkGroupDel )
+      Koi::attribute( "vlanId", &Self::_vlanId ),
+      Koi::attribute( "internal", &Self::_internal ),
+      Koi::attribute( "configuredName", &Self::configuredName_, &Self::configuredNameIs ),
+      Koi::attribute( "intf", &Self::intf_, &Self::intfIs, &Self::intfDel ),
+      Koi::attribute( "adminState", &Self::adminState_, &Self::adminStateIs ),
+      Koi::attribute( "macLearning", &Self::macLearning_, &Self::macLearningIs ),
+      Koi::attribute( "vlanTypeAndPrimaryVlan", &Self::vlanTypeAndPrimaryVlan_,
+                      &Self::vlanTypeAndPrimaryVlanIs ),
+      Koi::computed( "vlanType", &Self::vlanType ),
+      Koi::computed( "primaryVlan", &Self::primaryVlan ),
+      Koi::constant< Self >( "defaultSource", &Self::defaultSource ),
+      Koi::attribute( "configSource", &Self::configSource_, &Self::configSourceIs ),
+      Koi::attribute( "trunkGroup", &Self::trunkGroup_, &Self::trunkGroupIs, &Self::trunkGroupDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 12;
@@ -1845,32 +1840,29 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
       Koi::parameter( "_name", &Config::name )
     };
   }
+  template< class Self = Config >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlanConfigSourceDetail", &Config::vlanConfigSourceDetail_,
-                      &Config::vlanConfigSourceDetailIs ),
-      Koi::attribute( "bridgeMacAddr", &Config::bridgeMacAddr_, &Config::bridgeMacAddrIs ),
-      Koi::attribute( "hostAgingTime", &Config::hostAgingTime_, &Config::hostAgingTimeIs ),
-      Koi::attribute( "pausePassThrough", &Config::pausePassThrough_, &Config::pausePassThroughIs ),
-      Koi::attribute( "internalVlanAllocationPolicy", &Config::internalVlanAllocationPolicy_,
-                      &Config::internalVlanAllocationPolicyIs ),
-      Koi::attribute( "internalVlanRange", &Config::internalVlanRange_,
-                      &Config::internalVlanRangeIs ),
-      Koi::attribute( "forwardingMode", &Config::forwardingMode_, &Config::forwardingModeIs ),
-      Koi::attribute( "defaultSwitchportMode", &Config::defaultSwitchportMode_,
-                      &Config::defaultSwitchportModeIs ),
-      Koi::attribute( "switchIntfConfig", &Config::switchIntfConfig_, &Config::switchIntfConfigIs,
-                      &Config::switchIntfConfigDel ),
-      Koi::attribute( "vlanConfig", &Config::vlanConfig_, &Config::vlanConfigIs,
-                      &Config::vlanConfigDel ),
-      Koi::attribute( "fdbConfig", &Config::fdbConfig_, &Config::fdbConfigIs,
-                      &Config::fdbConfigDel ),
-      Koi::attribute( "vidToFidMap", &Config::vidToFidMap_, &Config::vidToFidMapIs,
-                      &Config::vidToFidMapDel ),
-      Koi::attribute( "sviMapping", &Config::sviMapping_, &Config::sviMappingIs,
-                      &Config::sviMappingDel ),
-      Koi::attribute( "ieeeReservedForwarding", &Config::ieeeReservedForwarding_,
-                      &Config::ieeeReservedForwardingIs, &Config::ieeeReservedForwardingDel )
+      Koi::attribute( "vlanConfigSourceDetail", &Self::vlanConfigSourceDetail_,
+                      &Self::vlanConfigSourceDetailIs ),
+      Koi::attribute( "bridgeMacAddr", &Self::bridgeMacAddr_, &Self::bridgeMacAddrIs ),
+      Koi::attribute( "hostAgingTime", &Self::hostAgingTime_, &Self::hostAgingTimeIs ),
+      Koi::attribute( "pausePassThrough", &Self::pausePassThrough_, &Self::pausePassThroughIs ),
+      Koi::attribute( "internalVlanAllocationPolicy", &Self::internalVlanAllocationPolicy_,
+                      &Self::internalVlanAllocationPolicyIs ),
+      Koi::attribute( "internalVlanRange", &Self::internalVlanRange_, &Self::internalVlanRangeIs ),
+      Koi::attribute( "forwardingMode", &Self::forwardingMode_, &Self::forwardingModeIs ),
+      Koi::attribute( "defaultSwitchportMode", &Self::defaultSwitchportMode_,
+                      &Self::defaultSwitchportModeIs ),
+      Koi::attribute( "switchIntfConfig", &Self::switchIntfConfig_, &Self::switchIntfConfigIs,
+                      &Self::switchIntfConfigDel ),
+      Koi::attribute( "vlanConfig", &Self::vlanConfig_, &Self::vlanConfigIs, &Self::vlanConfigDel ),
+      Koi::attribute( "fdbConfig", &Self::fdbConfig_, &Self::fdbConfigIs, &Self::fdbConfigDel ),
+      Koi::attribute( "vidToFidMap", &Self::vidToFidMap_, &Self::vidToFidMapIs,
+                      &Self::vidToFidMapDel ),
+      Koi::attribute( "sviMapping", &Self::sviMapping_, &Self::sviMappingIs, &Self::sviMappingDel ),
+      Koi::attribute( "ieeeReservedForwarding", &Self::ieeeReservedForwarding_,
+                      &Self::ieeeReservedForwardingIs, &Self::ieeeReservedForwardingDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 14;
@@ -1942,10 +1934,10 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
       Koi::parameter( "_name", &Status::name )
     };
   }
+  template< class Self = Status >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "fdbStatus", &Status::fdbStatus_, &Status::fdbStatusIs,
-                      &Status::fdbStatusDel )
+      Koi::attribute( "fdbStatus", &Self::fdbStatus_, &Self::fdbStatusIs, &Self::fdbStatusDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -2000,10 +1992,10 @@ class KOI_PUBLIC TapAggModeIntfs : public Koi::EntityOf< TapAggModeIntfs > {
       Koi::parameter( "_name", &TapAggModeIntfs::name )
     };
   }
+  template< class Self = TapAggModeIntfs >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "entry", &TapAggModeIntfs::entry_, &TapAggModeIntfs::entryIs,
-                      &TapAggModeIntfs::entryDel )
+      Koi::attribute( "entry", &Self::entry_, &Self::entryIs, &Self::entryDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -2067,11 +2059,10 @@ class KOI_PUBLIC IeeeReservedMacForwardGroup : public Koi::EntityOf< IeeeReserve
       Koi::parameter( "_name", &IeeeReservedMacForwardGroup::name )
     };
   }
+  template< class Self = IeeeReservedMacForwardGroup >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "groupAddr", &IeeeReservedMacForwardGroup::groupAddr_,
-                      &IeeeReservedMacForwardGroup::groupAddrIs,
-          &IeeeReservedMacForwardGroup::groupAddrDel )
+      Koi::attribute( "groupAddr", &Self::groupAddr_, &Self::groupAddrIs, &Self::groupAddrDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -2141,11 +2132,12 @@ class KOI_PUBLIC VlanStatus : public Koi::EntityOf< VlanStatus > {
       Koi::parameter( "_vlanId", &VlanStatus::vlanId )
     };
   }
+  template< class Self = VlanStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlanId", &VlanStatus::_vlanId ),
-      Koi::attribute( "vlanPortStatus", &VlanStatus::vlanPortStatus_, &VlanStatus::vlanPortStatusIs,
-                      &VlanStatus::vlanPortStatusDel )
+      Koi::attribute( "vlanId", &Self::_vlanId ),
+      Koi::attribute( "vlanPortStatus", &Self::vlanPortStatus_, &Self::vlanPortStatusIs,
+                      &Self::vlanPortStatusDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;
@@ -2207,10 +2199,10 @@ class KOI_PUBLIC VlanStatusDir : public Koi::EntityOf< VlanStatusDir > {
       Koi::parameter( "_name", &VlanStatusDir::name )
     };
   }
+  template< class Self = VlanStatusDir >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlanStatus", &VlanStatusDir::vlanStatus_, &VlanStatusDir::vlanStatusIs,
-                      &VlanStatusDir::vlanStatusDel )
+      Koi::attribute( "vlanStatus", &Self::vlanStatus_, &Self::vlanStatusIs, &Self::vlanStatusDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -2263,12 +2255,11 @@ class KOI_PUBLIC NativeVlanXlateMapping : public Koi::EntityOf< NativeVlanXlateM
       Koi::parameter( "_name", &NativeVlanXlateMapping::name )
     };
   }
+  template< class Self = NativeVlanXlateMapping >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "nativeVlanId", &NativeVlanXlateMapping::nativeVlanId_,
-                      &NativeVlanXlateMapping::nativeVlanIdIs ),
-      Koi::attribute( "mappedVlanId", &NativeVlanXlateMapping::mappedVlanId_,
-                      &NativeVlanXlateMapping::mappedVlanIdIs )
+      Koi::attribute( "nativeVlanId", &Self::nativeVlanId_, &Self::nativeVlanIdIs ),
+      Koi::attribute( "mappedVlanId", &Self::mappedVlanId_, &Self::mappedVlanIdIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;
@@ -2422,21 +2413,18 @@ class KOI_PUBLIC VlanXlateStatus : public Koi::EntityOf< VlanXlateStatus > {
       Koi::parameter( "_intfId", &VlanXlateStatus::intfId )
     };
   }
+  template< class Self = VlanXlateStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "intfId", &VlanXlateStatus::_intfId ),
-      Koi::attribute( "hwIngressNativeVlanXlate", &VlanXlateStatus::hwIngressNativeVlanXlate_,
-                      &VlanXlateStatus::hwIngressNativeVlanXlateIs,
-          &VlanXlateStatus::hwIngressNativeVlanXlateDel ),
-      Koi::attribute( "hwEgressNativeVlanXlate", &VlanXlateStatus::hwEgressNativeVlanXlate_,
-                      &VlanXlateStatus::hwEgressNativeVlanXlateIs,
-          &VlanXlateStatus::hwEgressNativeVlanXlateDel ),
-      Koi::attribute( "hwIngressVlanXlate", &VlanXlateStatus::hwIngressVlanXlate_,
-                      &VlanXlateStatus::hwIngressVlanXlateIs,
-          &VlanXlateStatus::hwIngressVlanXlateDel ),
-      Koi::attribute( "hwEgressVlanXlate", &VlanXlateStatus::hwEgressVlanXlate_,
-                      &VlanXlateStatus::hwEgressVlanXlateIs,
-          &VlanXlateStatus::hwEgressVlanXlateDel )
+      Koi::attribute( "intfId", &Self::_intfId ),
+      Koi::attribute( "hwIngressNativeVlanXlate", &Self::hwIngressNativeVlanXlate_,
+                      &Self::hwIngressNativeVlanXlateIs, &Self::hwIngressNativeVlanXlateDel ),
+      Koi::attribute( "hwEgressNativeVlanXlate", &Self::hwEgressNativeVlanXlate_,
+                      &Self::hwEgressNativeVlanXlateIs, &Self::hwEgressNativeVlanXlateDel ),
+      Koi::attribute( "hwIngressVlanXlate", &Self::hwIngressVlanXlate_, &Self::hwIngressVlanXlateIs,
+                      &Self::hwIngressVlanXlateDel ),
+      Koi::attribute( "hwEgressVlanXlate", &Self::hwEgressVlanXlate_, &Self::hwEgressVlanXlateIs,
+                      &Self::hwEgressVlanXlateDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 5;
@@ -2509,11 +2497,11 @@ class KOI_PUBLIC VlanXlateStatusDir : public Koi::EntityOf< VlanXlateStatusDir >
       Koi::parameter( "_name", &VlanXlateStatusDir::name )
     };
   }
+  template< class Self = VlanXlateStatusDir >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlanXlateStatus", &VlanXlateStatusDir::vlanXlateStatus_,
-                      &VlanXlateStatusDir::vlanXlateStatusIs,
-          &VlanXlateStatusDir::vlanXlateStatusDel )
+      Koi::attribute( "vlanXlateStatus", &Self::vlanXlateStatus_, &Self::vlanXlateStatusIs,
+                      &Self::vlanXlateStatusDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -2582,12 +2570,12 @@ class KOI_PUBLIC IntfVlanTagFormatDropStatus : public Koi::EntityOf< IntfVlanTag
       Koi::parameter( "_intfId", &IntfVlanTagFormatDropStatus::intfId )
     };
   }
+  template< class Self = IntfVlanTagFormatDropStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "intfId", &IntfVlanTagFormatDropStatus::_intfId ),
-      Koi::attribute( "vlanTagFormatDrop", &IntfVlanTagFormatDropStatus::vlanTagFormatDrop_,
-                      &IntfVlanTagFormatDropStatus::vlanTagFormatDropIs,
-          &IntfVlanTagFormatDropStatus::vlanTagFormatDropDel )
+      Koi::attribute( "intfId", &Self::_intfId ),
+      Koi::attribute( "vlanTagFormatDrop", &Self::vlanTagFormatDrop_, &Self::vlanTagFormatDropIs,
+                      &Self::vlanTagFormatDropDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;
@@ -2667,12 +2655,11 @@ class KOI_PUBLIC VlanTagFormatDropStatus : public Koi::EntityOf< VlanTagFormatDr
       Koi::parameter( "_name", &VlanTagFormatDropStatus::name )
     };
   }
+  template< class Self = VlanTagFormatDropStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "intfVlanTagFormatDropStatus",
-                      &VlanTagFormatDropStatus::intfVlanTagFormatDropStatus_,
-          &VlanTagFormatDropStatus::intfVlanTagFormatDropStatusIs,
-          &VlanTagFormatDropStatus::intfVlanTagFormatDropStatusDel )
+      Koi::attribute( "intfVlanTagFormatDropStatus", &Self::intfVlanTagFormatDropStatus_,
+                      &Self::intfVlanTagFormatDropStatusIs, &Self::intfVlanTagFormatDropStatusDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -2749,12 +2736,12 @@ class KOI_PUBLIC IntfVlanMappingRequiredStatus
       Koi::parameter( "_intfId", &IntfVlanMappingRequiredStatus::intfId )
     };
   }
+  template< class Self = IntfVlanMappingRequiredStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "intfId", &IntfVlanMappingRequiredStatus::_intfId ),
-      Koi::attribute( "vlanMappingRequired", &IntfVlanMappingRequiredStatus::vlanMappingRequired_,
-                      &IntfVlanMappingRequiredStatus::vlanMappingRequiredIs,
-          &IntfVlanMappingRequiredStatus::vlanMappingRequiredDel )
+      Koi::attribute( "intfId", &Self::_intfId ),
+      Koi::attribute( "vlanMappingRequired", &Self::vlanMappingRequired_,
+                      &Self::vlanMappingRequiredIs, &Self::vlanMappingRequiredDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;
@@ -2835,12 +2822,12 @@ class KOI_PUBLIC VlanMappingRequiredStatus : public Koi::EntityOf< VlanMappingRe
       Koi::parameter( "_name", &VlanMappingRequiredStatus::name )
     };
   }
+  template< class Self = VlanMappingRequiredStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "intfVlanMappingRequiredStatus",
-                      &VlanMappingRequiredStatus::intfVlanMappingRequiredStatus_,
-          &VlanMappingRequiredStatus::intfVlanMappingRequiredStatusIs,
-          &VlanMappingRequiredStatus::intfVlanMappingRequiredStatusDel )
+      Koi::attribute( "intfVlanMappingRequiredStatus", &Self::intfVlanMappingRequiredStatus_,
+                      &Self::intfVlanMappingRequiredStatusIs,
+          &Self::intfVlanMappingRequiredStatusDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -2901,10 +2888,10 @@ class KOI_PUBLIC IntfTpidStatus : public Koi::EntityOf< IntfTpidStatus > {
       Koi::parameter( "_name", &IntfTpidStatus::name )
     };
   }
+  template< class Self = IntfTpidStatus >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "entry", &IntfTpidStatus::entry_, &IntfTpidStatus::entryIs,
-                      &IntfTpidStatus::entryDel )
+      Koi::attribute( "entry", &Self::entry_, &Self::entryIs, &Self::entryDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -3783,147 +3770,127 @@ class KOI_PUBLIC HwCapabilities : public Koi::EntityOf< HwCapabilities > {
       Koi::parameter( "_name", &HwCapabilities::name )
     };
   }
+  template< class Self = HwCapabilities >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::constant< HwCapabilities >( "maxFrameSizeDefault",
-                                       &HwCapabilities::maxFrameSizeDefault ),
-      Koi::constant< HwCapabilities >( "maxFrameSizeTapAgg", &HwCapabilities::maxFrameSizeTapAgg ),
-      Koi::attribute( "maxFrameSize", &HwCapabilities::maxFrameSize_,
-                      &HwCapabilities::maxFrameSizeIs ),
+      Koi::constant< Self >( "maxFrameSizeDefault", &Self::maxFrameSizeDefault ),
+      Koi::constant< Self >( "maxFrameSizeTapAgg", &Self::maxFrameSizeTapAgg ),
+      Koi::attribute( "maxFrameSize", &Self::maxFrameSize_, &Self::maxFrameSizeIs ),
       Koi::computed( "maxFrameSizeWithoutL2Encapsulation",
-                     &HwCapabilities::maxFrameSizeWithoutL2Encapsulation ),
-      Koi::attribute( "bridgingSupported", &HwCapabilities::bridgingSupported_,
-                      &HwCapabilities::bridgingSupportedIs ),
-      Koi::attribute( "dot1qTunnelSupported", &HwCapabilities::dot1qTunnelSupported_,
-                      &HwCapabilities::dot1qTunnelSupportedIs ),
-      Koi::attribute( "taggedNativeVlanSupported", &HwCapabilities::taggedNativeVlanSupported_,
-                      &HwCapabilities::taggedNativeVlanSupportedIs ),
-      Koi::attribute( "pvstSupported", &HwCapabilities::pvstSupported_,
-                      &HwCapabilities::pvstSupportedIs ),
-      Koi::attribute( "backupInterfacesSupported", &HwCapabilities::backupInterfacesSupported_,
-                      &HwCapabilities::backupInterfacesSupportedIs ),
-      Koi::attribute( "staticMcastSupported", &HwCapabilities::staticMcastSupported_,
-                      &HwCapabilities::staticMcastSupportedIs ),
-      Koi::attribute( "noMacLearningSupported", &HwCapabilities::noMacLearningSupported_,
-                      &HwCapabilities::noMacLearningSupportedIs ),
-      Koi::attribute( "vlanMacLearningSupported", &HwCapabilities::vlanMacLearningSupported_,
-                      &HwCapabilities::vlanMacLearningSupportedIs ),
-      Koi::attribute( "privateVlansSupported", &HwCapabilities::privateVlansSupported_,
-                      &HwCapabilities::privateVlansSupportedIs ),
-      Koi::attribute( "vlanXlateSupported", &HwCapabilities::vlanXlateSupported_,
-                      &HwCapabilities::vlanXlateSupportedIs ),
+                     &Self::maxFrameSizeWithoutL2Encapsulation ),
+      Koi::attribute( "bridgingSupported", &Self::bridgingSupported_, &Self::bridgingSupportedIs ),
+      Koi::attribute( "dot1qTunnelSupported", &Self::dot1qTunnelSupported_,
+                      &Self::dot1qTunnelSupportedIs ),
+      Koi::attribute( "taggedNativeVlanSupported", &Self::taggedNativeVlanSupported_,
+                      &Self::taggedNativeVlanSupportedIs ),
+      Koi::attribute( "pvstSupported", &Self::pvstSupported_, &Self::pvstSupportedIs ),
+      Koi::attribute( "backupInterfacesSupported", &Self::backupInterfacesSupported_,
+                      &Self::backupInterfacesSupportedIs ),
+      Koi::attribute( "staticMcastSupported", &Self::staticMcastSupported_,
+                      &Self::staticMcastSupportedIs ),
+      Koi::attribute( "noMacLearningSupported", &Self::noMacLearningSupported_,
+                      &Self::noMacLearningSupportedIs ),
+      Koi::attribute( "vlanMacLearningSupported", &Self::vlanMacLearningSupported_,
+                      &Self::vlanMacLearningSupportedIs ),
+      Koi::attribute( "privateVlansSupported", &Self::privateVlansSupported_,
+                      &Self::privateVlansSupportedIs ),
+      Koi::attribute( "vlanXlateSupported", &Self::vlanXlateSupported_,
+                      &Self::vlanXlateSupportedIs ),
       Koi::attribute( "ingressVlanMappingRequiredSupported",
-                      &HwCapabilities::ingressVlanMappingRequiredSupported_,
-          &HwCapabilities::ingressVlanMappingRequiredSupportedIs ),
-      Koi::attribute( "vlanTagRequiredSupported", &HwCapabilities::vlanTagRequiredSupported_,
-                      &HwCapabilities::vlanTagRequiredSupportedIs ),
-      Koi::attribute( "doubleVlanXlateSupported", &HwCapabilities::doubleVlanXlateSupported_,
-                      &HwCapabilities::doubleVlanXlateSupportedIs ),
-      Koi::attribute( "vlanXlateToDot1qTunnelSupported",
-                      &HwCapabilities::vlanXlateToDot1qTunnelSupported_,
-          &HwCapabilities::vlanXlateToDot1qTunnelSupportedIs ),
-      Koi::attribute( "vlanTpidSupported", &HwCapabilities::vlanTpidSupported_,
-                      &HwCapabilities::vlanTpidSupportedIs ),
-      Koi::attribute( "loopProtectSupported", &HwCapabilities::loopProtectSupported_,
-                      &HwCapabilities::loopProtectSupportedIs ),
-      Koi::attribute( "vfiForwarding", &HwCapabilities::vfiForwarding_,
-                      &HwCapabilities::vfiForwardingIs ),
-      Koi::attribute( "vxlanSupported", &HwCapabilities::vxlanSupported_,
-                      &HwCapabilities::vxlanSupportedIs ),
-      Koi::attribute( "vxlanSupportedOverIpv6", &HwCapabilities::vxlanSupportedOverIpv6_,
-                      &HwCapabilities::vxlanSupportedOverIpv6Is ),
-      Koi::attribute( "vxlanRoutingSupported", &HwCapabilities::vxlanRoutingSupported_,
-                      &HwCapabilities::vxlanRoutingSupportedIs ),
-      Koi::attribute( "vxlanOverlayVrfsSupported", &HwCapabilities::vxlanOverlayVrfsSupported_,
-                      &HwCapabilities::vxlanOverlayVrfsSupportedIs ),
-      Koi::attribute( "vxlanMcastGroupSupported", &HwCapabilities::vxlanMcastGroupSupported_,
-                      &HwCapabilities::vxlanMcastGroupSupportedIs ),
-      Koi::attribute( "vxlanMcastDecapOnlySupported",
-                      &HwCapabilities::vxlanMcastDecapOnlySupported_,
-          &HwCapabilities::vxlanMcastDecapOnlySupportedIs ),
-      Koi::attribute( "vxlanTxRawSupported", &HwCapabilities::vxlanTxRawSupported_,
-                      &HwCapabilities::vxlanTxRawSupportedIs ),
-      Koi::attribute( "vxlanVtepCtrSupported", &HwCapabilities::vxlanVtepCtrSupported_,
-                      &HwCapabilities::vxlanVtepCtrSupportedIs ),
-      Koi::attribute( "vxlanControllerClientSupported",
-                      &HwCapabilities::vxlanControllerClientSupported_,
-          &HwCapabilities::vxlanControllerClientSupportedIs ),
-      Koi::attribute( "vxlanVniCtrSupported", &HwCapabilities::vxlanVniCtrSupported_,
-                      &HwCapabilities::vxlanVniCtrSupportedIs ),
-      Koi::attribute( "vxlanHitless2Supported", &HwCapabilities::vxlanHitless2Supported_,
-                      &HwCapabilities::vxlanHitless2SupportedIs ),
-      Koi::attribute( "overlayEcmpSupported", &HwCapabilities::overlayEcmpSupported_,
-                      &HwCapabilities::overlayEcmpSupportedIs ),
-      Koi::attribute( "internalVlanNeeded", &HwCapabilities::internalVlanNeeded_,
-                      &HwCapabilities::internalVlanNeededIs ),
-      Koi::attribute( "sourceportFilterSupported", &HwCapabilities::sourceportFilterSupported_,
-                      &HwCapabilities::sourceportFilterSupportedIs ),
-      Koi::attribute( "lagSupported", &HwCapabilities::lagSupported_,
-                      &HwCapabilities::lagSupportedIs ),
-      Koi::attribute( "lagLoadBalancePoliciesSupported",
-                      &HwCapabilities::lagLoadBalancePoliciesSupported_,
-          &HwCapabilities::lagLoadBalancePoliciesSupportedIs ),
-      Koi::attribute( "vmTracerSupported", &HwCapabilities::vmTracerSupported_,
-                      &HwCapabilities::vmTracerSupportedIs ),
-      Koi::attribute( "vxlanBfdSupported", &HwCapabilities::vxlanBfdSupported_,
-                      &HwCapabilities::vxlanBfdSupportedIs ),
-      Koi::attribute( "rfc7130Supported", &HwCapabilities::rfc7130Supported_,
-                      &HwCapabilities::rfc7130SupportedIs ),
-      Koi::attribute( "vxlanLogicalRouterSupported", &HwCapabilities::vxlanLogicalRouterSupported_,
-                      &HwCapabilities::vxlanLogicalRouterSupportedIs ),
-      Koi::attribute( "vxlanL3EvpnSupported", &HwCapabilities::vxlanL3EvpnSupported_,
-                      &HwCapabilities::vxlanL3EvpnSupportedIs ),
-      Koi::attribute( "l2MtuSupported", &HwCapabilities::l2MtuSupported_,
-                      &HwCapabilities::l2MtuSupportedIs ),
-      Koi::attribute( "l2MtuMax", &HwCapabilities::l2MtuMax_, &HwCapabilities::l2MtuMaxIs ),
-      Koi::attribute( "l2MtuMin", &HwCapabilities::l2MtuMin_, &HwCapabilities::l2MtuMinIs ),
-      Koi::attribute( "lagShowOutputIntfSupported", &HwCapabilities::lagShowOutputIntfSupported_,
-                      &HwCapabilities::lagShowOutputIntfSupportedIs ),
-      Koi::attribute( "pausePassThroughSupported", &HwCapabilities::pausePassThroughSupported_,
-                      &HwCapabilities::pausePassThroughSupportedIs ),
-      Koi::attribute( "supportedForwardingMode", &HwCapabilities::supportedForwardingMode_,
-                      &HwCapabilities::supportedForwardingModeIs,
-          &HwCapabilities::supportedForwardingModeDel ),
-      Koi::attribute( "vlanIntfInPktCountersSupported",
-                      &HwCapabilities::vlanIntfInPktCountersSupported_,
-          &HwCapabilities::vlanIntfInPktCountersSupportedIs ),
-      Koi::attribute( "vlanIntfOutPktCountersSupported",
-                      &HwCapabilities::vlanIntfOutPktCountersSupported_,
-          &HwCapabilities::vlanIntfOutPktCountersSupportedIs ),
+                      &Self::ingressVlanMappingRequiredSupported_,
+          &Self::ingressVlanMappingRequiredSupportedIs ),
+      Koi::attribute( "vlanTagRequiredSupported", &Self::vlanTagRequiredSupported_,
+                      &Self::vlanTagRequiredSupportedIs ),
+      Koi::attribute( "doubleVlanXlateSupported", &Self::doubleVlanXlateSupported_,
+                      &Self::doubleVlanXlateSupportedIs ),
+      Koi::attribute( "vlanXlateToDot1qTunnelSupported", &Self::vlanXlateToDot1qTunnelSupported_,
+                      &Self::vlanXlateToDot1qTunnelSupportedIs ),
+      Koi::attribute( "vlanTpidSupported", &Self::vlanTpidSupported_, &Self::vlanTpidSupportedIs ),
+      Koi::attribute( "loopProtectSupported", &Self::loopProtectSupported_,
+                      &Self::loopProtectSupportedIs ),
+      Koi::attribute( "vfiForwarding", &Self::vfiForwarding_, &Self::vfiForwardingIs ),
+      Koi::attribute( "vxlanSupported", &Self::vxlanSupported_, &Self::vxlanSupportedIs ),
+      Koi::attribute( "vxlanSupportedOverIpv6", &Self::vxlanSupportedOverIpv6_,
+                      &Self::vxlanSupportedOverIpv6Is ),
+      Koi::attribute( "vxlanRoutingSupported", &Self::vxlanRoutingSupported_,
+                      &Self::vxlanRoutingSupportedIs ),
+      Koi::attribute( "vxlanOverlayVrfsSupported", &Self::vxlanOverlayVrfsSupported_,
+                      &Self::vxlanOverlayVrfsSupportedIs ),
+      Koi::attribute( "vxlanMcastGroupSupported", &Self::vxlanMcastGroupSupported_,
+                      &Self::vxlanMcastGroupSupportedIs ),
+      Koi::attribute( "vxlanMcastDecapOnlySupported", &Self::vxlanMcastDecapOnlySupported_,
+                      &Self::vxlanMcastDecapOnlySupportedIs ),
+      Koi::attribute( "vxlanTxRawSupported", &Self::vxlanTxRawSupported_,
+                      &Self::vxlanTxRawSupportedIs ),
+      Koi::attribute( "vxlanVtepCtrSupported", &Self::vxlanVtepCtrSupported_,
+                      &Self::vxlanVtepCtrSupportedIs ),
+      Koi::attribute( "vxlanControllerClientSupported", &Self::vxlanControllerClientSupported_,
+                      &Self::vxlanControllerClientSupportedIs ),
+      Koi::attribute( "vxlanVniCtrSupported", &Self::vxlanVniCtrSupported_,
+                      &Self::vxlanVniCtrSupportedIs ),
+      Koi::attribute( "vxlanHitless2Supported", &Self::vxlanHitless2Supported_,
+                      &Self::vxlanHitless2SupportedIs ),
+      Koi::attribute( "overlayEcmpSupported", &Self::overlayEcmpSupported_,
+                      &Self::overlayEcmpSupportedIs ),
+      Koi::attribute( "internalVlanNeeded", &Self::internalVlanNeeded_,
+                      &Self::internalVlanNeededIs ),
+      Koi::attribute( "sourceportFilterSupported", &Self::sourceportFilterSupported_,
+                      &Self::sourceportFilterSupportedIs ),
+      Koi::attribute( "lagSupported", &Self::lagSupported_, &Self::lagSupportedIs ),
+      Koi::attribute( "lagLoadBalancePoliciesSupported", &Self::lagLoadBalancePoliciesSupported_,
+                      &Self::lagLoadBalancePoliciesSupportedIs ),
+      Koi::attribute( "vmTracerSupported", &Self::vmTracerSupported_, &Self::vmTracerSupportedIs ),
+      Koi::attribute( "vxlanBfdSupported", &Self::vxlanBfdSupported_, &Self::vxlanBfdSupportedIs ),
+      Koi::attribute( "rfc7130Supported", &Self::rfc7130Supported_, &Self::rfc7130SupportedIs ),
+      Koi::attribute( "vxlanLogicalRouterSupported", &Self::vxlanLogicalRouterSupported_,
+                      &Self::vxlanLogicalRouterSupportedIs ),
+      Koi::attribute( "vxlanL3EvpnSupported", &Self::vxlanL3EvpnSupported_,
+                      &Self::vxlanL3EvpnSupportedIs ),
+      Koi::attribute( "l2MtuSupported", &Self::l2MtuSupported_, &Self::l2MtuSupportedIs ),
+      Koi::attribute( "l2MtuMax", &Self::l2MtuMax_, &Self::l2MtuMaxIs ),
+      Koi::attribute( "l2MtuMin", &Self::l2MtuMin_, &Self::l2MtuMinIs ),
+      Koi::attribute( "lagShowOutputIntfSupported", &Self::lagShowOutputIntfSupported_,
+                      &Self::lagShowOutputIntfSupportedIs ),
+      Koi::attribute( "pausePassThroughSupported", &Self::pausePassThroughSupported_,
+                      &Self::pausePassThroughSupportedIs ),
+      Koi::attribute( "supportedForwardingMode", &Self::supportedForwardingMode_,
+                      &Self::supportedForwardingModeIs, &Self::supportedForwardingModeDel ),
+      Koi::attribute( "vlanIntfInPktCountersSupported", &Self::vlanIntfInPktCountersSupported_,
+                      &Self::vlanIntfInPktCountersSupportedIs ),
+      Koi::attribute( "vlanIntfOutPktCountersSupported", &Self::vlanIntfOutPktCountersSupported_,
+                      &Self::vlanIntfOutPktCountersSupportedIs ),
       Koi::attribute( "vlanIntfInUcastPktCountersSupported",
-                      &HwCapabilities::vlanIntfInUcastPktCountersSupported_,
-          &HwCapabilities::vlanIntfInUcastPktCountersSupportedIs ),
+                      &Self::vlanIntfInUcastPktCountersSupported_,
+          &Self::vlanIntfInUcastPktCountersSupportedIs ),
       Koi::attribute( "vlanIntfOutUcastPktCountersSupported",
-                      &HwCapabilities::vlanIntfOutUcastPktCountersSupported_,
-          &HwCapabilities::vlanIntfOutUcastPktCountersSupportedIs ),
+                      &Self::vlanIntfOutUcastPktCountersSupported_,
+          &Self::vlanIntfOutUcastPktCountersSupportedIs ),
       Koi::attribute( "vlanIntfInMcastPktCountersSupported",
-                      &HwCapabilities::vlanIntfInMcastPktCountersSupported_,
-          &HwCapabilities::vlanIntfInMcastPktCountersSupportedIs ),
+                      &Self::vlanIntfInMcastPktCountersSupported_,
+          &Self::vlanIntfInMcastPktCountersSupportedIs ),
       Koi::attribute( "vlanIntfOutMcastPktCountersSupported",
-                      &HwCapabilities::vlanIntfOutMcastPktCountersSupported_,
-          &HwCapabilities::vlanIntfOutMcastPktCountersSupportedIs ),
-      Koi::attribute( "vlanIntfInOctetCountersSupported",
-                      &HwCapabilities::vlanIntfInOctetCountersSupported_,
-          &HwCapabilities::vlanIntfInOctetCountersSupportedIs ),
+                      &Self::vlanIntfOutMcastPktCountersSupported_,
+          &Self::vlanIntfOutMcastPktCountersSupportedIs ),
+      Koi::attribute( "vlanIntfInOctetCountersSupported", &Self::vlanIntfInOctetCountersSupported_,
+                      &Self::vlanIntfInOctetCountersSupportedIs ),
       Koi::attribute( "vlanIntfOutOctetCountersSupported",
-                      &HwCapabilities::vlanIntfOutOctetCountersSupported_,
-          &HwCapabilities::vlanIntfOutOctetCountersSupportedIs ),
+                      &Self::vlanIntfOutOctetCountersSupported_,
+          &Self::vlanIntfOutOctetCountersSupportedIs ),
       Koi::attribute( "vlanIntfUcastOctetCountersSupported",
-                      &HwCapabilities::vlanIntfUcastOctetCountersSupported_,
-          &HwCapabilities::vlanIntfUcastOctetCountersSupportedIs ),
+                      &Self::vlanIntfUcastOctetCountersSupported_,
+          &Self::vlanIntfUcastOctetCountersSupportedIs ),
       Koi::attribute( "vlanIntfMcastOctetCountersSupported",
-                      &HwCapabilities::vlanIntfMcastOctetCountersSupported_,
-          &HwCapabilities::vlanIntfMcastOctetCountersSupportedIs ),
-      Koi::attribute( "vlanIntfL3CountersSupported", &HwCapabilities::vlanIntfL3CountersSupported_,
-                      &HwCapabilities::vlanIntfL3CountersSupportedIs ),
+                      &Self::vlanIntfMcastOctetCountersSupported_,
+          &Self::vlanIntfMcastOctetCountersSupportedIs ),
+      Koi::attribute( "vlanIntfL3CountersSupported", &Self::vlanIntfL3CountersSupported_,
+                      &Self::vlanIntfL3CountersSupportedIs ),
       Koi::attribute( "ieeeReservedMacForwardAddrSupported",
-                      &HwCapabilities::ieeeReservedMacForwardAddrSupported_,
-          &HwCapabilities::ieeeReservedMacForwardAddrSupportedIs ),
-      Koi::constant< HwCapabilities >( "ieeeReservedMacForwardAddrAll",
-                                       &HwCapabilities::ieeeReservedMacForwardAddrAll ),
-      Koi::attribute( "ieeeReservedMacForwardGroup", &HwCapabilities::ieeeReservedMacForwardGroup_,
-                      &HwCapabilities::ieeeReservedMacForwardGroupIs,
-          &HwCapabilities::ieeeReservedMacForwardGroupDel )
+                      &Self::ieeeReservedMacForwardAddrSupported_,
+          &Self::ieeeReservedMacForwardAddrSupportedIs ),
+      Koi::constant< Self >( "ieeeReservedMacForwardAddrAll",
+                             &Self::ieeeReservedMacForwardAddrAll ),
+      Koi::attribute( "ieeeReservedMacForwardGroup", &Self::ieeeReservedMacForwardGroup_,
+                      &Self::ieeeReservedMacForwardGroupIs, &Self::ieeeReservedMacForwardGroupDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 62;
@@ -4124,24 +4091,25 @@ class KOI_PUBLIC HwEnabled : public Koi::EntityOf< HwEnabled > {
       Koi::parameter( "_name", &HwEnabled::name )
     };
   }
+  template< class Self = HwEnabled >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlanIngressCountersEnabled", &HwEnabled::vlanIngressCountersEnabled_,
-                      &HwEnabled::vlanIngressCountersEnabledIs ),
-      Koi::attribute( "vlanEgressCountersEnabled", &HwEnabled::vlanEgressCountersEnabled_,
-                      &HwEnabled::vlanEgressCountersEnabledIs ),
-      Koi::attribute( "vlanBumCountersEnabled", &HwEnabled::vlanBumCountersEnabled_,
-                      &HwEnabled::vlanBumCountersEnabledIs ),
-      Koi::attribute( "subintfIngressCountersEnabled", &HwEnabled::subintfIngressCountersEnabled_,
-                      &HwEnabled::subintfIngressCountersEnabledIs ),
-      Koi::attribute( "subintfEgressCountersEnabled", &HwEnabled::subintfEgressCountersEnabled_,
-                      &HwEnabled::subintfEgressCountersEnabledIs ),
-      Koi::attribute( "subintfBumCountersEnabled", &HwEnabled::subintfBumCountersEnabled_,
-                      &HwEnabled::subintfBumCountersEnabledIs ),
-      Koi::attribute( "subintfUMCountersEnabled", &HwEnabled::subintfUMCountersEnabled_,
-                      &HwEnabled::subintfUMCountersEnabledIs ),
-      Koi::attribute( "subintfL3CountersEnabled", &HwEnabled::subintfL3CountersEnabled_,
-                      &HwEnabled::subintfL3CountersEnabledIs )
+      Koi::attribute( "vlanIngressCountersEnabled", &Self::vlanIngressCountersEnabled_,
+                      &Self::vlanIngressCountersEnabledIs ),
+      Koi::attribute( "vlanEgressCountersEnabled", &Self::vlanEgressCountersEnabled_,
+                      &Self::vlanEgressCountersEnabledIs ),
+      Koi::attribute( "vlanBumCountersEnabled", &Self::vlanBumCountersEnabled_,
+                      &Self::vlanBumCountersEnabledIs ),
+      Koi::attribute( "subintfIngressCountersEnabled", &Self::subintfIngressCountersEnabled_,
+                      &Self::subintfIngressCountersEnabledIs ),
+      Koi::attribute( "subintfEgressCountersEnabled", &Self::subintfEgressCountersEnabled_,
+                      &Self::subintfEgressCountersEnabledIs ),
+      Koi::attribute( "subintfBumCountersEnabled", &Self::subintfBumCountersEnabled_,
+                      &Self::subintfBumCountersEnabledIs ),
+      Koi::attribute( "subintfUMCountersEnabled", &Self::subintfUMCountersEnabled_,
+                      &Self::subintfUMCountersEnabledIs ),
+      Koi::attribute( "subintfL3CountersEnabled", &Self::subintfL3CountersEnabled_,
+                      &Self::subintfL3CountersEnabledIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 8;
@@ -4221,11 +4189,11 @@ class KOI_PUBLIC HostTableFlushRequestDir : public Koi::EntityOf< HostTableFlush
       Koi::parameter( "_name", &HostTableFlushRequestDir::name )
     };
   }
+  template< class Self = HostTableFlushRequestDir >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "hostTableFlushRequest", &HostTableFlushRequestDir::hostTableFlushRequest_,
-                      &HostTableFlushRequestDir::hostTableFlushRequestIs,
-          &HostTableFlushRequestDir::hostTableFlushRequestDel )
+      Koi::attribute( "hostTableFlushRequest", &Self::hostTableFlushRequest_,
+                      &Self::hostTableFlushRequestIs, &Self::hostTableFlushRequestDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -4297,11 +4265,11 @@ class KOI_PUBLIC HostTableFlushReplyDir : public Koi::EntityOf< HostTableFlushRe
       Koi::parameter( "_name", &HostTableFlushReplyDir::name )
     };
   }
+  template< class Self = HostTableFlushReplyDir >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "hostTableFlushReply", &HostTableFlushReplyDir::hostTableFlushReply_,
-                      &HostTableFlushReplyDir::hostTableFlushReplyIs,
-          &HostTableFlushReplyDir::hostTableFlushReplyDel )
+      Koi::attribute( "hostTableFlushReply", &Self::hostTableFlushReply_,
+                      &Self::hostTableFlushReplyIs, &Self::hostTableFlushReplyDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -4366,10 +4334,11 @@ class KOI_PUBLIC RemoteMacTable : public Koi::EntityOf< RemoteMacTable > {
       Koi::parameter( "_name", &RemoteMacTable::name )
     };
   }
+  template< class Self = RemoteMacTable >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "remoteMacEntry", &RemoteMacTable::remoteMacEntry_,
-                      &RemoteMacTable::remoteMacEntryIs, &RemoteMacTable::remoteMacEntryDel )
+      Koi::attribute( "remoteMacEntry", &Self::remoteMacEntry_, &Self::remoteMacEntryIs,
+                      &Self::remoteMacEntryDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -4494,13 +4463,13 @@ class KOI_PUBLIC FdbConfig : public Koi::EntityOf< FdbConfig > {
       Koi::parameter( "_vlanId", &FdbConfig::vlanId )
     };
   }
+  template< class Self = FdbConfig >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlanId", &FdbConfig::_vlanId ),
-      Koi::attribute( "configuredHost", &FdbConfig::configuredHost_, &FdbConfig::configuredHostIs,
-                      &FdbConfig::configuredHostDel ),
-      Koi::attribute( "ethGroup", &FdbConfig::ethGroup_, &FdbConfig::ethGroupIs,
-                      &FdbConfig::ethGroupDel )
+      Koi::attribute( "vlanId", &Self::_vlanId ),
+      Koi::attribute( "configuredHost", &Self::configuredHost_, &Self::configuredHostIs,
+                      &Self::configuredHostDel ),
+      Koi::attribute( "ethGroup", &Self::ethGroup_, &Self::ethGroupIs, &Self::ethGroupDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 3;
@@ -5207,94 +5176,70 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
       Koi::initial( "_switchportMode", &SwitchIntfConfig::switchportMode )
     };
   }
+  template< class Self = SwitchIntfConfig >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "intfId", &SwitchIntfConfig::_intfId ),
-      Koi::attribute( "enabled", &SwitchIntfConfig::enabled_, &SwitchIntfConfig::enabledIs ),
-      Koi::attribute( "switchportMode", &SwitchIntfConfig::switchportMode_,
-                      &SwitchIntfConfig::switchportModeIs ),
-      Koi::attribute( "accessVlan", &SwitchIntfConfig::accessVlan_,
-                      &SwitchIntfConfig::accessVlanIs ),
-      Koi::attribute( "trunkNativeVlan", &SwitchIntfConfig::trunkNativeVlan_,
-                      &SwitchIntfConfig::trunkNativeVlanIs ),
-      Koi::attribute( "tapNativeVlan", &SwitchIntfConfig::tapNativeVlan_,
-                      &SwitchIntfConfig::tapNativeVlanIs ),
-      Koi::attribute( "tapIdentificationVlan", &SwitchIntfConfig::tapIdentificationVlan_,
-                      &SwitchIntfConfig::tapIdentificationVlanIs ),
-      Koi::attribute( "tapVxlanStrip", &SwitchIntfConfig::tapVxlanStrip_,
-                      &SwitchIntfConfig::tapVxlanStripIs ),
-      Koi::attribute( "tapMplsPop", &SwitchIntfConfig::tapMplsPop_,
-                      &SwitchIntfConfig::tapMplsPopIs ),
-      Koi::attribute( "trunkAllowedVlans", &SwitchIntfConfig::trunkAllowedVlans_,
-                      &SwitchIntfConfig::trunkAllowedVlansIs ),
-      Koi::attribute( "tapAllowedVlans", &SwitchIntfConfig::tapAllowedVlans_,
-                      &SwitchIntfConfig::tapAllowedVlansIs ),
-      Koi::attribute( "toolAllowedVlans", &SwitchIntfConfig::toolAllowedVlans_,
-                      &SwitchIntfConfig::toolAllowedVlansIs ),
-      Koi::attribute( "trunkGroup", &SwitchIntfConfig::trunkGroup_, &SwitchIntfConfig::trunkGroupIs,
-                      &SwitchIntfConfig::trunkGroupDel ),
-      Koi::attribute( "blockUnknownUnicast", &SwitchIntfConfig::blockUnknownUnicast_,
-                      &SwitchIntfConfig::blockUnknownUnicastIs ),
-      Koi::attribute( "blockUnknownMulticast", &SwitchIntfConfig::blockUnknownMulticast_,
-                      &SwitchIntfConfig::blockUnknownMulticastIs ),
-      Koi::attribute( "macLearningEnabled", &SwitchIntfConfig::macLearningEnabled_,
-                      &SwitchIntfConfig::macLearningEnabledIs ),
-      Koi::attribute( "floodingEnabled", &SwitchIntfConfig::floodingEnabled_,
-                      &SwitchIntfConfig::floodingEnabledIs ),
-      Koi::attribute( "defaultPrivateVlanMapping", &SwitchIntfConfig::defaultPrivateVlanMapping_,
-                      &SwitchIntfConfig::defaultPrivateVlanMappingIs ),
-      Koi::attribute( "privateVlanMapping", &SwitchIntfConfig::privateVlanMapping_,
-                      &SwitchIntfConfig::privateVlanMappingIs,
-          &SwitchIntfConfig::privateVlanMappingDel ),
-      Koi::attribute( "toolIdentityTagging", &SwitchIntfConfig::toolIdentityTagging_,
-                      &SwitchIntfConfig::toolIdentityTaggingIs ),
-      Koi::attribute( "toolDot1qRemoveVlans", &SwitchIntfConfig::toolDot1qRemoveVlans_,
-                      &SwitchIntfConfig::toolDot1qRemoveVlansIs ),
-      Koi::attribute( "tapTruncationSize", &SwitchIntfConfig::tapTruncationSize_,
-                      &SwitchIntfConfig::tapTruncationSizeIs,
-          &SwitchIntfConfig::tapTruncationSizeMax ),
-      Koi::constant< SwitchIntfConfig >( "tapTruncationUseGlobalSize",
-                                         &SwitchIntfConfig::tapTruncationUseGlobalSize ),
-      Koi::constant< SwitchIntfConfig >( "tapTruncationSizeMax",
-                                         &SwitchIntfConfig::tapTruncationSizeMax ),
-      Koi::attribute( "toolTruncationSize", &SwitchIntfConfig::toolTruncationSize_,
-                      &SwitchIntfConfig::toolTruncationSizeIs,
-          &SwitchIntfConfig::toolTruncationSizeMax ),
-      Koi::constant< SwitchIntfConfig >( "toolTruncationUseGlobalSize",
-                                         &SwitchIntfConfig::toolTruncationUseGlobalSize ),
-      Koi::constant< SwitchIntfConfig >( "toolTruncationSizeMax",
-                                         &SwitchIntfConfig::toolTruncationSizeMax ),
-      Koi::constant< SwitchIntfConfig >( "tapGroupDefault", &SwitchIntfConfig::tapGroupDefault ),
-      Koi::attribute( "tapGroup", &SwitchIntfConfig::tapGroup_, &SwitchIntfConfig::tapGroupIs,
-                      &SwitchIntfConfig::tapGroupDel ),
-      Koi::attribute( "tapRawIntf", &SwitchIntfConfig::tapRawIntf_, &SwitchIntfConfig::tapRawIntfIs,
-                      &SwitchIntfConfig::tapRawIntfDel ),
-      Koi::attribute( "toolGroup", &SwitchIntfConfig::toolGroup_, &SwitchIntfConfig::toolGroupIs,
-                      &SwitchIntfConfig::toolGroupDel ),
-      Koi::attribute( "ingressNativeVlanXlate", &SwitchIntfConfig::ingressNativeVlanXlate_,
-                      &SwitchIntfConfig::ingressNativeVlanXlateIs ),
-      Koi::attribute( "egressNativeVlanXlate", &SwitchIntfConfig::egressNativeVlanXlate_,
-                      &SwitchIntfConfig::egressNativeVlanXlateIs ),
-      Koi::attribute( "ingressVlanXlate", &SwitchIntfConfig::ingressVlanXlate_,
-                      &SwitchIntfConfig::ingressVlanXlateIs,
-          &SwitchIntfConfig::ingressVlanXlateDel ),
-      Koi::attribute( "egressVlanXlate", &SwitchIntfConfig::egressVlanXlate_,
-                      &SwitchIntfConfig::egressVlanXlateIs, &SwitchIntfConfig::egressVlanXlateDel ),
-      Koi::attribute( "trunkPrivateVlanMapping", &SwitchIntfConfig::trunkPrivateVlanMapping_,
-                      &SwitchIntfConfig::trunkPrivateVlanMappingIs ),
-      Koi::attribute( "vlanTpid", &SwitchIntfConfig::vlanTpid_, &SwitchIntfConfig::vlanTpidIs ),
-      Koi::attribute( "vlanTagFormatDrop", &SwitchIntfConfig::vlanTagFormatDrop_,
-                      &SwitchIntfConfig::vlanTagFormatDropIs,
-          &SwitchIntfConfig::vlanTagFormatDropDel ),
-      Koi::attribute( "vlanMappingRequired", &SwitchIntfConfig::vlanMappingRequired_,
-                      &SwitchIntfConfig::vlanMappingRequiredIs,
-          &SwitchIntfConfig::vlanMappingRequiredDel ),
-      Koi::attribute( "sourceportFilterMode", &SwitchIntfConfig::sourceportFilterMode_,
-                      &SwitchIntfConfig::sourceportFilterModeIs ),
-      Koi::attribute( "source", &SwitchIntfConfig::source_, &SwitchIntfConfig::sourceIs ),
-      Koi::attribute( "version", &SwitchIntfConfig::version_, &SwitchIntfConfig::versionIs ),
-      Koi::attribute( "l2SubIntfVlan", &SwitchIntfConfig::l2SubIntfVlan_,
-                      &SwitchIntfConfig::l2SubIntfVlanIs )
+      Koi::attribute( "intfId", &Self::_intfId ),
+      Koi::attribute( "enabled", &Self::enabled_, &Self::enabledIs ),
+      Koi::attribute( "switchportMode", &Self::switchportMode_, &Self::switchportModeIs ),
+      Koi::attribute( "accessVlan", &Self::accessVlan_, &Self::accessVlanIs ),
+      Koi::attribute( "trunkNativeVlan", &Self::trunkNativeVlan_, &Self::trunkNativeVlanIs ),
+      Koi::attribute( "tapNativeVlan", &Self::tapNativeVlan_, &Self::tapNativeVlanIs ),
+      Koi::attribute( "tapIdentificationVlan", &Self::tapIdentificationVlan_,
+                      &Self::tapIdentificationVlanIs ),
+      Koi::attribute( "tapVxlanStrip", &Self::tapVxlanStrip_, &Self::tapVxlanStripIs ),
+      Koi::attribute( "tapMplsPop", &Self::tapMplsPop_, &Self::tapMplsPopIs ),
+      Koi::attribute( "trunkAllowedVlans", &Self::trunkAllowedVlans_, &Self::trunkAllowedVlansIs ),
+      Koi::attribute( "tapAllowedVlans", &Self::tapAllowedVlans_, &Self::tapAllowedVlansIs ),
+      Koi::attribute( "toolAllowedVlans", &Self::toolAllowedVlans_, &Self::toolAllowedVlansIs ),
+      Koi::attribute( "trunkGroup", &Self::trunkGroup_, &Self::trunkGroupIs, &Self::trunkGroupDel ),
+      Koi::attribute( "blockUnknownUnicast", &Self::blockUnknownUnicast_,
+                      &Self::blockUnknownUnicastIs ),
+      Koi::attribute( "blockUnknownMulticast", &Self::blockUnknownMulticast_,
+                      &Self::blockUnknownMulticastIs ),
+      Koi::attribute( "macLearningEnabled", &Self::macLearningEnabled_,
+                      &Self::macLearningEnabledIs ),
+      Koi::attribute( "floodingEnabled", &Self::floodingEnabled_, &Self::floodingEnabledIs ),
+      Koi::attribute( "defaultPrivateVlanMapping", &Self::defaultPrivateVlanMapping_,
+                      &Self::defaultPrivateVlanMappingIs ),
+      Koi::attribute( "privateVlanMapping", &Self::privateVlanMapping_, &Self::privateVlanMappingIs,
+                      &Self::privateVlanMappingDel ),
+      Koi::attribute( "toolIdentityTagging", &Self::toolIdentityTagging_,
+                      &Self::toolIdentityTaggingIs ),
+      Koi::attribute( "toolDot1qRemoveVlans", &Self::toolDot1qRemoveVlans_,
+                      &Self::toolDot1qRemoveVlansIs ),
+      Koi::attribute( "tapTruncationSize", &Self::tapTruncationSize_, &Self::tapTruncationSizeIs,
+                      &Self::tapTruncationSizeMax ),
+      Koi::constant< Self >( "tapTruncationUseGlobalSize", &Self::tapTruncationUseGlobalSize ),
+      Koi::constant< Self >( "tapTruncationSizeMax", &Self::tapTruncationSizeMax ),
+      Koi::attribute( "toolTruncationSize", &Self::toolTruncationSize_, &Self::toolTruncationSizeIs,
+                      &Self::toolTruncationSizeMax ),
+      Koi::constant< Self >( "toolTruncationUseGlobalSize", &Self::toolTruncationUseGlobalSize ),
+      Koi::constant< Self >( "toolTruncationSizeMax", &Self::toolTruncationSizeMax ),
+      Koi::constant< Self >( "tapGroupDefault", &Self::tapGroupDefault ),
+      Koi::attribute( "tapGroup", &Self::tapGroup_, &Self::tapGroupIs, &Self::tapGroupDel ),
+      Koi::attribute( "tapRawIntf", &Self::tapRawIntf_, &Self::tapRawIntfIs, &Self::tapRawIntfDel ),
+      Koi::attribute( "toolGroup", &Self::toolGroup_, &Self::toolGroupIs, &Self::toolGroupDel ),
+      Koi::attribute( "ingressNativeVlanXlate", &Self::ingressNativeVlanXlate_,
+                      &Self::ingressNativeVlanXlateIs ),
+      Koi::attribute( "egressNativeVlanXlate", &Self::egressNativeVlanXlate_,
+                      &Self::egressNativeVlanXlateIs ),
+      Koi::attribute( "ingressVlanXlate", &Self::ingressVlanXlate_, &Self::ingressVlanXlateIs,
+                      &Self::ingressVlanXlateDel ),
+      Koi::attribute( "egressVlanXlate", &Self::egressVlanXlate_, &Self::egressVlanXlateIs,
+                      &Self::egressVlanXlateDel ),
+      Koi::attribute( "trunkPrivateVlanMapping", &Self::trunkPrivateVlanMapping_,
+                      &Self::trunkPrivateVlanMappingIs ),
+      Koi::attribute( "vlanTpid", &Self::vlanTpid_, &Self::vlanTpidIs ),
+      Koi::attribute( "vlanTagFormatDrop", &Self::vlanTagFormatDrop_, &Self::vlanTagFormatDropIs,
+                      &Self::vlanTagFormatDropDel ),
+      Koi::attribute( "vlanMappingRequired", &Self::vlanMappingRequired_,
+                      &Self::vlanMappingRequiredIs, &Self::vlanMappingRequiredDel ),
+      Koi::attribute( "sourceportFilterMode", &Self::sourceportFilterMode_,
+                      &Self::sourceportFilterModeIs ),
+      Koi::attribute( "source", &Self::source_, &Self::sourceIs ),
+      Koi::attribute( "version", &Self::version_, &Self::versionIs ),
+      Koi::attribute( "l2SubIntfVlan", &Self::l2SubIntfVlan_, &Self::l2SubIntfVlanIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 43;
@@ -5446,18 +5391,17 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
       Koi::parameter( "_vlanId", &VlanConfig::vlanId )
     };
   }
+  template< class Self = VlanConfig >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlanId", &VlanConfig::_vlanId ),
-      Koi::attribute( "configuredName", &VlanConfig::configuredName_,
-                      &VlanConfig::configuredNameIs ),
-      Koi::computed( "defaultName", &VlanConfig::defaultName ),
-      Koi::attribute( "adminState", &VlanConfig::adminState_, &VlanConfig::adminStateIs ),
-      Koi::attribute( "macLearning", &VlanConfig::macLearning_, &VlanConfig::macLearningIs ),
-      Koi::attribute( "trunkGroup", &VlanConfig::trunkGroup_, &VlanConfig::trunkGroupIs,
-                      &VlanConfig::trunkGroupDel ),
-      Koi::attribute( "vlanTypeAndPrimaryVlan", &VlanConfig::vlanTypeAndPrimaryVlan_,
-                      &VlanConfig::vlanTypeAndPrimaryVlanIs )
+      Koi::attribute( "vlanId", &Self::_vlanId ),
+      Koi::attribute( "configuredName", &Self::configuredName_, &Self::configuredNameIs ),
+      Koi::computed( "defaultName", &Self::defaultName ),
+      Koi::attribute( "adminState", &Self::adminState_, &Self::adminStateIs ),
+      Koi::attribute( "macLearning", &Self::macLearning_, &Self::macLearningIs ),
+      Koi::attribute( "trunkGroup", &Self::trunkGroup_, &Self::trunkGroupIs, &Self::trunkGroupDel ),
+      Koi::attribute( "vlanTypeAndPrimaryVlan", &Self::vlanTypeAndPrimaryVlan_,
+                      &Self::vlanTypeAndPrimaryVlanIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 7;
@@ -5658,22 +5602,20 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
       Koi::parameter( "_name", &Config::name )
     };
   }
+  template< class Self = Config >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlanConfigPriority", &Config::vlanConfigPriority_,
-                      &Config::vlanConfigPriorityIs ),
-      Koi::attribute( "switchIntfConfigPriority", &Config::switchIntfConfigPriority_,
-                      &Config::switchIntfConfigPriorityIs ),
-      Koi::attribute( "fdbConfigPriority", &Config::fdbConfigPriority_,
-                      &Config::fdbConfigPriorityIs ),
-      Koi::attribute( "vlanConfig", &Config::vlanConfig_, &Config::vlanConfigIs,
-                      &Config::vlanConfigDel ),
-      Koi::attribute( "switchIntfConfig", &Config::switchIntfConfig_, &Config::switchIntfConfigIs,
-                      &Config::switchIntfConfigDel ),
-      Koi::attribute( "fdbConfig", &Config::fdbConfig_, &Config::fdbConfigIs,
-                      &Config::fdbConfigDel ),
-      Koi::attribute( "sourceDetail", &Config::sourceDetail_, &Config::sourceDetailIs ),
-      Koi::attribute( "nonDefaultVal", &Config::nonDefaultVal_, &Config::nonDefaultValIs )
+      Koi::attribute( "vlanConfigPriority", &Self::vlanConfigPriority_,
+                      &Self::vlanConfigPriorityIs ),
+      Koi::attribute( "switchIntfConfigPriority", &Self::switchIntfConfigPriority_,
+                      &Self::switchIntfConfigPriorityIs ),
+      Koi::attribute( "fdbConfigPriority", &Self::fdbConfigPriority_, &Self::fdbConfigPriorityIs ),
+      Koi::attribute( "vlanConfig", &Self::vlanConfig_, &Self::vlanConfigIs, &Self::vlanConfigDel ),
+      Koi::attribute( "switchIntfConfig", &Self::switchIntfConfig_, &Self::switchIntfConfigIs,
+                      &Self::switchIntfConfigDel ),
+      Koi::attribute( "fdbConfig", &Self::fdbConfig_, &Self::fdbConfigIs, &Self::fdbConfigDel ),
+      Koi::attribute( "sourceDetail", &Self::sourceDetail_, &Self::sourceDetailIs ),
+      Koi::attribute( "nonDefaultVal", &Self::nonDefaultVal_, &Self::nonDefaultValIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 8;
@@ -5865,22 +5807,20 @@ class KOI_PUBLIC CliConfig : public Koi::EntityOf< CliConfig, Config > {
       Koi::parameter( "_name", &CliConfig::name )
     };
   }
+  template< class Self = CliConfig >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "hostAgingTime", &CliConfig::hostAgingTime_, &CliConfig::hostAgingTimeIs ),
-      Koi::attribute( "internalVlanAllocationPolicy", &CliConfig::internalVlanAllocationPolicy_,
-                      &CliConfig::internalVlanAllocationPolicyIs ),
-      Koi::attribute( "internalVlanRange", &CliConfig::internalVlanRange_,
-                      &CliConfig::internalVlanRangeIs ),
-      Koi::attribute( "sviMapping", &CliConfig::sviMapping_, &CliConfig::sviMappingIs,
-                      &CliConfig::sviMappingDel ),
-      Koi::attribute( "forwardingMode", &CliConfig::forwardingMode_, &CliConfig::forwardingModeIs ),
-      Koi::attribute( "defaultSwitchportMode", &CliConfig::defaultSwitchportMode_,
-                      &CliConfig::defaultSwitchportModeIs ),
-      Koi::attribute( "pausePassThrough", &CliConfig::pausePassThrough_,
-                      &CliConfig::pausePassThroughIs ),
-      Koi::attribute( "ieeeReservedForwarding", &CliConfig::ieeeReservedForwarding_,
-                      &CliConfig::ieeeReservedForwardingIs, &CliConfig::ieeeReservedForwardingDel )
+      Koi::attribute( "hostAgingTime", &Self::hostAgingTime_, &Self::hostAgingTimeIs ),
+      Koi::attribute( "internalVlanAllocationPolicy", &Self::internalVlanAllocationPolicy_,
+                      &Self::internalVlanAllocationPolicyIs ),
+      Koi::attribute( "internalVlanRange", &Self::internalVlanRange_, &Self::internalVlanRangeIs ),
+      Koi::attribute( "sviMapping", &Self::sviMapping_, &Self::sviMappingIs, &Self::sviMappingDel ),
+      Koi::attribute( "forwardingMode", &Self::forwardingMode_, &Self::forwardingModeIs ),
+      Koi::attribute( "defaultSwitchportMode", &Self::defaultSwitchportMode_,
+                      &Self::defaultSwitchportModeIs ),
+      Koi::attribute( "pausePassThrough", &Self::pausePassThrough_, &Self::pausePassThroughIs ),
+      Koi::attribute( "ieeeReservedForwarding", &Self::ieeeReservedForwarding_,
+                      &Self::ieeeReservedForwardingIs, &Self::ieeeReservedForwardingDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 8;
@@ -5932,10 +5872,11 @@ class KOI_PUBLIC PrivateConfig : public Koi::EntityOf< PrivateConfig, Config > {
       Koi::parameter( "_name", &PrivateConfig::name )
     };
   }
+  template< class Self = PrivateConfig >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "privateModeEnabled", &PrivateConfig::privateModeEnabled_,
-                      &PrivateConfig::privateModeEnabledIs )
+      Koi::attribute( "privateModeEnabled", &Self::privateModeEnabled_,
+                      &Self::privateModeEnabledIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -6009,11 +5950,11 @@ class KOI_PUBLIC SwitchIntfConfigDir : public Koi::EntityOf< SwitchIntfConfigDir
       Koi::parameter( "_name", &SwitchIntfConfigDir::name )
     };
   }
+  template< class Self = SwitchIntfConfigDir >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "switchIntfConfig", &SwitchIntfConfigDir::switchIntfConfig_,
-                      &SwitchIntfConfigDir::switchIntfConfigIs,
-          &SwitchIntfConfigDir::switchIntfConfigDel )
+      Koi::attribute( "switchIntfConfig", &Self::switchIntfConfig_, &Self::switchIntfConfigIs,
+                      &Self::switchIntfConfigDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -6075,10 +6016,10 @@ class KOI_PUBLIC FdbConfigDir : public Koi::EntityOf< FdbConfigDir > {
       Koi::parameter( "_name", &FdbConfigDir::name )
     };
   }
+  template< class Self = FdbConfigDir >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "fdbConfig", &FdbConfigDir::fdbConfig_, &FdbConfigDir::fdbConfigIs,
-                      &FdbConfigDir::fdbConfigDel )
+      Koi::attribute( "fdbConfig", &Self::fdbConfig_, &Self::fdbConfigIs, &Self::fdbConfigDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;

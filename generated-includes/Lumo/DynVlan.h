@@ -58,11 +58,11 @@ class KOI_PUBLIC DynVlanSrc : public Koi::EntityOf< DynVlanSrc > {
       Koi::parameter( "_vlanId", &DynVlanSrc::vlanId )
     };
   }
+  template< class Self = DynVlanSrc >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlanId", &DynVlanSrc::_vlanId ),
-      Koi::attribute( "vlanSource", &DynVlanSrc::vlanSource_, &DynVlanSrc::vlanSourceIs,
-                      &DynVlanSrc::vlanSourceDel )
+      Koi::attribute( "vlanId", &Self::_vlanId ),
+      Koi::attribute( "vlanSource", &Self::vlanSource_, &Self::vlanSourceIs, &Self::vlanSourceDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;
@@ -124,10 +124,10 @@ class KOI_PUBLIC DynVlanSrcTable : public Koi::EntityOf< DynVlanSrcTable > {
       Koi::parameter( "_name", &DynVlanSrcTable::name )
     };
   }
+  template< class Self = DynVlanSrcTable >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "dynVlanSrc", &DynVlanSrcTable::dynVlanSrc_, &DynVlanSrcTable::dynVlanSrcIs,
-                      &DynVlanSrcTable::dynVlanSrcDel )
+      Koi::attribute( "dynVlanSrc", &Self::dynVlanSrc_, &Self::dynVlanSrcIs, &Self::dynVlanSrcDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -233,16 +233,16 @@ class KOI_PUBLIC VlanIdSet : public Koi::EntityOf< VlanIdSet > {
       Koi::parameter( "_name", &VlanIdSet::name )
     };
   }
+  template< class Self = VlanIdSet >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlans", &VlanIdSet::vlans_, &VlanIdSet::vlansIs ),
-      Koi::attribute( "trunkGroup", &VlanIdSet::trunkGroup_, &VlanIdSet::trunkGroupIs,
-                      &VlanIdSet::trunkGroupDel ),
-      Koi::constant< VlanIdSet >( "configPriorityLow", &VlanIdSet::configPriorityLow ),
-      Koi::constant< VlanIdSet >( "configPriorityMedium", &VlanIdSet::configPriorityMedium ),
-      Koi::constant< VlanIdSet >( "configPriorityHigh", &VlanIdSet::configPriorityHigh ),
-      Koi::attribute( "configPriority", &VlanIdSet::configPriority_, &VlanIdSet::configPriorityIs ),
-      Koi::attribute( "mlagSync", &VlanIdSet::mlagSync_, &VlanIdSet::mlagSyncIs )
+      Koi::attribute( "vlans", &Self::vlans_, &Self::vlansIs ),
+      Koi::attribute( "trunkGroup", &Self::trunkGroup_, &Self::trunkGroupIs, &Self::trunkGroupDel ),
+      Koi::constant< Self >( "configPriorityLow", &Self::configPriorityLow ),
+      Koi::constant< Self >( "configPriorityMedium", &Self::configPriorityMedium ),
+      Koi::constant< Self >( "configPriorityHigh", &Self::configPriorityHigh ),
+      Koi::attribute( "configPriority", &Self::configPriority_, &Self::configPriorityIs ),
+      Koi::attribute( "mlagSync", &Self::mlagSync_, &Self::mlagSyncIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 7;
@@ -306,11 +306,11 @@ class KOI_PUBLIC TrunkGroup : public Koi::EntityOf< TrunkGroup > {
       Koi::parameter( "_trunkGroupName", &TrunkGroup::trunkGroupName )
     };
   }
+  template< class Self = TrunkGroup >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "trunkGroupName", &TrunkGroup::_trunkGroupName ),
-      Koi::attribute( "intfList", &TrunkGroup::intfList_, &TrunkGroup::intfListIs,
-                      &TrunkGroup::intfListDel )
+      Koi::attribute( "trunkGroupName", &Self::_trunkGroupName ),
+      Koi::attribute( "intfList", &Self::intfList_, &Self::intfListIs, &Self::intfListDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;
@@ -405,12 +405,11 @@ class KOI_PUBLIC AllowedVlans : public Koi::EntityOf< AllowedVlans > {
       Koi::parameter( "_name", &AllowedVlans::name )
     };
   }
+  template< class Self = AllowedVlans >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "vlans", &AllowedVlans::vlans_, &AllowedVlans::vlansIs,
-                      &AllowedVlans::vlansDel ),
-      Koi::attribute( "trunkGroup", &AllowedVlans::trunkGroup_, &AllowedVlans::trunkGroupIs,
-                      &AllowedVlans::trunkGroupDel )
+      Koi::attribute( "vlans", &Self::vlans_, &Self::vlansIs, &Self::vlansDel ),
+      Koi::attribute( "trunkGroup", &Self::trunkGroup_, &Self::trunkGroupIs, &Self::trunkGroupDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 2;

@@ -204,18 +204,14 @@ class KOI_PUBLIC InternalVlanConfigDir : public Koi::EntityOf< InternalVlanConfi
       Koi::parameter( "_name", &InternalVlanConfigDir::name )
     };
   }
+  template< class Self = InternalVlanConfigDir >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "config", &InternalVlanConfigDir::config_, &InternalVlanConfigDir::configIs,
-                      &InternalVlanConfigDir::configDel ),
-      Koi::attribute( "preferred", &InternalVlanConfigDir::preferred_,
-                      &InternalVlanConfigDir::preferredIs, &InternalVlanConfigDir::preferredDel ),
-      Koi::attribute( "whitelist", &InternalVlanConfigDir::whitelist_,
-                      &InternalVlanConfigDir::whitelistIs, &InternalVlanConfigDir::whitelistDel ),
-      Koi::attribute( "blacklist", &InternalVlanConfigDir::blacklist_,
-                      &InternalVlanConfigDir::blacklistIs, &InternalVlanConfigDir::blacklistDel ),
-      Koi::attribute( "useWhitelist", &InternalVlanConfigDir::useWhitelist_,
-                      &InternalVlanConfigDir::useWhitelistIs )
+      Koi::attribute( "config", &Self::config_, &Self::configIs, &Self::configDel ),
+      Koi::attribute( "preferred", &Self::preferred_, &Self::preferredIs, &Self::preferredDel ),
+      Koi::attribute( "whitelist", &Self::whitelist_, &Self::whitelistIs, &Self::whitelistDel ),
+      Koi::attribute( "blacklist", &Self::blacklist_, &Self::blacklistIs, &Self::blacklistDel ),
+      Koi::attribute( "useWhitelist", &Self::useWhitelist_, &Self::useWhitelistIs )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 5;
@@ -281,10 +277,10 @@ class KOI_PUBLIC InternalVlanStatusDir : public Koi::EntityOf< InternalVlanStatu
       Koi::parameter( "_name", &InternalVlanStatusDir::name )
     };
   }
+  template< class Self = InternalVlanStatusDir >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "status", &InternalVlanStatusDir::status_, &InternalVlanStatusDir::statusIs,
-                      &InternalVlanStatusDir::statusDel )
+      Koi::attribute( "status", &Self::status_, &Self::statusIs, &Self::statusDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;

@@ -93,16 +93,15 @@ class KOI_PUBLIC LumoHitlessState : public Koi::EntityOf< LumoHitlessState > {
       Koi::parameter( "_name", &LumoHitlessState::name )
     };
   }
+  template< class Self = LumoHitlessState >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "lumoStatusUpdate", &LumoHitlessState::lumoStatusUpdate_,
-                      &LumoHitlessState::lumoStatusUpdateIs ),
-      Koi::attribute( "lumoSubIntfUp", &LumoHitlessState::lumoSubIntfUp_,
-                      &LumoHitlessState::lumoSubIntfUpIs ),
-      Koi::attribute( "lumoDownLinksUpdate", &LumoHitlessState::lumoDownLinksUpdate_,
-                      &LumoHitlessState::lumoDownLinksUpdateIs ),
-      Koi::attribute( "subIntfWaitQ", &LumoHitlessState::subIntfWaitQ_,
-                      &LumoHitlessState::subIntfWaitQIs, &LumoHitlessState::subIntfWaitQDel )
+      Koi::attribute( "lumoStatusUpdate", &Self::lumoStatusUpdate_, &Self::lumoStatusUpdateIs ),
+      Koi::attribute( "lumoSubIntfUp", &Self::lumoSubIntfUp_, &Self::lumoSubIntfUpIs ),
+      Koi::attribute( "lumoDownLinksUpdate", &Self::lumoDownLinksUpdate_,
+                      &Self::lumoDownLinksUpdateIs ),
+      Koi::attribute( "subIntfWaitQ", &Self::subIntfWaitQ_, &Self::subIntfWaitQIs,
+                      &Self::subIntfWaitQDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 4;

@@ -50,10 +50,10 @@ class KOI_PUBLIC RequestReservedVlanId : public Koi::EntityOf< RequestReservedVl
       Koi::parameter( "_name", &RequestReservedVlanId::name )
     };
   }
+  template< class Self = RequestReservedVlanId >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "request", &RequestReservedVlanId::request_,
-                      &RequestReservedVlanId::requestIs, &RequestReservedVlanId::requestDel )
+      Koi::attribute( "request", &Self::request_, &Self::requestIs, &Self::requestDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;
@@ -113,10 +113,10 @@ class KOI_PUBLIC ResponseReservedVlanId : public Koi::EntityOf< ResponseReserved
       Koi::parameter( "_name", &ResponseReservedVlanId::name )
     };
   }
+  template< class Self = ResponseReservedVlanId >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "response", &ResponseReservedVlanId::response_,
-                      &ResponseReservedVlanId::responseIs, &ResponseReservedVlanId::responseDel )
+      Koi::attribute( "response", &Self::response_, &Self::responseIs, &Self::responseDel )
     };
   }
   static constexpr unsigned koiEnd = koiFirst + 1;

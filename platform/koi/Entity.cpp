@@ -75,6 +75,11 @@ void Entity::koiParentIs( Entity * parent, unsigned attribute ) {
   Mirror::appeared();
 }
 
+void Entity::koiEndReactors() {
+  if( auto const end = koiType()->endReactors )
+    end( *this );
+}
+
 void Entity::koiDisowned() {
   parent_ = nullptr;
   leaveLogs();

@@ -11,7 +11,6 @@
 #include <koi/Children.h>
 #include <koi/EntityBase.h>
 #include <koi/LinkQueue.h>
-#include <koi/TearDown.h>
 
 namespace Koi {
 
@@ -26,12 +25,6 @@ class EntityOf : public Tracked< Derived, Base > {
   static constexpr unsigned koiFirst = Base::koiEnd;
 
   KoiType const * koiType() const override { return &Derived::_koiType; }
-
-  void koiEndReactors() override {
-    if constexpr( mayHaveReactors< Derived >() )
-      endReactors( static_cast< Derived & >( *this ) );
-    Base::koiEndReactors();
-  }
 
  protected:
   template< class... Args >

@@ -55,7 +55,7 @@ class KOI_PUBLIC Entity : public PtrInterface {
   void koiDisowned();
   /// Takes a tree down: ends the reactors that this entity and all below it own, and lets them go.
   /// The tree stays. An entity that leaves its parent does so by itself.
-  virtual void koiEndReactors() {}
+  void koiEndReactors();
   /// The place, in the parent's attribute table, of the attribute that owns this entity.
   unsigned koiParentAttribute() const { return parentAttribute_; }
   /// Tells this child from those that its parent had before under the same key: deleted and created

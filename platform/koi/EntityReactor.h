@@ -8,6 +8,12 @@
 
 namespace Koi {
 
+/// Ends a reactor and lets it go; its cleanup handler finds the cell empty.
+template< class R >
+void endReactor( Owned< R > & cell ) {
+  Owned< R > const gone( std::move( cell ) );
+}
+
 /// Builds the reactor, which listens. Raises RangeException "entity reactor is already active" when
 /// there is one, and what the start handler throws; the entity then has the one it had.
 template< class R, class... Args >

@@ -6,6 +6,7 @@
 
 #include <koi/AttributeLog.h>
 #include <koi/Reactor.h>
+#include <koi/TearDown.h>
 
 namespace Koi {
 
@@ -141,6 +142,8 @@ constexpr KoiType entityNode() {
   node.genericNotifiee = Maker::observe;
   node.newEntityForAttrLog = Maker::fromLog;
   node.writeCtorArgs = Maker::writeArguments;
+  if( mayHaveReactors< E >() )
+    node.endReactors = endReactors< E >;
   return node;
 }
 

@@ -110,6 +110,8 @@ struct KoiType {
   /// which is counted. Raises ParseException.
   Ptr< Entity > ( *newEntityForAttrLog )( Name const & name, FlowIn & flow ) = nullptr;
   void ( *writeCtorArgs )( Entity const & entity, FlowOut & flow ) = nullptr;
+  /// Ends the reactors that an entity and all that it owns have; null where there can be none.
+  void ( *endReactors )( Entity & entity ) = nullptr;
   /// A walk over the members of an entity's collection; null, and *notHandled set, where the
   /// attribute has none.
   Ptr< GenericIfIterator > ( *genericIfAttributeIterator )( GenericIf const & value, int attribute,

@@ -1,13 +1,15 @@
 // TearDown.h: how the reactors of entities end when a tree, or a part of one, is taken down.
 //
-// Used by EntityOf, on the entity's thread. A reactor holds what it watches; where an entity owns a
-// reactor that holds it or something above it, this is what opens the circle.
+// Used by type nodes, on the entity's thread; included only where entity types are registered. A
+// reactor holds what it watches; where an entity owns a reactor that holds it or something above
+// it, this is what opens the circle.
 #pragma once
 
 #include <tuple>
 #include <type_traits>
 
-#include <koi/Cell.h>
+#include <koi/Entity.h>
+#include <koi/EntityReactor.h>
 
 namespace Koi {
 
@@ -62,21 +64,18 @@ void endReactorsIn( E & entity, Entry const & entry ) {
   }
 }
 
-/// Ends a reactor and lets it go; its cleanup handler finds the cell empty.
-template< class R >
-void endReactor( Owned< R > & cell ) {
-  Owned< R > const gone( std::move( cell ) );
-}
-
-/// Ends the entity's own reactors, then those of what it owns; not what its base says.
+/// Ends the entity's own reactors, then those of what it owns.
 template< class E >
-void endReactors( E & entity ) {
+void endReactors( Entity & of ) {
+  E & entity = static_cast< E & >( of );
   if constexpr( requires { E::koiReactors(); } )
     std::apply( [&]( auto... reactor ) { ( endReactor( entity.*reactor ), ... ); },
                 E::koiReactors() );
   if constexpr( requires { E::koiAttributes(); } )
     std::apply( [&]( auto const &... entry ) { ( endReactorsIn( entity, entry ), ... ); },
                 E::koiAttributes() );
+  if constexpr( requires { typename E::KoiBase::KoiBase; } )
+    endReactors< typename E::KoiBase >( entity );
 }
 
 }  // namespace Koi

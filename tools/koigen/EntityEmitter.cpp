@@ -207,7 +207,7 @@ class EntityText {
         break;
       case Member::constant:
         attributes_.push_back( constantText( context_, m ) );
-        table_.push_back( readEntry( "constant< " + entity_.name + " >", m.name ) );
+        table_.push_back( readEntry( "constant< Self >", m.name ) );
         break;
       case Member::function:
         attributes_.push_back( memberFunctionText( context_, m ) );
@@ -300,13 +300,13 @@ class EntityText {
   std::string tableEntry( std::string const & name, Texts const & pointers ) const {
     std::string text = "Koi::attribute( \"" + name + "\"";
     for( std::string const & pointer : pointers )
-      text += ", &" + entity_.name + "::" + pointer;
+      text += ", &Self::" + pointer;
     return text + " )";
   }
 
   /// The name, and the function that gives it.
   std::string readEntry( std::string const & kind, std::string const & name ) const {
-    return "Koi::" + kind + "( \"" + name + "\", &" + entity_.name + "::" + name + " )";
+    return "Koi::" + kind + "( \"" + name + "\", &Self::" + name + " )";
   }
 
   std::string parameterEntry( EntityParameter const & p ) const {

@@ -14,6 +14,7 @@ class KOI_PUBLIC $Type$ : public Koi::EntityOf< $bases$ > {
       $constructor$
     };
   }
+  template< class Self = $Type$ >
   static constexpr auto koiAttributes() {
     return std::tuple{
       $table$
