@@ -85,11 +85,6 @@ function( lumo_generate )
   add_custom_target( ${koi_TARGET}-koi DEPENDS ${sources} )
   add_dependencies( ${koi_TARGET} ${koi_TARGET}-koi )
   target_sources( ${koi_TARGET} PRIVATE ${sources} )
-  if( LUMO_SANITIZE MATCHES "undefined" )
-    # These would triple the time that the templates behind a model take; tests compile them checked.
-    set_source_files_properties( ${sources} PROPERTIES
-      COMPILE_OPTIONS "-fno-sanitize=null,alignment,vptr,object-size" )
-  endif()
   get_target_property( type ${koi_TARGET} TYPE )
   set( scope PUBLIC )
   if( type STREQUAL "EXECUTABLE" )
