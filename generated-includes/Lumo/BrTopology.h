@@ -51,9 +51,7 @@ class KOI_PUBLIC TopoPortChangeInfo : public Koi::Structure< TopoPortChangeInfo 
 /// What is asked of a port in a topology.
 class KOI_PUBLIC TopoPortConfig : public Koi::EntityOf< TopoPortConfig > {
  public:
-  TopoPortConfig( Wirex::IntfId const & intfId, Koi::U32 creationNonce, PortState state )
-      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ), _creationNonce( creationNonce ),
-        state_( state ) {}
+  TopoPortConfig( Wirex::IntfId const & intfId, Koi::U32 creationNonce, PortState state );
 
   /// the port
   Wirex::IntfId intfId() const { return _intfId; }
@@ -63,17 +61,15 @@ class KOI_PUBLIC TopoPortConfig : public Koi::EntityOf< TopoPortConfig > {
 
   /// what it is to do
   PortState state() const { return state_; }
-  void stateIs( PortState v ) { koiIs( state_, v, NotifieeConst::koiOnState ); }
+  void stateIs( PortState v );
 
   /// counts the requests to forget what was learned on it
   Koi::U32 fdbFlush() const { return fdbFlush_; }
-  void fdbFlushIs( Koi::U32 v ) { koiIs( fdbFlush_, v, NotifieeConst::koiOnFdbFlush ); }
+  void fdbFlushIs( Koi::U32 v );
 
   /// a shorter aging time for what was learned on it; 0 for none
   Koi::Seconds lowerAgingTime() const { return lowerAgingTime_; }
-  void lowerAgingTimeIs( Koi::Seconds v ) {
-    koiIs( lowerAgingTime_, v, NotifieeConst::koiOnLowerAgingTime );
-  }
+  void lowerAgingTimeIs( Koi::Seconds v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< TopoPortConfig > {
@@ -128,18 +124,14 @@ class KOI_PUBLIC TopoPortConfig : public Koi::EntityOf< TopoPortConfig > {
 };
 
 /// A new TopoPortConfig without a parent.
-inline Koi::Ptr< TopoPortConfig > topoPortConfigFactory( Wirex::IntfId const & intfId,
-                                                         Koi::U32 creationNonce, PortState state ) {
-  return new TopoPortConfig( intfId, creationNonce, state );
-}
+KOI_PUBLIC Koi::Ptr< TopoPortConfig > topoPortConfigFactory( Wirex::IntfId const & intfId,
+    Koi::U32 creationNonce, PortState state );
 
 /// What is asked of one topology, an instance of spanning tree.
 class KOI_PUBLIC TopoConfig : public Koi::EntityOf< TopoConfig > {
  public:
   TopoConfig( Koi::Name const & name, Koi::U32 creationNonce, PortState defaultPortState,
-              bool standalone )
-      : EntityOf( name ), _creationNonce( creationNonce ), _defaultPortState( defaultPortState ),
-        _standalone( standalone ) {}
+              bool standalone );
 
   /// tells this one from an earlier one of the same name
   Koi::U32 creationNonce() const { return _creationNonce; }
@@ -152,32 +144,21 @@ class KOI_PUBLIC TopoConfig : public Koi::EntityOf< TopoConfig > {
 
   class KoiTopoPortConfig;
   /// its ports
-  Koi::Ptr< TopoPortConfig > topoPortConfig( Wirex::IntfId const & k ) const {
-    return topoPortConfig_.value( k );
-  }
+  Koi::Ptr< TopoPortConfig > topoPortConfig( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiTopoPortConfig, Wirex::IntfId,
       Koi::Owned< TopoPortConfig > > const & topoPortConfig() const {
     return topoPortConfig_;
   }
   using TopoPortConfigIterator = Koi::HashMap< KoiTopoPortConfig, Wirex::IntfId,
       Koi::Owned< TopoPortConfig > >::Iterator;
-  TopoPortConfigIterator topoPortConfigIterator() { return topoPortConfig_.koiIterator(); }
+  TopoPortConfigIterator topoPortConfigIterator();
   /// The one of that key, made when there is none.
   Koi::Ptr< TopoPortConfig > topoPortConfigIs( Wirex::IntfId const & k, Koi::U32 creationNonce,
-                                               PortState state ) {
-    return koiChildIs( topoPortConfig_, NotifieeConst::koiOnTopoPortConfig, k, creationNonce,
-                       state );
-  }
-  Koi::Ptr< TopoPortConfig > topoPortConfigDel( Wirex::IntfId const & k ) {
-    return koiDel( topoPortConfig_, k, NotifieeConst::koiOnTopoPortConfig );
-  }
-  Koi::Ptr< TopoPortConfig > topoPortConfigDel( TopoPortConfigIterator const & i ) {
-    return koiDel( topoPortConfig_, i, NotifieeConst::koiOnTopoPortConfig );
-  }
-  void topoPortConfigDelAll() { koiDelAll( topoPortConfig_, NotifieeConst::koiOnTopoPortConfig ); }
-  void topoPortConfigNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnTopoPortConfig, k );
-  }
+                                               PortState state );
+  Koi::Ptr< TopoPortConfig > topoPortConfigDel( Wirex::IntfId const & k );
+  Koi::Ptr< TopoPortConfig > topoPortConfigDel( TopoPortConfigIterator const & i );
+  void topoPortConfigDelAll();
+  void topoPortConfigNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< TopoConfig > {
@@ -223,72 +204,57 @@ class KOI_PUBLIC TopoConfig : public Koi::EntityOf< TopoConfig > {
 };
 
 /// A new TopoConfig without a parent.
-inline Koi::Ptr< TopoConfig > topoConfigFactory( Koi::Name const & name, Koi::U32 creationNonce,
-                                                 PortState defaultPortState, bool standalone ) {
-  return new TopoConfig( name, creationNonce, defaultPortState, standalone );
-}
+KOI_PUBLIC Koi::Ptr< TopoConfig > topoConfigFactory( Koi::Name const & name, Koi::U32 creationNonce,
+                                                     PortState defaultPortState, bool standalone );
 
 /// What spanning tree asks for. It writes this; the forwarding plane reads it.
 class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
  public:
-  explicit Config( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit Config( Koi::Name const & name );
 
   /// a shorter aging time; 0 for none
   Koi::Seconds agingTime() const { return agingTime_; }
-  void agingTimeIs( Koi::Seconds v ) { koiIs( agingTime_, v, NotifieeConst::koiOnAgingTime ); }
+  void agingTimeIs( Koi::Seconds v );
 
   class KoiTopoConfig;
   /// the topologies
-  Koi::Ptr< TopoConfig > topoConfig( Koi::Name const & k ) const { return topoConfig_.value( k ); }
+  Koi::Ptr< TopoConfig > topoConfig( Koi::Name const & k ) const;
   Koi::HashMap< KoiTopoConfig, Koi::Name, Koi::Owned< TopoConfig > > const & topoConfig() const {
     return topoConfig_;
   }
   using TopoConfigIterator = Koi::HashMap< KoiTopoConfig, Koi::Name,
       Koi::Owned< TopoConfig > >::Iterator;
-  TopoConfigIterator topoConfigIterator() { return topoConfig_.koiIterator(); }
+  TopoConfigIterator topoConfigIterator();
   /// The one of that key, made when there is none.
   Koi::Ptr< TopoConfig > topoConfigIs( Koi::Name const & k, Koi::U32 creationNonce,
-                                       PortState defaultPortState, bool standalone ) {
-    return koiChildIs( topoConfig_, NotifieeConst::koiOnTopoConfig, k, creationNonce,
-                       defaultPortState, standalone );
-  }
-  Koi::Ptr< TopoConfig > topoConfigDel( Koi::Name const & k ) {
-    return koiDel( topoConfig_, k, NotifieeConst::koiOnTopoConfig );
-  }
-  Koi::Ptr< TopoConfig > topoConfigDel( TopoConfigIterator const & i ) {
-    return koiDel( topoConfig_, i, NotifieeConst::koiOnTopoConfig );
-  }
-  void topoConfigDelAll() { koiDelAll( topoConfig_, NotifieeConst::koiOnTopoConfig ); }
-  void topoConfigNotify( Koi::Name const & k ) { koiNotify( NotifieeConst::koiOnTopoConfig, k ); }
+                                       PortState defaultPortState, bool standalone );
+  Koi::Ptr< TopoConfig > topoConfigDel( Koi::Name const & k );
+  Koi::Ptr< TopoConfig > topoConfigDel( TopoConfigIterator const & i );
+  void topoConfigDelAll();
+  void topoConfigNotify( Koi::Name const & k );
 
   class KoiVidToTopoMap;
   /// that of each VLAN; leaves with the topology
-  Koi::Ptr< TopoConfig > vidToTopoMap( VlanId const & k ) const { return vidToTopoMap_.value( k ); }
+  Koi::Ptr< TopoConfig > vidToTopoMap( VlanId const & k ) const;
   Koi::HashMap< KoiVidToTopoMap, VlanId, Koi::WeakPtr< TopoConfig > > const & vidToTopoMap() const {
     return vidToTopoMap_;
   }
   using VidToTopoMapIterator = Koi::HashMap< KoiVidToTopoMap, VlanId,
       Koi::WeakPtr< TopoConfig > >::Iterator;
-  VidToTopoMapIterator vidToTopoMapIterator() { return vidToTopoMap_.koiIterator(); }
-  void vidToTopoMapIs( VlanId const & k, Koi::Ptr< TopoConfig > const & v ) {
-    koiIs( vidToTopoMap_, k, v, NotifieeConst::koiOnVidToTopoMap );
-  }
-  Koi::Ptr< TopoConfig > vidToTopoMapDel( VlanId const & k ) {
-    return koiDel( vidToTopoMap_, k, NotifieeConst::koiOnVidToTopoMap );
-  }
-  Koi::Ptr< TopoConfig > vidToTopoMapDel( VidToTopoMapIterator const & i ) {
-    return koiDel( vidToTopoMap_, i, NotifieeConst::koiOnVidToTopoMap );
-  }
-  void vidToTopoMapDelAll() { koiDelAll( vidToTopoMap_, NotifieeConst::koiOnVidToTopoMap ); }
-  void vidToTopoMapNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnVidToTopoMap, k ); }
+  VidToTopoMapIterator vidToTopoMapIterator();
+  void vidToTopoMapIs( VlanId const & k, Koi::Ptr< TopoConfig > const & v );
+  Koi::Ptr< TopoConfig > vidToTopoMapDel( VlanId const & k );
+  Koi::Ptr< TopoConfig > vidToTopoMapDel( VidToTopoMapIterator const & i );
+  void vidToTopoMapDelAll();
+  void vidToTopoMapNotify( VlanId const & k );
 
   /// hand STP BPDUs to the processor
   bool trapStpBpdus() const { return trapStpBpdus_; }
-  void trapStpBpdusIs( bool v ) { koiIs( trapStpBpdus_, v, NotifieeConst::koiOnTrapStpBpdus ); }
+  void trapStpBpdusIs( bool v );
 
   /// hand the BPDUs of spanning tree per VLAN to it
   bool trapPvstBpdus() const { return trapPvstBpdus_; }
-  void trapPvstBpdusIs( bool v ) { koiIs( trapPvstBpdus_, v, NotifieeConst::koiOnTrapPvstBpdus ); }
+  void trapPvstBpdusIs( bool v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Config > {
@@ -355,13 +321,12 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
 };
 
 /// A new Config without a parent.
-inline Koi::Ptr< Config > configFactory( Koi::Name const & name ) { return new Config( name ); }
+KOI_PUBLIC Koi::Ptr< Config > configFactory( Koi::Name const & name );
 
 /// What a port does in a topology.
 class KOI_PUBLIC TopoPortStatus : public Koi::EntityOf< TopoPortStatus > {
  public:
-  TopoPortStatus( Wirex::IntfId const & intfId, Koi::U32 creationNonce )
-      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ), _creationNonce( creationNonce ) {}
+  TopoPortStatus( Wirex::IntfId const & intfId, Koi::U32 creationNonce );
 
   /// the port
   Wirex::IntfId intfId() const { return _intfId; }
@@ -371,25 +336,19 @@ class KOI_PUBLIC TopoPortStatus : public Koi::EntityOf< TopoPortStatus > {
 
   /// what it does
   PortState state() const { return state_; }
-  void stateIs( PortState v ) { koiIs( state_, v, NotifieeConst::koiOnState ); }
+  void stateIs( PortState v );
 
   /// how lively it is
   TopoPortChangeInfo changeInfo() const { return changeInfo_; }
-  void changeInfoIs( TopoPortChangeInfo const & v ) {
-    koiIs( changeInfo_, v, NotifieeConst::koiOnChangeInfo );
-  }
+  void changeInfoIs( TopoPortChangeInfo const & v );
 
   /// the fdbFlush that was served last
   Koi::U32 fdbFlushReport() const { return fdbFlushReport_; }
-  void fdbFlushReportIs( Koi::U32 v ) {
-    koiIs( fdbFlushReport_, v, NotifieeConst::koiOnFdbFlushReport );
-  }
+  void fdbFlushReportIs( Koi::U32 v );
 
   /// the lowerAgingTime that was applied last
   Koi::Seconds lowerAgingTimeReport() const { return lowerAgingTimeReport_; }
-  void lowerAgingTimeReportIs( Koi::Seconds v ) {
-    koiIs( lowerAgingTimeReport_, v, NotifieeConst::koiOnLowerAgingTimeReport );
-  }
+  void lowerAgingTimeReportIs( Koi::Seconds v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< TopoPortStatus > {
@@ -454,46 +413,33 @@ class KOI_PUBLIC TopoPortStatus : public Koi::EntityOf< TopoPortStatus > {
 };
 
 /// A new TopoPortStatus without a parent.
-inline Koi::Ptr< TopoPortStatus > topoPortStatusFactory( Wirex::IntfId const & intfId,
-                                                         Koi::U32 creationNonce ) {
-  return new TopoPortStatus( intfId, creationNonce );
-}
+KOI_PUBLIC Koi::Ptr< TopoPortStatus > topoPortStatusFactory( Wirex::IntfId const & intfId,
+    Koi::U32 creationNonce );
 
 /// What became of one topology.
 class KOI_PUBLIC TopoStatus : public Koi::EntityOf< TopoStatus > {
  public:
-  TopoStatus( Koi::Name const & name, Koi::U32 creationNonce )
-      : EntityOf( name ), _creationNonce( creationNonce ) {}
+  TopoStatus( Koi::Name const & name, Koi::U32 creationNonce );
 
   /// that of the request
   Koi::U32 creationNonce() const { return _creationNonce; }
 
   class KoiTopoPortStatus;
   /// its ports
-  Koi::Ptr< TopoPortStatus > topoPortStatus( Wirex::IntfId const & k ) const {
-    return topoPortStatus_.value( k );
-  }
+  Koi::Ptr< TopoPortStatus > topoPortStatus( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiTopoPortStatus, Wirex::IntfId,
       Koi::Owned< TopoPortStatus > > const & topoPortStatus() const {
     return topoPortStatus_;
   }
   using TopoPortStatusIterator = Koi::HashMap< KoiTopoPortStatus, Wirex::IntfId,
       Koi::Owned< TopoPortStatus > >::Iterator;
-  TopoPortStatusIterator topoPortStatusIterator() { return topoPortStatus_.koiIterator(); }
+  TopoPortStatusIterator topoPortStatusIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< TopoPortStatus > topoPortStatusIs( Wirex::IntfId const & k, Koi::U32 creationNonce ) {
-    return koiChildIs( topoPortStatus_, NotifieeConst::koiOnTopoPortStatus, k, creationNonce );
-  }
-  Koi::Ptr< TopoPortStatus > topoPortStatusDel( Wirex::IntfId const & k ) {
-    return koiDel( topoPortStatus_, k, NotifieeConst::koiOnTopoPortStatus );
-  }
-  Koi::Ptr< TopoPortStatus > topoPortStatusDel( TopoPortStatusIterator const & i ) {
-    return koiDel( topoPortStatus_, i, NotifieeConst::koiOnTopoPortStatus );
-  }
-  void topoPortStatusDelAll() { koiDelAll( topoPortStatus_, NotifieeConst::koiOnTopoPortStatus ); }
-  void topoPortStatusNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnTopoPortStatus, k );
-  }
+  Koi::Ptr< TopoPortStatus > topoPortStatusIs( Wirex::IntfId const & k, Koi::U32 creationNonce );
+  Koi::Ptr< TopoPortStatus > topoPortStatusDel( Wirex::IntfId const & k );
+  Koi::Ptr< TopoPortStatus > topoPortStatusDel( TopoPortStatusIterator const & i );
+  void topoPortStatusDelAll();
+  void topoPortStatusNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< TopoStatus > {
@@ -533,54 +479,41 @@ class KOI_PUBLIC TopoStatus : public Koi::EntityOf< TopoStatus > {
 };
 
 /// A new TopoStatus without a parent.
-inline Koi::Ptr< TopoStatus > topoStatusFactory( Koi::Name const & name, Koi::U32 creationNonce ) {
-  return new TopoStatus( name, creationNonce );
-}
+KOI_PUBLIC Koi::Ptr< TopoStatus > topoStatusFactory( Koi::Name const & name,
+                                                     Koi::U32 creationNonce );
 
 /// What the forwarding plane has applied. It writes this; spanning tree reads it.
 class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
  public:
-  explicit Status( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit Status( Koi::Name const & name );
 
   class KoiTopoStatus;
   /// the topologies
-  Koi::Ptr< TopoStatus > topoStatus( Koi::Name const & k ) const { return topoStatus_.value( k ); }
+  Koi::Ptr< TopoStatus > topoStatus( Koi::Name const & k ) const;
   Koi::HashMap< KoiTopoStatus, Koi::Name, Koi::Owned< TopoStatus > > const & topoStatus() const {
     return topoStatus_;
   }
   using TopoStatusIterator = Koi::HashMap< KoiTopoStatus, Koi::Name,
       Koi::Owned< TopoStatus > >::Iterator;
-  TopoStatusIterator topoStatusIterator() { return topoStatus_.koiIterator(); }
+  TopoStatusIterator topoStatusIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< TopoStatus > topoStatusIs( Koi::Name const & k, Koi::U32 creationNonce ) {
-    return koiChildIs( topoStatus_, NotifieeConst::koiOnTopoStatus, k, creationNonce );
-  }
-  Koi::Ptr< TopoStatus > topoStatusDel( Koi::Name const & k ) {
-    return koiDel( topoStatus_, k, NotifieeConst::koiOnTopoStatus );
-  }
-  Koi::Ptr< TopoStatus > topoStatusDel( TopoStatusIterator const & i ) {
-    return koiDel( topoStatus_, i, NotifieeConst::koiOnTopoStatus );
-  }
-  void topoStatusDelAll() { koiDelAll( topoStatus_, NotifieeConst::koiOnTopoStatus ); }
-  void topoStatusNotify( Koi::Name const & k ) { koiNotify( NotifieeConst::koiOnTopoStatus, k ); }
+  Koi::Ptr< TopoStatus > topoStatusIs( Koi::Name const & k, Koi::U32 creationNonce );
+  Koi::Ptr< TopoStatus > topoStatusDel( Koi::Name const & k );
+  Koi::Ptr< TopoStatus > topoStatusDel( TopoStatusIterator const & i );
+  void topoStatusDelAll();
+  void topoStatusNotify( Koi::Name const & k );
 
   /// how many instances of MSTP there may be
   Koi::U32 maximumMstpInstances() const { return maximumMstpInstances_; }
-  void maximumMstpInstancesIs( Koi::U32 v ) {
-    koiIs( maximumMstpInstances_, v, NotifieeConst::koiOnMaximumMstpInstances );
-  }
+  void maximumMstpInstancesIs( Koi::U32 v );
 
   /// how many topologies the hardware has
   Koi::U32 maximumTopologiesSupported() const { return maximumTopologiesSupported_; }
-  void maximumTopologiesSupportedIs( Koi::U32 v ) {
-    koiIs( maximumTopologiesSupported_, v, NotifieeConst::koiOnMaximumTopologiesSupported );
-  }
+  void maximumTopologiesSupportedIs( Koi::U32 v );
 
   /// the hardware does what was asked
   bool hardwareConfigured() const { return hardwareConfigured_; }
-  void hardwareConfiguredIs( bool v ) {
-    koiIs( hardwareConfigured_, v, NotifieeConst::koiOnHardwareConfigured );
-  }
+  void hardwareConfiguredIs( bool v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Status > {
@@ -648,7 +581,7 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
 };
 
 /// A new Status without a parent.
-inline Koi::Ptr< Status > statusFactory( Koi::Name const & name ) { return new Status( name ); }
+KOI_PUBLIC Koi::Ptr< Status > statusFactory( Koi::Name const & name );
 
 }  // namespace Bridging::Topology
 
@@ -657,38 +590,27 @@ namespace Bridging::Topology::Inst {
 /// What became of one instance.
 class KOI_PUBLIC TopoStatus : public Koi::EntityOf< TopoStatus > {
  public:
-  TopoStatus( Koi::Name const & name, Koi::U32 creationNonce )
-      : EntityOf( name ), _creationNonce( creationNonce ) {}
+  TopoStatus( Koi::Name const & name, Koi::U32 creationNonce );
 
   /// that of the request
   Koi::U32 creationNonce() const { return _creationNonce; }
 
   class KoiTopoPortStatus;
   /// its ports
-  Koi::Ptr< TopoPortStatus > topoPortStatus( Wirex::IntfId const & k ) const {
-    return topoPortStatus_.value( k );
-  }
+  Koi::Ptr< TopoPortStatus > topoPortStatus( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiTopoPortStatus, Wirex::IntfId,
       Koi::Owned< TopoPortStatus > > const & topoPortStatus() const {
     return topoPortStatus_;
   }
   using TopoPortStatusIterator = Koi::HashMap< KoiTopoPortStatus, Wirex::IntfId,
       Koi::Owned< TopoPortStatus > >::Iterator;
-  TopoPortStatusIterator topoPortStatusIterator() { return topoPortStatus_.koiIterator(); }
+  TopoPortStatusIterator topoPortStatusIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< TopoPortStatus > topoPortStatusIs( Wirex::IntfId const & k, Koi::U32 creationNonce ) {
-    return koiChildIs( topoPortStatus_, NotifieeConst::koiOnTopoPortStatus, k, creationNonce );
-  }
-  Koi::Ptr< TopoPortStatus > topoPortStatusDel( Wirex::IntfId const & k ) {
-    return koiDel( topoPortStatus_, k, NotifieeConst::koiOnTopoPortStatus );
-  }
-  Koi::Ptr< TopoPortStatus > topoPortStatusDel( TopoPortStatusIterator const & i ) {
-    return koiDel( topoPortStatus_, i, NotifieeConst::koiOnTopoPortStatus );
-  }
-  void topoPortStatusDelAll() { koiDelAll( topoPortStatus_, NotifieeConst::koiOnTopoPortStatus ); }
-  void topoPortStatusNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnTopoPortStatus, k );
-  }
+  Koi::Ptr< TopoPortStatus > topoPortStatusIs( Wirex::IntfId const & k, Koi::U32 creationNonce );
+  Koi::Ptr< TopoPortStatus > topoPortStatusDel( Wirex::IntfId const & k );
+  Koi::Ptr< TopoPortStatus > topoPortStatusDel( TopoPortStatusIterator const & i );
+  void topoPortStatusDelAll();
+  void topoPortStatusNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< TopoStatus > {
@@ -728,54 +650,41 @@ class KOI_PUBLIC TopoStatus : public Koi::EntityOf< TopoStatus > {
 };
 
 /// A new TopoStatus without a parent.
-inline Koi::Ptr< TopoStatus > topoStatusFactory( Koi::Name const & name, Koi::U32 creationNonce ) {
-  return new TopoStatus( name, creationNonce );
-}
+KOI_PUBLIC Koi::Ptr< TopoStatus > topoStatusFactory( Koi::Name const & name,
+                                                     Koi::U32 creationNonce );
 
 /// What the forwarding plane has applied, by instance.
 class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
  public:
-  explicit Status( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit Status( Koi::Name const & name );
 
   class KoiTopoStatus;
   /// the instances
-  Koi::Ptr< TopoStatus > topoStatus( Koi::Name const & k ) const { return topoStatus_.value( k ); }
+  Koi::Ptr< TopoStatus > topoStatus( Koi::Name const & k ) const;
   Koi::HashMap< KoiTopoStatus, Koi::Name, Koi::Owned< TopoStatus > > const & topoStatus() const {
     return topoStatus_;
   }
   using TopoStatusIterator = Koi::HashMap< KoiTopoStatus, Koi::Name,
       Koi::Owned< TopoStatus > >::Iterator;
-  TopoStatusIterator topoStatusIterator() { return topoStatus_.koiIterator(); }
+  TopoStatusIterator topoStatusIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< TopoStatus > topoStatusIs( Koi::Name const & k, Koi::U32 creationNonce ) {
-    return koiChildIs( topoStatus_, NotifieeConst::koiOnTopoStatus, k, creationNonce );
-  }
-  Koi::Ptr< TopoStatus > topoStatusDel( Koi::Name const & k ) {
-    return koiDel( topoStatus_, k, NotifieeConst::koiOnTopoStatus );
-  }
-  Koi::Ptr< TopoStatus > topoStatusDel( TopoStatusIterator const & i ) {
-    return koiDel( topoStatus_, i, NotifieeConst::koiOnTopoStatus );
-  }
-  void topoStatusDelAll() { koiDelAll( topoStatus_, NotifieeConst::koiOnTopoStatus ); }
-  void topoStatusNotify( Koi::Name const & k ) { koiNotify( NotifieeConst::koiOnTopoStatus, k ); }
+  Koi::Ptr< TopoStatus > topoStatusIs( Koi::Name const & k, Koi::U32 creationNonce );
+  Koi::Ptr< TopoStatus > topoStatusDel( Koi::Name const & k );
+  Koi::Ptr< TopoStatus > topoStatusDel( TopoStatusIterator const & i );
+  void topoStatusDelAll();
+  void topoStatusNotify( Koi::Name const & k );
 
   /// how many instances of MSTP there may be
   Koi::U32 maximumMstpInstances() const { return maximumMstpInstances_; }
-  void maximumMstpInstancesIs( Koi::U32 v ) {
-    koiIs( maximumMstpInstances_, v, NotifieeConst::koiOnMaximumMstpInstances );
-  }
+  void maximumMstpInstancesIs( Koi::U32 v );
 
   /// how many topologies the hardware has
   Koi::U32 maximumTopologiesSupported() const { return maximumTopologiesSupported_; }
-  void maximumTopologiesSupportedIs( Koi::U32 v ) {
-    koiIs( maximumTopologiesSupported_, v, NotifieeConst::koiOnMaximumTopologiesSupported );
-  }
+  void maximumTopologiesSupportedIs( Koi::U32 v );
 
   /// the hardware does what was asked
   bool hardwareConfigured() const { return hardwareConfigured_; }
-  void hardwareConfiguredIs( bool v ) {
-    koiIs( hardwareConfigured_, v, NotifieeConst::koiOnHardwareConfigured );
-  }
+  void hardwareConfiguredIs( bool v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Status > {
@@ -843,7 +752,7 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
 };
 
 /// A new Status without a parent.
-inline Koi::Ptr< Status > statusFactory( Koi::Name const & name ) { return new Status( name ); }
+KOI_PUBLIC Koi::Ptr< Status > statusFactory( Koi::Name const & name );
 
 }  // namespace Bridging::Topology::Inst
 

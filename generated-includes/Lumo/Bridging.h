@@ -621,25 +621,22 @@ class KOI_PUBLIC RemoteMacEntry : public Koi::Structure< RemoteMacEntry > {
 /// The interfaces that are to get a multicast group.
 class KOI_PUBLIC EthGroup : public Koi::EntityOf< EthGroup > {
  public:
-  explicit EthGroup( Wirex::EthAddr const & address )
-      : EntityOf( Koi::nameOf( address ) ), _address( address ) {}
+  explicit EthGroup( Wirex::EthAddr const & address );
 
   /// the address of the group
   Wirex::EthAddr address() const { return _address; }
 
   class KoiIntf;
   /// the interfaces, an entry each
-  bool intf( Wirex::IntfId const & k ) const { return intf_.value( k ); }
+  bool intf( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiIntf, Wirex::IntfId, bool > const & intf() const { return intf_; }
   using IntfIterator = Koi::HashMap< KoiIntf, Wirex::IntfId, bool >::Iterator;
-  IntfIterator intfIterator() { return intf_.koiIterator(); }
-  void intfIs( Wirex::IntfId const & k, bool v ) {
-    koiIs( intf_, k, v, NotifieeConst::koiOnIntf );
-  }
-  bool intfDel( Wirex::IntfId const & k ) { return koiDel( intf_, k, NotifieeConst::koiOnIntf ); }
-  bool intfDel( IntfIterator const & i ) { return koiDel( intf_, i, NotifieeConst::koiOnIntf ); }
-  void intfDelAll() { koiDelAll( intf_, NotifieeConst::koiOnIntf ); }
-  void intfNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnIntf, k ); }
+  IntfIterator intfIterator();
+  void intfIs( Wirex::IntfId const & k, bool v );
+  bool intfDel( Wirex::IntfId const & k );
+  bool intfDel( IntfIterator const & i );
+  void intfDelAll();
+  void intfNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< EthGroup > {
@@ -676,64 +673,46 @@ class KOI_PUBLIC EthGroup : public Koi::EntityOf< EthGroup > {
 };
 
 /// A new EthGroup without a parent.
-inline Koi::Ptr< EthGroup > ethGroupFactory( Wirex::EthAddr const & address ) {
-  return new EthGroup( address );
-}
+KOI_PUBLIC Koi::Ptr< EthGroup > ethGroupFactory( Wirex::EthAddr const & address );
 
 /// What is configured of one filtering database.
 class KOI_PUBLIC FdbConfig : public Koi::EntityOf< FdbConfig > {
  public:
-  explicit FdbConfig( Fid const & fid ) : EntityOf( Koi::nameOf( fid ) ), _fid( fid ) {}
+  explicit FdbConfig( Fid const & fid );
 
   /// the filtering database
   Fid fid() const { return _fid; }
 
   class KoiConfiguredHost;
   /// its configured MAC addresses
-  ConfiguredHost configuredHost( Wirex::EthAddr const & k ) const {
-    return configuredHost_.value( k );
-  }
+  ConfiguredHost configuredHost( Wirex::EthAddr const & k ) const;
   Koi::HashMap< KoiConfiguredHost, Wirex::EthAddr, ConfiguredHost > const & configuredHost() const {
     return configuredHost_;
   }
   using ConfiguredHostIterator = Koi::HashMap< KoiConfiguredHost, Wirex::EthAddr,
       ConfiguredHost >::Iterator;
-  ConfiguredHostIterator configuredHostIterator() { return configuredHost_.koiIterator(); }
-  void configuredHostIs( ConfiguredHost const & v ) {
-    koiIs( configuredHost_, v.address(), v, NotifieeConst::koiOnConfiguredHost );
-  }
-  ConfiguredHost configuredHostDel( Wirex::EthAddr const & k ) {
-    return koiDel( configuredHost_, k, NotifieeConst::koiOnConfiguredHost );
-  }
-  ConfiguredHost configuredHostDel( ConfiguredHostIterator const & i ) {
-    return koiDel( configuredHost_, i, NotifieeConst::koiOnConfiguredHost );
-  }
-  void configuredHostDelAll() { koiDelAll( configuredHost_, NotifieeConst::koiOnConfiguredHost ); }
-  void configuredHostNotify( Wirex::EthAddr const & k ) {
-    koiNotify( NotifieeConst::koiOnConfiguredHost, k );
-  }
+  ConfiguredHostIterator configuredHostIterator();
+  void configuredHostIs( ConfiguredHost const & v );
+  ConfiguredHost configuredHostDel( Wirex::EthAddr const & k );
+  ConfiguredHost configuredHostDel( ConfiguredHostIterator const & i );
+  void configuredHostDelAll();
+  void configuredHostNotify( Wirex::EthAddr const & k );
 
   class KoiEthGroup;
   /// its static multicast groups
-  Koi::Ptr< EthGroup > ethGroup( Wirex::EthAddr const & k ) const { return ethGroup_.value( k ); }
+  Koi::Ptr< EthGroup > ethGroup( Wirex::EthAddr const & k ) const;
   Koi::HashMap< KoiEthGroup, Wirex::EthAddr, Koi::Owned< EthGroup > > const & ethGroup() const {
     return ethGroup_;
   }
   using EthGroupIterator = Koi::HashMap< KoiEthGroup, Wirex::EthAddr,
       Koi::Owned< EthGroup > >::Iterator;
-  EthGroupIterator ethGroupIterator() { return ethGroup_.koiIterator(); }
+  EthGroupIterator ethGroupIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< EthGroup > ethGroupIs( Wirex::EthAddr const & k ) {
-    return koiChildIs( ethGroup_, NotifieeConst::koiOnEthGroup, k );
-  }
-  Koi::Ptr< EthGroup > ethGroupDel( Wirex::EthAddr const & k ) {
-    return koiDel( ethGroup_, k, NotifieeConst::koiOnEthGroup );
-  }
-  Koi::Ptr< EthGroup > ethGroupDel( EthGroupIterator const & i ) {
-    return koiDel( ethGroup_, i, NotifieeConst::koiOnEthGroup );
-  }
-  void ethGroupDelAll() { koiDelAll( ethGroup_, NotifieeConst::koiOnEthGroup ); }
-  void ethGroupNotify( Wirex::EthAddr const & k ) { koiNotify( NotifieeConst::koiOnEthGroup, k ); }
+  Koi::Ptr< EthGroup > ethGroupIs( Wirex::EthAddr const & k );
+  Koi::Ptr< EthGroup > ethGroupDel( Wirex::EthAddr const & k );
+  Koi::Ptr< EthGroup > ethGroupDel( EthGroupIterator const & i );
+  void ethGroupDelAll();
+  void ethGroupNotify( Wirex::EthAddr const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< FdbConfig > {
@@ -782,37 +761,29 @@ class KOI_PUBLIC FdbConfig : public Koi::EntityOf< FdbConfig > {
 };
 
 /// A new FdbConfig without a parent.
-inline Koi::Ptr< FdbConfig > fdbConfigFactory( Fid const & fid ) { return new FdbConfig( fid ); }
+KOI_PUBLIC Koi::Ptr< FdbConfig > fdbConfigFactory( Fid const & fid );
 
 /// What is known of one filtering database. The agent that learns writes it; anybody may observe.
 class KOI_PUBLIC FdbStatus : public Koi::EntityOf< FdbStatus > {
  public:
-  explicit FdbStatus( Fid const & fid ) : EntityOf( Koi::nameOf( fid ) ), _fid( fid ) {}
+  explicit FdbStatus( Fid const & fid );
 
   /// the filtering database
   Fid fid() const { return _fid; }
 
   class KoiLearnedHost;
   /// its learned MAC addresses
-  LearnedHost learnedHost( Wirex::EthAddr const & k ) const { return learnedHost_.value( k ); }
+  LearnedHost learnedHost( Wirex::EthAddr const & k ) const;
   Koi::HashMap< KoiLearnedHost, Wirex::EthAddr, LearnedHost > const & learnedHost() const {
     return learnedHost_;
   }
   using LearnedHostIterator = Koi::HashMap< KoiLearnedHost, Wirex::EthAddr, LearnedHost >::Iterator;
-  LearnedHostIterator learnedHostIterator() { return learnedHost_.koiIterator(); }
-  void learnedHostIs( LearnedHost const & v ) {
-    koiIs( learnedHost_, v.address(), v, NotifieeConst::koiOnLearnedHost );
-  }
-  LearnedHost learnedHostDel( Wirex::EthAddr const & k ) {
-    return koiDel( learnedHost_, k, NotifieeConst::koiOnLearnedHost );
-  }
-  LearnedHost learnedHostDel( LearnedHostIterator const & i ) {
-    return koiDel( learnedHost_, i, NotifieeConst::koiOnLearnedHost );
-  }
-  void learnedHostDelAll() { koiDelAll( learnedHost_, NotifieeConst::koiOnLearnedHost ); }
-  void learnedHostNotify( Wirex::EthAddr const & k ) {
-    koiNotify( NotifieeConst::koiOnLearnedHost, k );
-  }
+  LearnedHostIterator learnedHostIterator();
+  void learnedHostIs( LearnedHost const & v );
+  LearnedHost learnedHostDel( Wirex::EthAddr const & k );
+  LearnedHost learnedHostDel( LearnedHostIterator const & i );
+  void learnedHostDelAll();
+  void learnedHostNotify( Wirex::EthAddr const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< FdbStatus > {
@@ -850,44 +821,33 @@ class KOI_PUBLIC FdbStatus : public Koi::EntityOf< FdbStatus > {
 };
 
 /// A new FdbStatus without a parent.
-inline Koi::Ptr< FdbStatus > fdbStatusFactory( Fid const & fid ) { return new FdbStatus( fid ); }
+KOI_PUBLIC Koi::Ptr< FdbStatus > fdbStatusFactory( Fid const & fid );
 
 /// How the routed interface of a primary VLAN serves the secondary VLANs.
 class KOI_PUBLIC SviMappingState : public Koi::EntityOf< SviMappingState > {
  public:
-  explicit SviMappingState( VlanId const & primaryVlan )
-      : EntityOf( Koi::nameOf( primaryVlan ) ), _primaryVlan( primaryVlan ) {}
+  explicit SviMappingState( VlanId const & primaryVlan );
 
   /// the primary VLAN
   VlanId primaryVlan() const { return _primaryVlan; }
 
   /// every secondary VLAN maps onto the primary's interface
   bool defaultSviMapping() const { return defaultSviMapping_; }
-  void defaultSviMappingIs( bool v ) {
-    koiIs( defaultSviMapping_, v, NotifieeConst::koiOnDefaultSviMapping );
-  }
+  void defaultSviMappingIs( bool v );
 
   class KoiSecondaryVlan;
   /// else those with an entry do
-  bool secondaryVlan( VlanId const & k ) const { return secondaryVlan_.value( k ); }
+  bool secondaryVlan( VlanId const & k ) const;
   Koi::HashMap< KoiSecondaryVlan, VlanId, bool > const & secondaryVlan() const {
     return secondaryVlan_;
   }
   using SecondaryVlanIterator = Koi::HashMap< KoiSecondaryVlan, VlanId, bool >::Iterator;
-  SecondaryVlanIterator secondaryVlanIterator() { return secondaryVlan_.koiIterator(); }
-  void secondaryVlanIs( VlanId const & k, bool v ) {
-    koiIs( secondaryVlan_, k, v, NotifieeConst::koiOnSecondaryVlan );
-  }
-  bool secondaryVlanDel( VlanId const & k ) {
-    return koiDel( secondaryVlan_, k, NotifieeConst::koiOnSecondaryVlan );
-  }
-  bool secondaryVlanDel( SecondaryVlanIterator const & i ) {
-    return koiDel( secondaryVlan_, i, NotifieeConst::koiOnSecondaryVlan );
-  }
-  void secondaryVlanDelAll() { koiDelAll( secondaryVlan_, NotifieeConst::koiOnSecondaryVlan ); }
-  void secondaryVlanNotify( VlanId const & k ) {
-    koiNotify( NotifieeConst::koiOnSecondaryVlan, k );
-  }
+  SecondaryVlanIterator secondaryVlanIterator();
+  void secondaryVlanIs( VlanId const & k, bool v );
+  bool secondaryVlanDel( VlanId const & k );
+  bool secondaryVlanDel( SecondaryVlanIterator const & i );
+  void secondaryVlanDelAll();
+  void secondaryVlanNotify( VlanId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< SviMappingState > {
@@ -935,17 +895,13 @@ class KOI_PUBLIC SviMappingState : public Koi::EntityOf< SviMappingState > {
 };
 
 /// A new SviMappingState without a parent.
-inline Koi::Ptr< SviMappingState > sviMappingStateFactory( VlanId const & primaryVlan ) {
-  return new SviMappingState( primaryVlan );
-}
+KOI_PUBLIC Koi::Ptr< SviMappingState > sviMappingStateFactory( VlanId const & primaryVlan );
 
 /// The resolved configuration of one switchport: what the forwarding plane needs.
 class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
  public:
   SwitchIntfConfig( Wirex::IntfId const & intfId,
-                    SwitchportModeAndNativeVlan const & switchportModeAndNativeVlan )
-      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ),
-        switchportModeAndNativeVlan_( switchportModeAndNativeVlan ) {}
+                    SwitchportModeAndNativeVlan const & switchportModeAndNativeVlan );
 
   /// the interface
   Wirex::IntfId intfId() const { return _intfId; }
@@ -954,9 +910,7 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
   SwitchportModeAndNativeVlan switchportModeAndNativeVlan() const {
     return switchportModeAndNativeVlan_;
   }
-  void switchportModeAndNativeVlanIs( SwitchportModeAndNativeVlan const & v ) {
-    koiIs( switchportModeAndNativeVlan_, v, NotifieeConst::koiOnSwitchportModeAndNativeVlan );
-  }
+  void switchportModeAndNativeVlanIs( SwitchportModeAndNativeVlan const & v );
 
   /// what it does with tags
   SwitchportMode switchportMode() const { return switchportModeAndNativeVlan().switchportMode(); }
@@ -966,174 +920,106 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   /// do not flood unicast out of it
   bool blockUnknownUnicast() const { return blockUnknownUnicast_; }
-  void blockUnknownUnicastIs( bool v ) {
-    koiIs( blockUnknownUnicast_, v, NotifieeConst::koiOnBlockUnknownUnicast );
-  }
+  void blockUnknownUnicastIs( bool v );
 
   /// do not flood multicast out of it
   bool blockUnknownMulticast() const { return blockUnknownMulticast_; }
-  void blockUnknownMulticastIs( bool v ) {
-    koiIs( blockUnknownMulticast_, v, NotifieeConst::koiOnBlockUnknownMulticast );
-  }
+  void blockUnknownMulticastIs( bool v );
 
   /// learn source MAC addresses on it
   bool macLearningEnabled() const { return macLearningEnabled_; }
-  void macLearningEnabledIs( bool v ) {
-    koiIs( macLearningEnabled_, v, NotifieeConst::koiOnMacLearningEnabled );
-  }
+  void macLearningEnabledIs( bool v );
 
   /// flood out of it
   bool floodingEnabled() const { return floodingEnabled_; }
-  void floodingEnabledIs( bool v ) {
-    koiIs( floodingEnabled_, v, NotifieeConst::koiOnFloodingEnabled );
-  }
+  void floodingEnabledIs( bool v );
 
   /// ingress translation of the native VLAN
   VlanIdOrNone ingressNativeVlanXlate() const { return ingressNativeVlanXlate_; }
-  void ingressNativeVlanXlateIs( VlanIdOrNone const & v ) {
-    koiIs( ingressNativeVlanXlate_, v, NotifieeConst::koiOnIngressNativeVlanXlate );
-  }
+  void ingressNativeVlanXlateIs( VlanIdOrNone const & v );
 
   /// egress translation of the native VLAN
   VlanIdOrNone egressNativeVlanXlate() const { return egressNativeVlanXlate_; }
-  void egressNativeVlanXlateIs( VlanIdOrNone const & v ) {
-    koiIs( egressNativeVlanXlate_, v, NotifieeConst::koiOnEgressNativeVlanXlate );
-  }
+  void egressNativeVlanXlateIs( VlanIdOrNone const & v );
 
   class KoiIngressVlanXlate;
   /// ingress VLAN translations
-  VlanXlateMapping ingressVlanXlate( VlanXlateKey const & k ) const {
-    return ingressVlanXlate_.value( k );
-  }
+  VlanXlateMapping ingressVlanXlate( VlanXlateKey const & k ) const;
   Koi::HashMap< KoiIngressVlanXlate, VlanXlateKey,
       VlanXlateMapping > const & ingressVlanXlate() const {
     return ingressVlanXlate_;
   }
   using IngressVlanXlateIterator = Koi::HashMap< KoiIngressVlanXlate, VlanXlateKey,
       VlanXlateMapping >::Iterator;
-  IngressVlanXlateIterator ingressVlanXlateIterator() { return ingressVlanXlate_.koiIterator(); }
-  void ingressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
-    koiIs( ingressVlanXlate_, k, v, NotifieeConst::koiOnIngressVlanXlate );
-  }
-  VlanXlateMapping ingressVlanXlateDel( VlanXlateKey const & k ) {
-    return koiDel( ingressVlanXlate_, k, NotifieeConst::koiOnIngressVlanXlate );
-  }
-  VlanXlateMapping ingressVlanXlateDel( IngressVlanXlateIterator const & i ) {
-    return koiDel( ingressVlanXlate_, i, NotifieeConst::koiOnIngressVlanXlate );
-  }
-  void ingressVlanXlateDelAll() {
-    koiDelAll( ingressVlanXlate_, NotifieeConst::koiOnIngressVlanXlate );
-  }
-  void ingressVlanXlateNotify( VlanXlateKey const & k ) {
-    koiNotify( NotifieeConst::koiOnIngressVlanXlate, k );
-  }
+  IngressVlanXlateIterator ingressVlanXlateIterator();
+  void ingressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v );
+  VlanXlateMapping ingressVlanXlateDel( VlanXlateKey const & k );
+  VlanXlateMapping ingressVlanXlateDel( IngressVlanXlateIterator const & i );
+  void ingressVlanXlateDelAll();
+  void ingressVlanXlateNotify( VlanXlateKey const & k );
 
   class KoiEgressVlanXlate;
   /// egress VLAN translations
-  VlanXlateMapping egressVlanXlate( VlanXlateKey const & k ) const {
-    return egressVlanXlate_.value( k );
-  }
+  VlanXlateMapping egressVlanXlate( VlanXlateKey const & k ) const;
   Koi::HashMap< KoiEgressVlanXlate, VlanXlateKey,
       VlanXlateMapping > const & egressVlanXlate() const {
     return egressVlanXlate_;
   }
   using EgressVlanXlateIterator = Koi::HashMap< KoiEgressVlanXlate, VlanXlateKey,
       VlanXlateMapping >::Iterator;
-  EgressVlanXlateIterator egressVlanXlateIterator() { return egressVlanXlate_.koiIterator(); }
-  void egressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
-    koiIs( egressVlanXlate_, k, v, NotifieeConst::koiOnEgressVlanXlate );
-  }
-  VlanXlateMapping egressVlanXlateDel( VlanXlateKey const & k ) {
-    return koiDel( egressVlanXlate_, k, NotifieeConst::koiOnEgressVlanXlate );
-  }
-  VlanXlateMapping egressVlanXlateDel( EgressVlanXlateIterator const & i ) {
-    return koiDel( egressVlanXlate_, i, NotifieeConst::koiOnEgressVlanXlate );
-  }
-  void egressVlanXlateDelAll() {
-    koiDelAll( egressVlanXlate_, NotifieeConst::koiOnEgressVlanXlate );
-  }
-  void egressVlanXlateNotify( VlanXlateKey const & k ) {
-    koiNotify( NotifieeConst::koiOnEgressVlanXlate, k );
-  }
+  EgressVlanXlateIterator egressVlanXlateIterator();
+  void egressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v );
+  VlanXlateMapping egressVlanXlateDel( VlanXlateKey const & k );
+  VlanXlateMapping egressVlanXlateDel( EgressVlanXlateIterator const & i );
+  void egressVlanXlateDelAll();
+  void egressVlanXlateNotify( VlanXlateKey const & k );
 
   /// announces the tags that count on it
   VlanTpidOrNone vlanTpid() const { return vlanTpid_; }
-  void vlanTpidIs( VlanTpidOrNone const & v ) {
-    koiIs( vlanTpid_, v, NotifieeConst::koiOnVlanTpid );
-  }
+  void vlanTpidIs( VlanTpidOrNone const & v );
 
   class KoiVlanTagFormatDrop;
   /// tag formats that it drops
-  bool vlanTagFormatDrop( VlanTagFormat k ) const { return vlanTagFormatDrop_.value( k ); }
+  bool vlanTagFormatDrop( VlanTagFormat k ) const;
   Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat, bool > const & vlanTagFormatDrop() const {
     return vlanTagFormatDrop_;
   }
   using VlanTagFormatDropIterator = Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat,
       bool >::Iterator;
-  VlanTagFormatDropIterator vlanTagFormatDropIterator() { return vlanTagFormatDrop_.koiIterator(); }
-  void vlanTagFormatDropIs( VlanTagFormat k, bool v ) {
-    koiIs( vlanTagFormatDrop_, k, v, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  bool vlanTagFormatDropDel( VlanTagFormat k ) {
-    return koiDel( vlanTagFormatDrop_, k, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  bool vlanTagFormatDropDel( VlanTagFormatDropIterator const & i ) {
-    return koiDel( vlanTagFormatDrop_, i, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  void vlanTagFormatDropDelAll() {
-    koiDelAll( vlanTagFormatDrop_, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  void vlanTagFormatDropNotify( VlanTagFormat k ) {
-    koiNotify( NotifieeConst::koiOnVlanTagFormatDrop, k );
-  }
+  VlanTagFormatDropIterator vlanTagFormatDropIterator();
+  void vlanTagFormatDropIs( VlanTagFormat k, bool v );
+  bool vlanTagFormatDropDel( VlanTagFormat k );
+  bool vlanTagFormatDropDel( VlanTagFormatDropIterator const & i );
+  void vlanTagFormatDropDelAll();
+  void vlanTagFormatDropNotify( VlanTagFormat k );
 
   class KoiVlanMappingRequired;
   /// directions that require a translation
-  bool vlanMappingRequired( VlanMappingDirection k ) const {
-    return vlanMappingRequired_.value( k );
-  }
+  bool vlanMappingRequired( VlanMappingDirection k ) const;
   Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
       bool > const & vlanMappingRequired() const {
     return vlanMappingRequired_;
   }
   using VlanMappingRequiredIterator = Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
       bool >::Iterator;
-  VlanMappingRequiredIterator vlanMappingRequiredIterator() {
-    return vlanMappingRequired_.koiIterator();
-  }
-  void vlanMappingRequiredIs( VlanMappingDirection k, bool v ) {
-    koiIs( vlanMappingRequired_, k, v, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  bool vlanMappingRequiredDel( VlanMappingDirection k ) {
-    return koiDel( vlanMappingRequired_, k, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  bool vlanMappingRequiredDel( VlanMappingRequiredIterator const & i ) {
-    return koiDel( vlanMappingRequired_, i, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  void vlanMappingRequiredDelAll() {
-    koiDelAll( vlanMappingRequired_, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  void vlanMappingRequiredNotify( VlanMappingDirection k ) {
-    koiNotify( NotifieeConst::koiOnVlanMappingRequired, k );
-  }
+  VlanMappingRequiredIterator vlanMappingRequiredIterator();
+  void vlanMappingRequiredIs( VlanMappingDirection k, bool v );
+  bool vlanMappingRequiredDel( VlanMappingDirection k );
+  bool vlanMappingRequiredDel( VlanMappingRequiredIterator const & i );
+  void vlanMappingRequiredDelAll();
+  void vlanMappingRequiredNotify( VlanMappingDirection k );
 
   /// keeps frames from going back out
   SourceportFilterMode sourceportFilterMode() const { return sourceportFilterMode_; }
-  void sourceportFilterModeIs( SourceportFilterMode v ) {
-    koiIs( sourceportFilterMode_, v, NotifieeConst::koiOnSourceportFilterMode );
-  }
+  void sourceportFilterModeIs( SourceportFilterMode v );
 
   /// VLANs of a tap port, a range list
   Koi::String8 tapAllowedVlans() const { return tapAllowedVlans_; }
-  void tapAllowedVlansIs( Koi::String8 const & v ) {
-    koiIs( tapAllowedVlans_, v, NotifieeConst::koiOnTapAllowedVlans );
-  }
+  void tapAllowedVlansIs( Koi::String8 const & v );
 
   /// VLANs of a tool port, a range list
   Koi::String8 toolAllowedVlans() const { return toolAllowedVlans_; }
-  void toolAllowedVlansIs( Koi::String8 const & v ) {
-    koiIs( toolAllowedVlans_, v, NotifieeConst::koiOnToolAllowedVlans );
-  }
+  void toolAllowedVlansIs( Koi::String8 const & v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< SwitchIntfConfig > {
@@ -1325,16 +1211,13 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 };
 
 /// A new SwitchIntfConfig without a parent.
-inline Koi::Ptr< SwitchIntfConfig > switchIntfConfigFactory( Wirex::IntfId const & intfId,
-    SwitchportModeAndNativeVlan const & switchportModeAndNativeVlan ) {
-  return new SwitchIntfConfig( intfId, switchportModeAndNativeVlan );
-}
+KOI_PUBLIC Koi::Ptr< SwitchIntfConfig > switchIntfConfigFactory( Wirex::IntfId const & intfId,
+    SwitchportModeAndNativeVlan const & switchportModeAndNativeVlan );
 
 /// The resolved configuration of one VLAN.
 class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
  public:
-  VlanConfig( VlanId const & vlanId, bool internal )
-      : EntityOf( Koi::nameOf( vlanId ) ), _vlanId( vlanId ), _internal( internal ) {}
+  VlanConfig( VlanId const & vlanId, bool internal );
 
   /// the VLAN
   VlanId vlanId() const { return _vlanId; }
@@ -1344,41 +1227,31 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
 
   /// the name that configuration gave it
   Koi::String8 configuredName() const { return configuredName_; }
-  void configuredNameIs( Koi::String8 const & v ) {
-    koiIs( configuredName_, v, NotifieeConst::koiOnConfiguredName );
-  }
+  void configuredNameIs( Koi::String8 const & v );
 
   class KoiIntf;
   /// its member ports, and how each carries it
-  VlanPortConfig intf( Wirex::IntfId const & k ) const { return intf_.value( k ); }
+  VlanPortConfig intf( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiIntf, Wirex::IntfId, VlanPortConfig > const & intf() const { return intf_; }
   using IntfIterator = Koi::HashMap< KoiIntf, Wirex::IntfId, VlanPortConfig >::Iterator;
-  IntfIterator intfIterator() { return intf_.koiIterator(); }
-  void intfIs( Wirex::IntfId const & k, VlanPortConfig const & v ) {
-    koiIs( intf_, k, v, NotifieeConst::koiOnIntf );
-  }
-  VlanPortConfig intfDel( Wirex::IntfId const & k ) {
-    return koiDel( intf_, k, NotifieeConst::koiOnIntf );
-  }
-  VlanPortConfig intfDel( IntfIterator const & i ) {
-    return koiDel( intf_, i, NotifieeConst::koiOnIntf );
-  }
-  void intfDelAll() { koiDelAll( intf_, NotifieeConst::koiOnIntf ); }
-  void intfNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnIntf, k ); }
+  IntfIterator intfIterator();
+  void intfIs( Wirex::IntfId const & k, VlanPortConfig const & v );
+  VlanPortConfig intfDel( Wirex::IntfId const & k );
+  VlanPortConfig intfDel( IntfIterator const & i );
+  void intfDelAll();
+  void intfNotify( Wirex::IntfId const & k );
 
   /// active or suspended
   VlanAdminState adminState() const { return adminState_; }
-  void adminStateIs( VlanAdminState v ) { koiIs( adminState_, v, NotifieeConst::koiOnAdminState ); }
+  void adminStateIs( VlanAdminState v );
 
   /// learn MAC addresses in it
   bool macLearning() const { return macLearning_; }
-  void macLearningIs( bool v ) { koiIs( macLearning_, v, NotifieeConst::koiOnMacLearning ); }
+  void macLearningIs( bool v );
 
   /// its private-VLAN role
   VlanTypeAndPrimaryVlan vlanTypeAndPrimaryVlan() const { return vlanTypeAndPrimaryVlan_; }
-  void vlanTypeAndPrimaryVlanIs( VlanTypeAndPrimaryVlan const & v ) {
-    koiIs( vlanTypeAndPrimaryVlan_, v, NotifieeConst::koiOnVlanTypeAndPrimaryVlan );
-  }
+  void vlanTypeAndPrimaryVlanIs( VlanTypeAndPrimaryVlan const & v );
 
   /// its role
   VlanType vlanType() const { return vlanTypeAndPrimaryVlan().vlanType(); }
@@ -1394,31 +1267,21 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
 
   /// the input source that it came from
   Koi::String8 configSource() const { return configSource_; }
-  void configSourceIs( Koi::String8 const & v ) {
-    koiIs( configSource_, v, NotifieeConst::koiOnConfigSource );
-  }
+  void configSourceIs( Koi::String8 const & v );
 
   class KoiTrunkGroup;
   /// the trunk groups that it belongs to
-  bool trunkGroup( Koi::String8 const & k ) const { return trunkGroup_.value( k ); }
+  bool trunkGroup( Koi::String8 const & k ) const;
   Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > const & trunkGroup() const {
     return trunkGroup_;
   }
   using TrunkGroupIterator = Koi::HashMap< KoiTrunkGroup, Koi::String8, bool >::Iterator;
-  TrunkGroupIterator trunkGroupIterator() { return trunkGroup_.koiIterator(); }
-  void trunkGroupIs( Koi::String8 const & k, bool v ) {
-    koiIs( trunkGroup_, k, v, NotifieeConst::koiOnTrunkGroup );
-  }
-  bool trunkGroupDel( Koi::String8 const & k ) {
-    return koiDel( trunkGroup_, k, NotifieeConst::koiOnTrunkGroup );
-  }
-  bool trunkGroupDel( TrunkGroupIterator const & i ) {
-    return koiDel( trunkGroup_, i, NotifieeConst::koiOnTrunkGroup );
-  }
-  void trunkGroupDelAll() { koiDelAll( trunkGroup_, NotifieeConst::koiOnTrunkGroup ); }
-  void trunkGroupNotify( Koi::String8 const & k ) {
-    koiNotify( NotifieeConst::koiOnTrunkGroup, k );
-  }
+  TrunkGroupIterator trunkGroupIterator();
+  void trunkGroupIs( Koi::String8 const & k, bool v );
+  bool trunkGroupDel( Koi::String8 const & k );
+  bool trunkGroupDel( TrunkGroupIterator const & i );
+  void trunkGroupDelAll();
+  void trunkGroupNotify( Koi::String8 const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< VlanConfig > {
@@ -1513,212 +1376,141 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
 };
 
 /// A new VlanConfig without a parent.
-inline Koi::Ptr< VlanConfig > vlanConfigFactory( VlanId const & vlanId, bool internal ) {
-  return new VlanConfig( vlanId, internal );
-}
+KOI_PUBLIC Koi::Ptr< VlanConfig > vlanConfigFactory( VlanId const & vlanId, bool internal );
 
 /// The resolved bridging configuration of the switch. The agent that resolves the sources writes
 /// it,
 /// the bridging and hardware agents read it.
 class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
  public:
-  explicit Config( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit Config( Koi::Name const & name );
 
   /// which source the VLANs came from
   Koi::String8 vlanConfigSourceDetail() const { return vlanConfigSourceDetail_; }
-  void vlanConfigSourceDetailIs( Koi::String8 const & v ) {
-    koiIs( vlanConfigSourceDetail_, v, NotifieeConst::koiOnVlanConfigSourceDetail );
-  }
+  void vlanConfigSourceDetailIs( Koi::String8 const & v );
 
   /// the bridge's own MAC address
   Wirex::EthAddr bridgeMacAddr() const { return bridgeMacAddr_; }
-  void bridgeMacAddrIs( Wirex::EthAddr const & v ) {
-    koiIs( bridgeMacAddr_, v, NotifieeConst::koiOnBridgeMacAddr );
-  }
+  void bridgeMacAddrIs( Wirex::EthAddr const & v );
 
   /// how long a learned host stays unseen; 0 is for ever
   Koi::Seconds hostAgingTime() const { return hostAgingTime_; }
-  void hostAgingTimeIs( Koi::Seconds v ) {
-    koiIs( hostAgingTime_, v, NotifieeConst::koiOnHostAgingTime );
-  }
+  void hostAgingTimeIs( Koi::Seconds v );
 
   /// pass Ethernet pause frames through
   bool pausePassThrough() const { return pausePassThrough_; }
-  void pausePassThroughIs( bool v ) {
-    koiIs( pausePassThrough_, v, NotifieeConst::koiOnPausePassThrough );
-  }
+  void pausePassThroughIs( bool v );
 
   /// from which end internal VLANs are taken
   InternalVlanAllocationPolicy internalVlanAllocationPolicy() const {
     return internalVlanAllocationPolicy_;
   }
-  void internalVlanAllocationPolicyIs( InternalVlanAllocationPolicy v ) {
-    koiIs( internalVlanAllocationPolicy_, v, NotifieeConst::koiOnInternalVlanAllocationPolicy );
-  }
+  void internalVlanAllocationPolicyIs( InternalVlanAllocationPolicy v );
 
   /// the VLANs that are set apart for internal use
   InternalVlanRange internalVlanRange() const { return internalVlanRange_; }
-  void internalVlanRangeIs( InternalVlanRange const & v ) {
-    koiIs( internalVlanRange_, v, NotifieeConst::koiOnInternalVlanRange );
-  }
+  void internalVlanRangeIs( InternalVlanRange const & v );
 
   /// when frames are passed on
   SwitchForwardingMode forwardingMode() const { return forwardingMode_; }
-  void forwardingModeIs( SwitchForwardingMode v ) {
-    koiIs( forwardingMode_, v, NotifieeConst::koiOnForwardingMode );
-  }
+  void forwardingModeIs( SwitchForwardingMode v );
 
   /// the mode of an interface that names none
   SwitchportMode defaultSwitchportMode() const { return defaultSwitchportMode_; }
-  void defaultSwitchportModeIs( SwitchportMode v ) {
-    koiIs( defaultSwitchportMode_, v, NotifieeConst::koiOnDefaultSwitchportMode );
-  }
+  void defaultSwitchportModeIs( SwitchportMode v );
 
   class KoiSwitchIntfConfig;
   /// the switchports
-  Koi::Ptr< SwitchIntfConfig > switchIntfConfig( Wirex::IntfId const & k ) const {
-    return switchIntfConfig_.value( k );
-  }
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfig( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
       Koi::Owned< SwitchIntfConfig > > const & switchIntfConfig() const {
     return switchIntfConfig_;
   }
   using SwitchIntfConfigIterator = Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
       Koi::Owned< SwitchIntfConfig > >::Iterator;
-  SwitchIntfConfigIterator switchIntfConfigIterator() { return switchIntfConfig_.koiIterator(); }
+  SwitchIntfConfigIterator switchIntfConfigIterator();
   /// The one of that key, made when there is none.
   Koi::Ptr< SwitchIntfConfig > switchIntfConfigIs( Wirex::IntfId const & k,
-                                                   SwitchportModeAndNativeVlan const & switchportModeAndNativeVlan ) {
-    return koiChildIs( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig, k,
-                       switchportModeAndNativeVlan );
-  }
-  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( Wirex::IntfId const & k ) {
-    return koiDel( switchIntfConfig_, k, NotifieeConst::koiOnSwitchIntfConfig );
-  }
-  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( SwitchIntfConfigIterator const & i ) {
-    return koiDel( switchIntfConfig_, i, NotifieeConst::koiOnSwitchIntfConfig );
-  }
-  void switchIntfConfigDelAll() {
-    koiDelAll( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig );
-  }
-  void switchIntfConfigNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnSwitchIntfConfig, k );
-  }
+                                                   SwitchportModeAndNativeVlan const & switchportModeAndNativeVlan );
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( Wirex::IntfId const & k );
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( SwitchIntfConfigIterator const & i );
+  void switchIntfConfigDelAll();
+  void switchIntfConfigNotify( Wirex::IntfId const & k );
 
   class KoiVlanConfig;
   /// the VLANs
-  Koi::Ptr< VlanConfig > vlanConfig( VlanId const & k ) const { return vlanConfig_.value( k ); }
+  Koi::Ptr< VlanConfig > vlanConfig( VlanId const & k ) const;
   Koi::HashMap< KoiVlanConfig, VlanId, Koi::Owned< VlanConfig > > const & vlanConfig() const {
     return vlanConfig_;
   }
   using VlanConfigIterator = Koi::HashMap< KoiVlanConfig, VlanId,
       Koi::Owned< VlanConfig > >::Iterator;
-  VlanConfigIterator vlanConfigIterator() { return vlanConfig_.koiIterator(); }
+  VlanConfigIterator vlanConfigIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< VlanConfig > vlanConfigIs( VlanId const & k, bool internal ) {
-    return koiChildIs( vlanConfig_, NotifieeConst::koiOnVlanConfig, k, internal );
-  }
-  Koi::Ptr< VlanConfig > vlanConfigDel( VlanId const & k ) {
-    return koiDel( vlanConfig_, k, NotifieeConst::koiOnVlanConfig );
-  }
-  Koi::Ptr< VlanConfig > vlanConfigDel( VlanConfigIterator const & i ) {
-    return koiDel( vlanConfig_, i, NotifieeConst::koiOnVlanConfig );
-  }
-  void vlanConfigDelAll() { koiDelAll( vlanConfig_, NotifieeConst::koiOnVlanConfig ); }
-  void vlanConfigNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnVlanConfig, k ); }
+  Koi::Ptr< VlanConfig > vlanConfigIs( VlanId const & k, bool internal );
+  Koi::Ptr< VlanConfig > vlanConfigDel( VlanId const & k );
+  Koi::Ptr< VlanConfig > vlanConfigDel( VlanConfigIterator const & i );
+  void vlanConfigDelAll();
+  void vlanConfigNotify( VlanId const & k );
 
   class KoiFdbConfig;
   /// what is configured of filtering databases
-  Koi::Ptr< FdbConfig > fdbConfig( Fid const & k ) const { return fdbConfig_.value( k ); }
+  Koi::Ptr< FdbConfig > fdbConfig( Fid const & k ) const;
   Koi::HashMap< KoiFdbConfig, Fid, Koi::Owned< FdbConfig > > const & fdbConfig() const {
     return fdbConfig_;
   }
   using FdbConfigIterator = Koi::HashMap< KoiFdbConfig, Fid, Koi::Owned< FdbConfig > >::Iterator;
-  FdbConfigIterator fdbConfigIterator() { return fdbConfig_.koiIterator(); }
+  FdbConfigIterator fdbConfigIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< FdbConfig > fdbConfigIs( Fid const & k ) {
-    return koiChildIs( fdbConfig_, NotifieeConst::koiOnFdbConfig, k );
-  }
-  Koi::Ptr< FdbConfig > fdbConfigDel( Fid const & k ) {
-    return koiDel( fdbConfig_, k, NotifieeConst::koiOnFdbConfig );
-  }
-  Koi::Ptr< FdbConfig > fdbConfigDel( FdbConfigIterator const & i ) {
-    return koiDel( fdbConfig_, i, NotifieeConst::koiOnFdbConfig );
-  }
-  void fdbConfigDelAll() { koiDelAll( fdbConfig_, NotifieeConst::koiOnFdbConfig ); }
-  void fdbConfigNotify( Fid const & k ) { koiNotify( NotifieeConst::koiOnFdbConfig, k ); }
+  Koi::Ptr< FdbConfig > fdbConfigIs( Fid const & k );
+  Koi::Ptr< FdbConfig > fdbConfigDel( Fid const & k );
+  Koi::Ptr< FdbConfig > fdbConfigDel( FdbConfigIterator const & i );
+  void fdbConfigDelAll();
+  void fdbConfigNotify( Fid const & k );
 
   class KoiVidToFidMap;
   /// where VLANs learn; one that is not in it has its own
-  Fid vidToFidMap( VlanId const & k ) const { return vidToFidMap_.value( k ); }
+  Fid vidToFidMap( VlanId const & k ) const;
   Koi::HashMap< KoiVidToFidMap, VlanId, Fid > const & vidToFidMap() const { return vidToFidMap_; }
   using VidToFidMapIterator = Koi::HashMap< KoiVidToFidMap, VlanId, Fid >::Iterator;
-  VidToFidMapIterator vidToFidMapIterator() { return vidToFidMap_.koiIterator(); }
-  void vidToFidMapIs( VlanId const & k, Fid const & v ) {
-    koiIs( vidToFidMap_, k, v, NotifieeConst::koiOnVidToFidMap );
-  }
-  Fid vidToFidMapDel( VlanId const & k ) {
-    return koiDel( vidToFidMap_, k, NotifieeConst::koiOnVidToFidMap );
-  }
-  Fid vidToFidMapDel( VidToFidMapIterator const & i ) {
-    return koiDel( vidToFidMap_, i, NotifieeConst::koiOnVidToFidMap );
-  }
-  void vidToFidMapDelAll() { koiDelAll( vidToFidMap_, NotifieeConst::koiOnVidToFidMap ); }
-  void vidToFidMapNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnVidToFidMap, k ); }
+  VidToFidMapIterator vidToFidMapIterator();
+  void vidToFidMapIs( VlanId const & k, Fid const & v );
+  Fid vidToFidMapDel( VlanId const & k );
+  Fid vidToFidMapDel( VidToFidMapIterator const & i );
+  void vidToFidMapDelAll();
+  void vidToFidMapNotify( VlanId const & k );
 
   class KoiSviMapping;
   /// by primary VLAN
-  Koi::Ptr< SviMappingState > sviMapping( VlanId const & k ) const {
-    return sviMapping_.value( k );
-  }
+  Koi::Ptr< SviMappingState > sviMapping( VlanId const & k ) const;
   Koi::HashMap< KoiSviMapping, VlanId, Koi::Owned< SviMappingState > > const & sviMapping() const {
     return sviMapping_;
   }
   using SviMappingIterator = Koi::HashMap< KoiSviMapping, VlanId,
       Koi::Owned< SviMappingState > >::Iterator;
-  SviMappingIterator sviMappingIterator() { return sviMapping_.koiIterator(); }
+  SviMappingIterator sviMappingIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< SviMappingState > sviMappingIs( VlanId const & k ) {
-    return koiChildIs( sviMapping_, NotifieeConst::koiOnSviMapping, k );
-  }
-  Koi::Ptr< SviMappingState > sviMappingDel( VlanId const & k ) {
-    return koiDel( sviMapping_, k, NotifieeConst::koiOnSviMapping );
-  }
-  Koi::Ptr< SviMappingState > sviMappingDel( SviMappingIterator const & i ) {
-    return koiDel( sviMapping_, i, NotifieeConst::koiOnSviMapping );
-  }
-  void sviMappingDelAll() { koiDelAll( sviMapping_, NotifieeConst::koiOnSviMapping ); }
-  void sviMappingNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnSviMapping, k ); }
+  Koi::Ptr< SviMappingState > sviMappingIs( VlanId const & k );
+  Koi::Ptr< SviMappingState > sviMappingDel( VlanId const & k );
+  Koi::Ptr< SviMappingState > sviMappingDel( SviMappingIterator const & i );
+  void sviMappingDelAll();
+  void sviMappingNotify( VlanId const & k );
 
   class KoiIeeeReservedForwarding;
   /// reserved group addresses: forwarded or not
-  bool ieeeReservedForwarding( Wirex::EthAddr const & k ) const {
-    return ieeeReservedForwarding_.value( k );
-  }
+  bool ieeeReservedForwarding( Wirex::EthAddr const & k ) const;
   Koi::HashMap< KoiIeeeReservedForwarding, Wirex::EthAddr,
       bool > const & ieeeReservedForwarding() const {
     return ieeeReservedForwarding_;
   }
   using IeeeReservedForwardingIterator = Koi::HashMap< KoiIeeeReservedForwarding, Wirex::EthAddr,
       bool >::Iterator;
-  IeeeReservedForwardingIterator ieeeReservedForwardingIterator() {
-    return ieeeReservedForwarding_.koiIterator();
-  }
-  void ieeeReservedForwardingIs( Wirex::EthAddr const & k, bool v ) {
-    koiIs( ieeeReservedForwarding_, k, v, NotifieeConst::koiOnIeeeReservedForwarding );
-  }
-  bool ieeeReservedForwardingDel( Wirex::EthAddr const & k ) {
-    return koiDel( ieeeReservedForwarding_, k, NotifieeConst::koiOnIeeeReservedForwarding );
-  }
-  bool ieeeReservedForwardingDel( IeeeReservedForwardingIterator const & i ) {
-    return koiDel( ieeeReservedForwarding_, i, NotifieeConst::koiOnIeeeReservedForwarding );
-  }
-  void ieeeReservedForwardingDelAll() {
-    koiDelAll( ieeeReservedForwarding_, NotifieeConst::koiOnIeeeReservedForwarding );
-  }
-  void ieeeReservedForwardingNotify( Wirex::EthAddr const & k ) {
-    koiNotify( NotifieeConst::koiOnIeeeReservedForwarding, k );
-  }
+  IeeeReservedForwardingIterator ieeeReservedForwardingIterator();
+  void ieeeReservedForwardingIs( Wirex::EthAddr const & k, bool v );
+  bool ieeeReservedForwardingDel( Wirex::EthAddr const & k );
+  bool ieeeReservedForwardingDel( IeeeReservedForwardingIterator const & i );
+  void ieeeReservedForwardingDelAll();
+  void ieeeReservedForwardingNotify( Wirex::EthAddr const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Config > {
@@ -1887,33 +1679,27 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
 };
 
 /// A new Config without a parent.
-inline Koi::Ptr< Config > configFactory( Koi::Name const & name ) { return new Config( name ); }
+KOI_PUBLIC Koi::Ptr< Config > configFactory( Koi::Name const & name );
 
 /// What the bridge has learned. The bridging agent writes it; anybody may observe.
 class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
  public:
-  explicit Status( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit Status( Koi::Name const & name );
 
   class KoiFdbStatus;
   /// the filtering databases
-  Koi::Ptr< FdbStatus > fdbStatus( Fid const & k ) const { return fdbStatus_.value( k ); }
+  Koi::Ptr< FdbStatus > fdbStatus( Fid const & k ) const;
   Koi::RbTreeMap< KoiFdbStatus, Fid, Koi::Owned< FdbStatus > > const & fdbStatus() const {
     return fdbStatus_;
   }
   using FdbStatusIterator = Koi::RbTreeMap< KoiFdbStatus, Fid, Koi::Owned< FdbStatus > >::Iterator;
-  FdbStatusIterator fdbStatusIterator() { return fdbStatus_.koiIterator(); }
+  FdbStatusIterator fdbStatusIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< FdbStatus > fdbStatusIs( Fid const & k ) {
-    return koiChildIs( fdbStatus_, NotifieeConst::koiOnFdbStatus, k );
-  }
-  Koi::Ptr< FdbStatus > fdbStatusDel( Fid const & k ) {
-    return koiDel( fdbStatus_, k, NotifieeConst::koiOnFdbStatus );
-  }
-  Koi::Ptr< FdbStatus > fdbStatusDel( FdbStatusIterator const & i ) {
-    return koiDel( fdbStatus_, i, NotifieeConst::koiOnFdbStatus );
-  }
-  void fdbStatusDelAll() { koiDelAll( fdbStatus_, NotifieeConst::koiOnFdbStatus ); }
-  void fdbStatusNotify( Fid const & k ) { koiNotify( NotifieeConst::koiOnFdbStatus, k ); }
+  Koi::Ptr< FdbStatus > fdbStatusIs( Fid const & k );
+  Koi::Ptr< FdbStatus > fdbStatusDel( Fid const & k );
+  Koi::Ptr< FdbStatus > fdbStatusDel( FdbStatusIterator const & i );
+  void fdbStatusDelAll();
+  void fdbStatusNotify( Fid const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Status > {
@@ -1948,30 +1734,24 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
 };
 
 /// A new Status without a parent.
-inline Koi::Ptr< Status > statusFactory( Koi::Name const & name ) { return new Status( name ); }
+KOI_PUBLIC Koi::Ptr< Status > statusFactory( Koi::Name const & name );
 
 /// The interfaces that are in tap-aggregation mode.
 class KOI_PUBLIC TapAggModeIntfs : public Koi::EntityOf< TapAggModeIntfs > {
  public:
-  explicit TapAggModeIntfs( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit TapAggModeIntfs( Koi::Name const & name );
 
   class KoiEntry;
   /// the interfaces, an entry each
-  bool entry( Wirex::IntfId const & k ) const { return entry_.value( k ); }
+  bool entry( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiEntry, Wirex::IntfId, bool > const & entry() const { return entry_; }
   using EntryIterator = Koi::HashMap< KoiEntry, Wirex::IntfId, bool >::Iterator;
-  EntryIterator entryIterator() { return entry_.koiIterator(); }
-  void entryIs( Wirex::IntfId const & k, bool v ) {
-    koiIs( entry_, k, v, NotifieeConst::koiOnEntry );
-  }
-  bool entryDel( Wirex::IntfId const & k ) {
-    return koiDel( entry_, k, NotifieeConst::koiOnEntry );
-  }
-  bool entryDel( EntryIterator const & i ) {
-    return koiDel( entry_, i, NotifieeConst::koiOnEntry );
-  }
-  void entryDelAll() { koiDelAll( entry_, NotifieeConst::koiOnEntry ); }
-  void entryNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnEntry, k ); }
+  EntryIterator entryIterator();
+  void entryIs( Wirex::IntfId const & k, bool v );
+  bool entryDel( Wirex::IntfId const & k );
+  bool entryDel( EntryIterator const & i );
+  void entryDelAll();
+  void entryNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< TapAggModeIntfs > {
@@ -2006,39 +1786,29 @@ class KOI_PUBLIC TapAggModeIntfs : public Koi::EntityOf< TapAggModeIntfs > {
 };
 
 /// A new TapAggModeIntfs without a parent.
-inline Koi::Ptr< TapAggModeIntfs > tapAggModeIntfsFactory( Koi::Name const & name ) {
-  return new TapAggModeIntfs( name );
-}
+KOI_PUBLIC Koi::Ptr< TapAggModeIntfs > tapAggModeIntfsFactory( Koi::Name const & name );
 
 /// The reserved group addresses that are forwarded together, in the order in which they were added.
 class KOI_PUBLIC IeeeReservedMacForwardGroup : public Koi::EntityOf< IeeeReservedMacForwardGroup > {
  public:
-  explicit IeeeReservedMacForwardGroup( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit IeeeReservedMacForwardGroup( Koi::Name const & name );
 
   class KoiGroupAddr;
   /// the addresses; at most 256
-  Wirex::EthAddr groupAddr( Koi::U8 k ) const { return groupAddr_.value( k ); }
+  Wirex::EthAddr groupAddr( Koi::U8 k ) const;
   Koi::LinkQueue< KoiGroupAddr, Koi::U8, Wirex::EthAddr > const & groupAddr() const {
     return groupAddr_;
   }
   using GroupAddrIterator = Koi::LinkQueue< KoiGroupAddr, Koi::U8, Wirex::EthAddr >::Iterator;
-  GroupAddrIterator groupAddrIterator() { return groupAddr_.koiIterator(); }
+  GroupAddrIterator groupAddrIterator();
+  void groupAddrIs( Koi::U8 k, Wirex::EthAddr const & v );
   Koi::LinkQueueMetadata< Koi::U8 > groupAddrMetadata() const { return groupAddr_.metadata(); }
-  Koi::U8 groupAddrEnq( Wirex::EthAddr const & v ) {
-    return koiEnq( groupAddr_, v, NotifieeConst::koiOnGroupAddr );
-  }
-  Wirex::EthAddr groupAddrDeq() { return koiDeq( groupAddr_, NotifieeConst::koiOnGroupAddr ); }
-  void groupAddrIs( Koi::U8 k, Wirex::EthAddr const & v ) {
-    koiIs( groupAddr_, k, v, NotifieeConst::koiOnGroupAddr );
-  }
-  Wirex::EthAddr groupAddrDel( Koi::U8 k ) {
-    return koiDel( groupAddr_, k, NotifieeConst::koiOnGroupAddr );
-  }
-  Wirex::EthAddr groupAddrDel( GroupAddrIterator const & i ) {
-    return koiDel( groupAddr_, i, NotifieeConst::koiOnGroupAddr );
-  }
-  void groupAddrDelAll() { koiDelAll( groupAddr_, NotifieeConst::koiOnGroupAddr ); }
-  void groupAddrNotify( Koi::U8 k ) { koiNotify( NotifieeConst::koiOnGroupAddr, k ); }
+  Koi::U8 groupAddrEnq( Wirex::EthAddr const & v );
+  Wirex::EthAddr groupAddrDeq();
+  Wirex::EthAddr groupAddrDel( Koi::U8 k );
+  Wirex::EthAddr groupAddrDel( GroupAddrIterator const & i );
+  void groupAddrDelAll();
+  void groupAddrNotify( Koi::U8 k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< IeeeReservedMacForwardGroup > {
@@ -2073,44 +1843,31 @@ class KOI_PUBLIC IeeeReservedMacForwardGroup : public Koi::EntityOf< IeeeReserve
 };
 
 /// A new IeeeReservedMacForwardGroup without a parent.
-inline Koi::Ptr< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroupFactory(
-    Koi::Name const & name ) {
-  return new IeeeReservedMacForwardGroup( name );
-}
+KOI_PUBLIC Koi::Ptr< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroupFactory(
+    Koi::Name const & name );
 
 /// What the VLANs of one switch are in hardware.
 class KOI_PUBLIC VlanStatus : public Koi::EntityOf< VlanStatus > {
  public:
-  explicit VlanStatus( VlanId const & vlanId )
-      : EntityOf( Koi::nameOf( vlanId ) ), _vlanId( vlanId ) {}
+  explicit VlanStatus( VlanId const & vlanId );
 
   /// the VLAN
   VlanId vlanId() const { return _vlanId; }
 
   class KoiVlanPortStatus;
   /// its member ports
-  VlanPortStatus vlanPortStatus( Wirex::IntfId const & k ) const {
-    return vlanPortStatus_.value( k );
-  }
+  VlanPortStatus vlanPortStatus( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiVlanPortStatus, Wirex::IntfId, VlanPortStatus > const & vlanPortStatus() const {
     return vlanPortStatus_;
   }
   using VlanPortStatusIterator = Koi::HashMap< KoiVlanPortStatus, Wirex::IntfId,
       VlanPortStatus >::Iterator;
-  VlanPortStatusIterator vlanPortStatusIterator() { return vlanPortStatus_.koiIterator(); }
-  void vlanPortStatusIs( Wirex::IntfId const & k, VlanPortStatus const & v ) {
-    koiIs( vlanPortStatus_, k, v, NotifieeConst::koiOnVlanPortStatus );
-  }
-  VlanPortStatus vlanPortStatusDel( Wirex::IntfId const & k ) {
-    return koiDel( vlanPortStatus_, k, NotifieeConst::koiOnVlanPortStatus );
-  }
-  VlanPortStatus vlanPortStatusDel( VlanPortStatusIterator const & i ) {
-    return koiDel( vlanPortStatus_, i, NotifieeConst::koiOnVlanPortStatus );
-  }
-  void vlanPortStatusDelAll() { koiDelAll( vlanPortStatus_, NotifieeConst::koiOnVlanPortStatus ); }
-  void vlanPortStatusNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnVlanPortStatus, k );
-  }
+  VlanPortStatusIterator vlanPortStatusIterator();
+  void vlanPortStatusIs( Wirex::IntfId const & k, VlanPortStatus const & v );
+  VlanPortStatus vlanPortStatusDel( Wirex::IntfId const & k );
+  VlanPortStatus vlanPortStatusDel( VlanPortStatusIterator const & i );
+  void vlanPortStatusDelAll();
+  void vlanPortStatusNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< VlanStatus > {
@@ -2149,36 +1906,28 @@ class KOI_PUBLIC VlanStatus : public Koi::EntityOf< VlanStatus > {
 };
 
 /// A new VlanStatus without a parent.
-inline Koi::Ptr< VlanStatus > vlanStatusFactory( VlanId const & vlanId ) {
-  return new VlanStatus( vlanId );
-}
+KOI_PUBLIC Koi::Ptr< VlanStatus > vlanStatusFactory( VlanId const & vlanId );
 
 /// What the VLANs are in hardware.
 class KOI_PUBLIC VlanStatusDir : public Koi::EntityOf< VlanStatusDir > {
  public:
-  explicit VlanStatusDir( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit VlanStatusDir( Koi::Name const & name );
 
   class KoiVlanStatus;
   /// the VLANs
-  Koi::Ptr< VlanStatus > vlanStatus( VlanId const & k ) const { return vlanStatus_.value( k ); }
+  Koi::Ptr< VlanStatus > vlanStatus( VlanId const & k ) const;
   Koi::HashMap< KoiVlanStatus, VlanId, Koi::Owned< VlanStatus > > const & vlanStatus() const {
     return vlanStatus_;
   }
   using VlanStatusIterator = Koi::HashMap< KoiVlanStatus, VlanId,
       Koi::Owned< VlanStatus > >::Iterator;
-  VlanStatusIterator vlanStatusIterator() { return vlanStatus_.koiIterator(); }
+  VlanStatusIterator vlanStatusIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< VlanStatus > vlanStatusIs( VlanId const & k ) {
-    return koiChildIs( vlanStatus_, NotifieeConst::koiOnVlanStatus, k );
-  }
-  Koi::Ptr< VlanStatus > vlanStatusDel( VlanId const & k ) {
-    return koiDel( vlanStatus_, k, NotifieeConst::koiOnVlanStatus );
-  }
-  Koi::Ptr< VlanStatus > vlanStatusDel( VlanStatusIterator const & i ) {
-    return koiDel( vlanStatus_, i, NotifieeConst::koiOnVlanStatus );
-  }
-  void vlanStatusDelAll() { koiDelAll( vlanStatus_, NotifieeConst::koiOnVlanStatus ); }
-  void vlanStatusNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnVlanStatus, k ); }
+  Koi::Ptr< VlanStatus > vlanStatusIs( VlanId const & k );
+  Koi::Ptr< VlanStatus > vlanStatusDel( VlanId const & k );
+  Koi::Ptr< VlanStatus > vlanStatusDel( VlanStatusIterator const & i );
+  void vlanStatusDelAll();
+  void vlanStatusNotify( VlanId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< VlanStatusDir > {
@@ -2213,26 +1962,20 @@ class KOI_PUBLIC VlanStatusDir : public Koi::EntityOf< VlanStatusDir > {
 };
 
 /// A new VlanStatusDir without a parent.
-inline Koi::Ptr< VlanStatusDir > vlanStatusDirFactory( Koi::Name const & name ) {
-  return new VlanStatusDir( name );
-}
+KOI_PUBLIC Koi::Ptr< VlanStatusDir > vlanStatusDirFactory( Koi::Name const & name );
 
 /// A translation of the native VLAN.
 class KOI_PUBLIC NativeVlanXlateMapping : public Koi::EntityOf< NativeVlanXlateMapping > {
  public:
-  explicit NativeVlanXlateMapping( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit NativeVlanXlateMapping( Koi::Name const & name );
 
   /// the native VLAN
   VlanIdOrNone nativeVlanId() const { return nativeVlanId_; }
-  void nativeVlanIdIs( VlanIdOrNone const & v ) {
-    koiIs( nativeVlanId_, v, NotifieeConst::koiOnNativeVlanId );
-  }
+  void nativeVlanIdIs( VlanIdOrNone const & v );
 
   /// what it becomes
   VlanIdOrNone mappedVlanId() const { return mappedVlanId_; }
-  void mappedVlanIdIs( VlanIdOrNone const & v ) {
-    koiIs( mappedVlanId_, v, NotifieeConst::koiOnMappedVlanId );
-  }
+  void mappedVlanIdIs( VlanIdOrNone const & v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< NativeVlanXlateMapping > {
@@ -2271,15 +2014,13 @@ class KOI_PUBLIC NativeVlanXlateMapping : public Koi::EntityOf< NativeVlanXlateM
 };
 
 /// A new NativeVlanXlateMapping without a parent.
-inline Koi::Ptr< NativeVlanXlateMapping > nativeVlanXlateMappingFactory( Koi::Name const & name ) {
-  return new NativeVlanXlateMapping( name );
-}
+KOI_PUBLIC Koi::Ptr< NativeVlanXlateMapping > nativeVlanXlateMappingFactory(
+    Koi::Name const & name );
 
 /// The VLAN translations that one interface has in hardware.
 class KOI_PUBLIC VlanXlateStatus : public Koi::EntityOf< VlanXlateStatus > {
  public:
-  explicit VlanXlateStatus( Wirex::IntfId const & intfId )
-      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ) {}
+  explicit VlanXlateStatus( Wirex::IntfId const & intfId );
 
   /// the interface
   Wirex::IntfId intfId() const { return _intfId; }
@@ -2289,84 +2030,48 @@ class KOI_PUBLIC VlanXlateStatus : public Koi::EntityOf< VlanXlateStatus > {
     return hwIngressNativeVlanXlate_.ptr();
   }
   /// The one that is there, or a new one.
-  Koi::Ptr< NativeVlanXlateMapping > hwIngressNativeVlanXlateIs( Koi::Name const & name ) {
-    return koiChildIs( hwIngressNativeVlanXlate_, NotifieeConst::koiOnHwIngressNativeVlanXlate,
-                       name );
-  }
-  Koi::Ptr< NativeVlanXlateMapping > hwIngressNativeVlanXlateDel() {
-    return koiChildDel( hwIngressNativeVlanXlate_, NotifieeConst::koiOnHwIngressNativeVlanXlate );
-  }
+  Koi::Ptr< NativeVlanXlateMapping > hwIngressNativeVlanXlateIs( Koi::Name const & name );
+  Koi::Ptr< NativeVlanXlateMapping > hwIngressNativeVlanXlateDel();
 
   /// egress translation of the native VLAN
   Koi::Ptr< NativeVlanXlateMapping > hwEgressNativeVlanXlate() const {
     return hwEgressNativeVlanXlate_.ptr();
   }
   /// The one that is there, or a new one.
-  Koi::Ptr< NativeVlanXlateMapping > hwEgressNativeVlanXlateIs( Koi::Name const & name ) {
-    return koiChildIs( hwEgressNativeVlanXlate_, NotifieeConst::koiOnHwEgressNativeVlanXlate,
-                       name );
-  }
-  Koi::Ptr< NativeVlanXlateMapping > hwEgressNativeVlanXlateDel() {
-    return koiChildDel( hwEgressNativeVlanXlate_, NotifieeConst::koiOnHwEgressNativeVlanXlate );
-  }
+  Koi::Ptr< NativeVlanXlateMapping > hwEgressNativeVlanXlateIs( Koi::Name const & name );
+  Koi::Ptr< NativeVlanXlateMapping > hwEgressNativeVlanXlateDel();
 
   class KoiHwIngressVlanXlate;
   /// ingress translations
-  VlanXlateMapping hwIngressVlanXlate( VlanXlateKey const & k ) const {
-    return hwIngressVlanXlate_.value( k );
-  }
+  VlanXlateMapping hwIngressVlanXlate( VlanXlateKey const & k ) const;
   Koi::HashMap< KoiHwIngressVlanXlate, VlanXlateKey,
       VlanXlateMapping > const & hwIngressVlanXlate() const {
     return hwIngressVlanXlate_;
   }
   using HwIngressVlanXlateIterator = Koi::HashMap< KoiHwIngressVlanXlate, VlanXlateKey,
       VlanXlateMapping >::Iterator;
-  HwIngressVlanXlateIterator hwIngressVlanXlateIterator() {
-    return hwIngressVlanXlate_.koiIterator();
-  }
-  void hwIngressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
-    koiIs( hwIngressVlanXlate_, k, v, NotifieeConst::koiOnHwIngressVlanXlate );
-  }
-  VlanXlateMapping hwIngressVlanXlateDel( VlanXlateKey const & k ) {
-    return koiDel( hwIngressVlanXlate_, k, NotifieeConst::koiOnHwIngressVlanXlate );
-  }
-  VlanXlateMapping hwIngressVlanXlateDel( HwIngressVlanXlateIterator const & i ) {
-    return koiDel( hwIngressVlanXlate_, i, NotifieeConst::koiOnHwIngressVlanXlate );
-  }
-  void hwIngressVlanXlateDelAll() {
-    koiDelAll( hwIngressVlanXlate_, NotifieeConst::koiOnHwIngressVlanXlate );
-  }
-  void hwIngressVlanXlateNotify( VlanXlateKey const & k ) {
-    koiNotify( NotifieeConst::koiOnHwIngressVlanXlate, k );
-  }
+  HwIngressVlanXlateIterator hwIngressVlanXlateIterator();
+  void hwIngressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v );
+  VlanXlateMapping hwIngressVlanXlateDel( VlanXlateKey const & k );
+  VlanXlateMapping hwIngressVlanXlateDel( HwIngressVlanXlateIterator const & i );
+  void hwIngressVlanXlateDelAll();
+  void hwIngressVlanXlateNotify( VlanXlateKey const & k );
 
   class KoiHwEgressVlanXlate;
   /// egress translations
-  VlanXlateMapping hwEgressVlanXlate( VlanXlateKey const & k ) const {
-    return hwEgressVlanXlate_.value( k );
-  }
+  VlanXlateMapping hwEgressVlanXlate( VlanXlateKey const & k ) const;
   Koi::HashMap< KoiHwEgressVlanXlate, VlanXlateKey,
       VlanXlateMapping > const & hwEgressVlanXlate() const {
     return hwEgressVlanXlate_;
   }
   using HwEgressVlanXlateIterator = Koi::HashMap< KoiHwEgressVlanXlate, VlanXlateKey,
       VlanXlateMapping >::Iterator;
-  HwEgressVlanXlateIterator hwEgressVlanXlateIterator() { return hwEgressVlanXlate_.koiIterator(); }
-  void hwEgressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
-    koiIs( hwEgressVlanXlate_, k, v, NotifieeConst::koiOnHwEgressVlanXlate );
-  }
-  VlanXlateMapping hwEgressVlanXlateDel( VlanXlateKey const & k ) {
-    return koiDel( hwEgressVlanXlate_, k, NotifieeConst::koiOnHwEgressVlanXlate );
-  }
-  VlanXlateMapping hwEgressVlanXlateDel( HwEgressVlanXlateIterator const & i ) {
-    return koiDel( hwEgressVlanXlate_, i, NotifieeConst::koiOnHwEgressVlanXlate );
-  }
-  void hwEgressVlanXlateDelAll() {
-    koiDelAll( hwEgressVlanXlate_, NotifieeConst::koiOnHwEgressVlanXlate );
-  }
-  void hwEgressVlanXlateNotify( VlanXlateKey const & k ) {
-    koiNotify( NotifieeConst::koiOnHwEgressVlanXlate, k );
-  }
+  HwEgressVlanXlateIterator hwEgressVlanXlateIterator();
+  void hwEgressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v );
+  VlanXlateMapping hwEgressVlanXlateDel( VlanXlateKey const & k );
+  VlanXlateMapping hwEgressVlanXlateDel( HwEgressVlanXlateIterator const & i );
+  void hwEgressVlanXlateDelAll();
+  void hwEgressVlanXlateNotify( VlanXlateKey const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< VlanXlateStatus > {
@@ -2439,43 +2144,29 @@ class KOI_PUBLIC VlanXlateStatus : public Koi::EntityOf< VlanXlateStatus > {
 };
 
 /// A new VlanXlateStatus without a parent.
-inline Koi::Ptr< VlanXlateStatus > vlanXlateStatusFactory( Wirex::IntfId const & intfId ) {
-  return new VlanXlateStatus( intfId );
-}
+KOI_PUBLIC Koi::Ptr< VlanXlateStatus > vlanXlateStatusFactory( Wirex::IntfId const & intfId );
 
 /// The VLAN translations in hardware.
 class KOI_PUBLIC VlanXlateStatusDir : public Koi::EntityOf< VlanXlateStatusDir > {
  public:
-  explicit VlanXlateStatusDir( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit VlanXlateStatusDir( Koi::Name const & name );
 
   class KoiVlanXlateStatus;
   /// by interface
-  Koi::Ptr< VlanXlateStatus > vlanXlateStatus( Wirex::IntfId const & k ) const {
-    return vlanXlateStatus_.value( k );
-  }
+  Koi::Ptr< VlanXlateStatus > vlanXlateStatus( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiVlanXlateStatus, Wirex::IntfId,
       Koi::Owned< VlanXlateStatus > > const & vlanXlateStatus() const {
     return vlanXlateStatus_;
   }
   using VlanXlateStatusIterator = Koi::HashMap< KoiVlanXlateStatus, Wirex::IntfId,
       Koi::Owned< VlanXlateStatus > >::Iterator;
-  VlanXlateStatusIterator vlanXlateStatusIterator() { return vlanXlateStatus_.koiIterator(); }
+  VlanXlateStatusIterator vlanXlateStatusIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< VlanXlateStatus > vlanXlateStatusIs( Wirex::IntfId const & k ) {
-    return koiChildIs( vlanXlateStatus_, NotifieeConst::koiOnVlanXlateStatus, k );
-  }
-  Koi::Ptr< VlanXlateStatus > vlanXlateStatusDel( Wirex::IntfId const & k ) {
-    return koiDel( vlanXlateStatus_, k, NotifieeConst::koiOnVlanXlateStatus );
-  }
-  Koi::Ptr< VlanXlateStatus > vlanXlateStatusDel( VlanXlateStatusIterator const & i ) {
-    return koiDel( vlanXlateStatus_, i, NotifieeConst::koiOnVlanXlateStatus );
-  }
-  void vlanXlateStatusDelAll() {
-    koiDelAll( vlanXlateStatus_, NotifieeConst::koiOnVlanXlateStatus );
-  }
-  void vlanXlateStatusNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnVlanXlateStatus, k );
-  }
+  Koi::Ptr< VlanXlateStatus > vlanXlateStatusIs( Wirex::IntfId const & k );
+  Koi::Ptr< VlanXlateStatus > vlanXlateStatusDel( Wirex::IntfId const & k );
+  Koi::Ptr< VlanXlateStatus > vlanXlateStatusDel( VlanXlateStatusIterator const & i );
+  void vlanXlateStatusDelAll();
+  void vlanXlateStatusNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< VlanXlateStatusDir > {
@@ -2512,43 +2203,30 @@ class KOI_PUBLIC VlanXlateStatusDir : public Koi::EntityOf< VlanXlateStatusDir >
 };
 
 /// A new VlanXlateStatusDir without a parent.
-inline Koi::Ptr< VlanXlateStatusDir > vlanXlateStatusDirFactory( Koi::Name const & name ) {
-  return new VlanXlateStatusDir( name );
-}
+KOI_PUBLIC Koi::Ptr< VlanXlateStatusDir > vlanXlateStatusDirFactory( Koi::Name const & name );
 
 /// The tag formats that one interface drops in hardware.
 class KOI_PUBLIC IntfVlanTagFormatDropStatus : public Koi::EntityOf< IntfVlanTagFormatDropStatus > {
  public:
-  explicit IntfVlanTagFormatDropStatus( Wirex::IntfId const & intfId )
-      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ) {}
+  explicit IntfVlanTagFormatDropStatus( Wirex::IntfId const & intfId );
 
   /// the interface
   Wirex::IntfId intfId() const { return _intfId; }
 
   class KoiVlanTagFormatDrop;
   /// true where frames of that format are dropped
-  bool vlanTagFormatDrop( VlanTagFormat k ) const { return vlanTagFormatDrop_.value( k ); }
+  bool vlanTagFormatDrop( VlanTagFormat k ) const;
   Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat, bool > const & vlanTagFormatDrop() const {
     return vlanTagFormatDrop_;
   }
   using VlanTagFormatDropIterator = Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat,
       bool >::Iterator;
-  VlanTagFormatDropIterator vlanTagFormatDropIterator() { return vlanTagFormatDrop_.koiIterator(); }
-  void vlanTagFormatDropIs( VlanTagFormat k, bool v ) {
-    koiIs( vlanTagFormatDrop_, k, v, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  bool vlanTagFormatDropDel( VlanTagFormat k ) {
-    return koiDel( vlanTagFormatDrop_, k, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  bool vlanTagFormatDropDel( VlanTagFormatDropIterator const & i ) {
-    return koiDel( vlanTagFormatDrop_, i, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  void vlanTagFormatDropDelAll() {
-    koiDelAll( vlanTagFormatDrop_, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  void vlanTagFormatDropNotify( VlanTagFormat k ) {
-    koiNotify( NotifieeConst::koiOnVlanTagFormatDrop, k );
-  }
+  VlanTagFormatDropIterator vlanTagFormatDropIterator();
+  void vlanTagFormatDropIs( VlanTagFormat k, bool v );
+  bool vlanTagFormatDropDel( VlanTagFormat k );
+  bool vlanTagFormatDropDel( VlanTagFormatDropIterator const & i );
+  void vlanTagFormatDropDelAll();
+  void vlanTagFormatDropNotify( VlanTagFormat k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< IntfVlanTagFormatDropStatus > {
@@ -2587,52 +2265,32 @@ class KOI_PUBLIC IntfVlanTagFormatDropStatus : public Koi::EntityOf< IntfVlanTag
 };
 
 /// A new IntfVlanTagFormatDropStatus without a parent.
-inline Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusFactory(
-    Wirex::IntfId const & intfId ) {
-  return new IntfVlanTagFormatDropStatus( intfId );
-}
+KOI_PUBLIC Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusFactory(
+    Wirex::IntfId const & intfId );
 
 /// The tag formats that are dropped in hardware.
 class KOI_PUBLIC VlanTagFormatDropStatus : public Koi::EntityOf< VlanTagFormatDropStatus > {
  public:
-  explicit VlanTagFormatDropStatus( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit VlanTagFormatDropStatus( Koi::Name const & name );
 
   class KoiIntfVlanTagFormatDropStatus;
   /// by interface
   Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatus(
-      Wirex::IntfId const & k ) const {
-    return intfVlanTagFormatDropStatus_.value( k );
-  }
+      Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiIntfVlanTagFormatDropStatus, Wirex::IntfId,
       Koi::Owned< IntfVlanTagFormatDropStatus > > const & intfVlanTagFormatDropStatus() const {
     return intfVlanTagFormatDropStatus_;
   }
   using IntfVlanTagFormatDropStatusIterator = Koi::HashMap< KoiIntfVlanTagFormatDropStatus,
       Wirex::IntfId, Koi::Owned< IntfVlanTagFormatDropStatus > >::Iterator;
-  IntfVlanTagFormatDropStatusIterator intfVlanTagFormatDropStatusIterator() {
-    return intfVlanTagFormatDropStatus_.koiIterator();
-  }
+  IntfVlanTagFormatDropStatusIterator intfVlanTagFormatDropStatusIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusIs( Wirex::IntfId const & k ) {
-    return koiChildIs( intfVlanTagFormatDropStatus_,
-                       NotifieeConst::koiOnIntfVlanTagFormatDropStatus, k );
-  }
+  Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusIs( Wirex::IntfId const & k );
+  Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusDel( Wirex::IntfId const & k );
   Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusDel(
-      Wirex::IntfId const & k ) {
-    return koiDel( intfVlanTagFormatDropStatus_, k,
-                   NotifieeConst::koiOnIntfVlanTagFormatDropStatus );
-  }
-  Koi::Ptr< IntfVlanTagFormatDropStatus > intfVlanTagFormatDropStatusDel(
-      IntfVlanTagFormatDropStatusIterator const & i ) {
-    return koiDel( intfVlanTagFormatDropStatus_, i,
-                   NotifieeConst::koiOnIntfVlanTagFormatDropStatus );
-  }
-  void intfVlanTagFormatDropStatusDelAll() {
-    koiDelAll( intfVlanTagFormatDropStatus_, NotifieeConst::koiOnIntfVlanTagFormatDropStatus );
-  }
-  void intfVlanTagFormatDropStatusNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnIntfVlanTagFormatDropStatus, k );
-  }
+      IntfVlanTagFormatDropStatusIterator const & i );
+  void intfVlanTagFormatDropStatusDelAll();
+  void intfVlanTagFormatDropStatusNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< VlanTagFormatDropStatus > {
@@ -2671,50 +2329,33 @@ class KOI_PUBLIC VlanTagFormatDropStatus : public Koi::EntityOf< VlanTagFormatDr
 };
 
 /// A new VlanTagFormatDropStatus without a parent.
-inline Koi::Ptr< VlanTagFormatDropStatus > vlanTagFormatDropStatusFactory(
-    Koi::Name const & name ) {
-  return new VlanTagFormatDropStatus( name );
-}
+KOI_PUBLIC Koi::Ptr< VlanTagFormatDropStatus > vlanTagFormatDropStatusFactory(
+    Koi::Name const & name );
 
 /// The directions in which one interface requires a VLAN translation in hardware.
 class KOI_PUBLIC IntfVlanMappingRequiredStatus
     : public Koi::EntityOf< IntfVlanMappingRequiredStatus > {
  public:
-  explicit IntfVlanMappingRequiredStatus( Wirex::IntfId const & intfId )
-      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ) {}
+  explicit IntfVlanMappingRequiredStatus( Wirex::IntfId const & intfId );
 
   /// the interface
   Wirex::IntfId intfId() const { return _intfId; }
 
   class KoiVlanMappingRequired;
   /// true where one is required
-  bool vlanMappingRequired( VlanMappingDirection k ) const {
-    return vlanMappingRequired_.value( k );
-  }
+  bool vlanMappingRequired( VlanMappingDirection k ) const;
   Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
       bool > const & vlanMappingRequired() const {
     return vlanMappingRequired_;
   }
   using VlanMappingRequiredIterator = Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
       bool >::Iterator;
-  VlanMappingRequiredIterator vlanMappingRequiredIterator() {
-    return vlanMappingRequired_.koiIterator();
-  }
-  void vlanMappingRequiredIs( VlanMappingDirection k, bool v ) {
-    koiIs( vlanMappingRequired_, k, v, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  bool vlanMappingRequiredDel( VlanMappingDirection k ) {
-    return koiDel( vlanMappingRequired_, k, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  bool vlanMappingRequiredDel( VlanMappingRequiredIterator const & i ) {
-    return koiDel( vlanMappingRequired_, i, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  void vlanMappingRequiredDelAll() {
-    koiDelAll( vlanMappingRequired_, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  void vlanMappingRequiredNotify( VlanMappingDirection k ) {
-    koiNotify( NotifieeConst::koiOnVlanMappingRequired, k );
-  }
+  VlanMappingRequiredIterator vlanMappingRequiredIterator();
+  void vlanMappingRequiredIs( VlanMappingDirection k, bool v );
+  bool vlanMappingRequiredDel( VlanMappingDirection k );
+  bool vlanMappingRequiredDel( VlanMappingRequiredIterator const & i );
+  void vlanMappingRequiredDelAll();
+  void vlanMappingRequiredNotify( VlanMappingDirection k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< IntfVlanMappingRequiredStatus > {
@@ -2753,53 +2394,34 @@ class KOI_PUBLIC IntfVlanMappingRequiredStatus
 };
 
 /// A new IntfVlanMappingRequiredStatus without a parent.
-inline Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatusFactory(
-    Wirex::IntfId const & intfId ) {
-  return new IntfVlanMappingRequiredStatus( intfId );
-}
+KOI_PUBLIC Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatusFactory(
+    Wirex::IntfId const & intfId );
 
 /// The directions in which VLAN translations are required in hardware.
 class KOI_PUBLIC VlanMappingRequiredStatus : public Koi::EntityOf< VlanMappingRequiredStatus > {
  public:
-  explicit VlanMappingRequiredStatus( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit VlanMappingRequiredStatus( Koi::Name const & name );
 
   class KoiIntfVlanMappingRequiredStatus;
   /// by interface
   Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatus(
-      Wirex::IntfId const & k ) const {
-    return intfVlanMappingRequiredStatus_.value( k );
-  }
+      Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiIntfVlanMappingRequiredStatus, Wirex::IntfId,
       Koi::Owned< IntfVlanMappingRequiredStatus > > const & intfVlanMappingRequiredStatus() const {
     return intfVlanMappingRequiredStatus_;
   }
   using IntfVlanMappingRequiredStatusIterator = Koi::HashMap< KoiIntfVlanMappingRequiredStatus,
       Wirex::IntfId, Koi::Owned< IntfVlanMappingRequiredStatus > >::Iterator;
-  IntfVlanMappingRequiredStatusIterator intfVlanMappingRequiredStatusIterator() {
-    return intfVlanMappingRequiredStatus_.koiIterator();
-  }
+  IntfVlanMappingRequiredStatusIterator intfVlanMappingRequiredStatusIterator();
   /// The one of that key, made when there is none.
   Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatusIs(
-      Wirex::IntfId const & k ) {
-    return koiChildIs( intfVlanMappingRequiredStatus_,
-                       NotifieeConst::koiOnIntfVlanMappingRequiredStatus, k );
-  }
+      Wirex::IntfId const & k );
   Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatusDel(
-      Wirex::IntfId const & k ) {
-    return koiDel( intfVlanMappingRequiredStatus_, k,
-                   NotifieeConst::koiOnIntfVlanMappingRequiredStatus );
-  }
+      Wirex::IntfId const & k );
   Koi::Ptr< IntfVlanMappingRequiredStatus > intfVlanMappingRequiredStatusDel(
-      IntfVlanMappingRequiredStatusIterator const & i ) {
-    return koiDel( intfVlanMappingRequiredStatus_, i,
-                   NotifieeConst::koiOnIntfVlanMappingRequiredStatus );
-  }
-  void intfVlanMappingRequiredStatusDelAll() {
-    koiDelAll( intfVlanMappingRequiredStatus_, NotifieeConst::koiOnIntfVlanMappingRequiredStatus );
-  }
-  void intfVlanMappingRequiredStatusNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnIntfVlanMappingRequiredStatus, k );
-  }
+      IntfVlanMappingRequiredStatusIterator const & i );
+  void intfVlanMappingRequiredStatusDelAll();
+  void intfVlanMappingRequiredStatusNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< VlanMappingRequiredStatus > {
@@ -2839,35 +2461,27 @@ class KOI_PUBLIC VlanMappingRequiredStatus : public Koi::EntityOf< VlanMappingRe
 };
 
 /// A new VlanMappingRequiredStatus without a parent.
-inline Koi::Ptr< VlanMappingRequiredStatus > vlanMappingRequiredStatusFactory(
-    Koi::Name const & name ) {
-  return new VlanMappingRequiredStatus( name );
-}
+KOI_PUBLIC Koi::Ptr< VlanMappingRequiredStatus > vlanMappingRequiredStatusFactory(
+    Koi::Name const & name );
 
 /// The tag protocol identifiers in hardware.
 class KOI_PUBLIC IntfTpidStatus : public Koi::EntityOf< IntfTpidStatus > {
  public:
-  explicit IntfTpidStatus( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit IntfTpidStatus( Koi::Name const & name );
 
   class KoiEntry;
   /// by interface
-  IntfTpidStatusEntry entry( Wirex::IntfId const & k ) const { return entry_.value( k ); }
+  IntfTpidStatusEntry entry( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiEntry, Wirex::IntfId, IntfTpidStatusEntry > const & entry() const {
     return entry_;
   }
   using EntryIterator = Koi::HashMap< KoiEntry, Wirex::IntfId, IntfTpidStatusEntry >::Iterator;
-  EntryIterator entryIterator() { return entry_.koiIterator(); }
-  void entryIs( Wirex::IntfId const & k, IntfTpidStatusEntry const & v ) {
-    koiIs( entry_, k, v, NotifieeConst::koiOnEntry );
-  }
-  IntfTpidStatusEntry entryDel( Wirex::IntfId const & k ) {
-    return koiDel( entry_, k, NotifieeConst::koiOnEntry );
-  }
-  IntfTpidStatusEntry entryDel( EntryIterator const & i ) {
-    return koiDel( entry_, i, NotifieeConst::koiOnEntry );
-  }
-  void entryDelAll() { koiDelAll( entry_, NotifieeConst::koiOnEntry ); }
-  void entryNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnEntry, k ); }
+  EntryIterator entryIterator();
+  void entryIs( Wirex::IntfId const & k, IntfTpidStatusEntry const & v );
+  IntfTpidStatusEntry entryDel( Wirex::IntfId const & k );
+  IntfTpidStatusEntry entryDel( EntryIterator const & i );
+  void entryDelAll();
+  void entryNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< IntfTpidStatus > {
@@ -2902,16 +2516,14 @@ class KOI_PUBLIC IntfTpidStatus : public Koi::EntityOf< IntfTpidStatus > {
 };
 
 /// A new IntfTpidStatus without a parent.
-inline Koi::Ptr< IntfTpidStatus > intfTpidStatusFactory( Koi::Name const & name ) {
-  return new IntfTpidStatus( name );
-}
+KOI_PUBLIC Koi::Ptr< IntfTpidStatus > intfTpidStatusFactory( Koi::Name const & name );
 
 /// What the switching chip can do, and within which limits. The hardware agent writes it; the
 /// defaults
 /// are what holds before it has.
 class KOI_PUBLIC HwCapabilities : public Koi::EntityOf< HwCapabilities > {
  public:
-  explicit HwCapabilities( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit HwCapabilities( Koi::Name const & name );
 
   /// the usual largest frame, in bytes
   static constexpr Koi::U32 maxFrameSizeDefault() { return 9236; }
@@ -2921,377 +2533,250 @@ class KOI_PUBLIC HwCapabilities : public Koi::EntityOf< HwCapabilities > {
 
   /// the largest frame that is forwarded, in bytes
   Koi::U32 maxFrameSize() const { return maxFrameSize_; }
-  void maxFrameSizeIs( Koi::U32 v ) { koiIs( maxFrameSize_, v, NotifieeConst::koiOnMaxFrameSize ); }
+  void maxFrameSizeIs( Koi::U32 v );
 
   /// the same less the 22 bytes of Layer-2 encapsulation; below 22 it wraps
   Koi::U32 maxFrameSizeWithoutL2Encapsulation() const;
 
   /// bridging
   bool bridgingSupported() const { return bridgingSupported_; }
-  void bridgingSupportedIs( bool v ) {
-    koiIs( bridgingSupported_, v, NotifieeConst::koiOnBridgingSupported );
-  }
+  void bridgingSupportedIs( bool v );
 
   /// 802.1Q tunnels
   bool dot1qTunnelSupported() const { return dot1qTunnelSupported_; }
-  void dot1qTunnelSupportedIs( bool v ) {
-    koiIs( dot1qTunnelSupported_, v, NotifieeConst::koiOnDot1qTunnelSupported );
-  }
+  void dot1qTunnelSupportedIs( bool v );
 
   /// tags on the native VLAN
   bool taggedNativeVlanSupported() const { return taggedNativeVlanSupported_; }
-  void taggedNativeVlanSupportedIs( bool v ) {
-    koiIs( taggedNativeVlanSupported_, v, NotifieeConst::koiOnTaggedNativeVlanSupported );
-  }
+  void taggedNativeVlanSupportedIs( bool v );
 
   /// spanning tree per VLAN
   bool pvstSupported() const { return pvstSupported_; }
-  void pvstSupportedIs( bool v ) { koiIs( pvstSupported_, v, NotifieeConst::koiOnPvstSupported ); }
+  void pvstSupportedIs( bool v );
 
   /// backup interfaces
   bool backupInterfacesSupported() const { return backupInterfacesSupported_; }
-  void backupInterfacesSupportedIs( bool v ) {
-    koiIs( backupInterfacesSupported_, v, NotifieeConst::koiOnBackupInterfacesSupported );
-  }
+  void backupInterfacesSupportedIs( bool v );
 
   /// static multicast groups
   bool staticMcastSupported() const { return staticMcastSupported_; }
-  void staticMcastSupportedIs( bool v ) {
-    koiIs( staticMcastSupported_, v, NotifieeConst::koiOnStaticMcastSupported );
-  }
+  void staticMcastSupportedIs( bool v );
 
   /// learning switched off per port
   bool noMacLearningSupported() const { return noMacLearningSupported_; }
-  void noMacLearningSupportedIs( bool v ) {
-    koiIs( noMacLearningSupported_, v, NotifieeConst::koiOnNoMacLearningSupported );
-  }
+  void noMacLearningSupportedIs( bool v );
 
   /// learning switched off per VLAN
   bool vlanMacLearningSupported() const { return vlanMacLearningSupported_; }
-  void vlanMacLearningSupportedIs( bool v ) {
-    koiIs( vlanMacLearningSupported_, v, NotifieeConst::koiOnVlanMacLearningSupported );
-  }
+  void vlanMacLearningSupportedIs( bool v );
 
   /// private VLANs
   bool privateVlansSupported() const { return privateVlansSupported_; }
-  void privateVlansSupportedIs( bool v ) {
-    koiIs( privateVlansSupported_, v, NotifieeConst::koiOnPrivateVlansSupported );
-  }
+  void privateVlansSupportedIs( bool v );
 
   /// VLAN translation
   bool vlanXlateSupported() const { return vlanXlateSupported_; }
-  void vlanXlateSupportedIs( bool v ) {
-    koiIs( vlanXlateSupported_, v, NotifieeConst::koiOnVlanXlateSupported );
-  }
+  void vlanXlateSupportedIs( bool v );
 
   /// dropping what no ingress translation matches
   bool ingressVlanMappingRequiredSupported() const { return ingressVlanMappingRequiredSupported_; }
-  void ingressVlanMappingRequiredSupportedIs( bool v ) {
-    koiIs( ingressVlanMappingRequiredSupported_, v,
-           NotifieeConst::koiOnIngressVlanMappingRequiredSupported );
-  }
+  void ingressVlanMappingRequiredSupportedIs( bool v );
 
   /// dropping by tag format
   bool vlanTagRequiredSupported() const { return vlanTagRequiredSupported_; }
-  void vlanTagRequiredSupportedIs( bool v ) {
-    koiIs( vlanTagRequiredSupported_, v, NotifieeConst::koiOnVlanTagRequiredSupported );
-  }
+  void vlanTagRequiredSupportedIs( bool v );
 
   /// translation of two tags
   bool doubleVlanXlateSupported() const { return doubleVlanXlateSupported_; }
-  void doubleVlanXlateSupportedIs( bool v ) {
-    koiIs( doubleVlanXlateSupported_, v, NotifieeConst::koiOnDoubleVlanXlateSupported );
-  }
+  void doubleVlanXlateSupportedIs( bool v );
 
   /// translation into an 802.1Q tunnel
   bool vlanXlateToDot1qTunnelSupported() const { return vlanXlateToDot1qTunnelSupported_; }
-  void vlanXlateToDot1qTunnelSupportedIs( bool v ) {
-    koiIs( vlanXlateToDot1qTunnelSupported_, v,
-           NotifieeConst::koiOnVlanXlateToDot1qTunnelSupported );
-  }
+  void vlanXlateToDot1qTunnelSupportedIs( bool v );
 
   /// tag protocol identifiers per port
   bool vlanTpidSupported() const { return vlanTpidSupported_; }
-  void vlanTpidSupportedIs( bool v ) {
-    koiIs( vlanTpidSupported_, v, NotifieeConst::koiOnVlanTpidSupported );
-  }
+  void vlanTpidSupportedIs( bool v );
 
   /// loop protection
   bool loopProtectSupported() const { return loopProtectSupported_; }
-  void loopProtectSupportedIs( bool v ) {
-    koiIs( loopProtectSupported_, v, NotifieeConst::koiOnLoopProtectSupported );
-  }
+  void loopProtectSupportedIs( bool v );
 
   /// virtual forwarding instances
   bool vfiForwarding() const { return vfiForwarding_; }
-  void vfiForwardingIs( bool v ) { koiIs( vfiForwarding_, v, NotifieeConst::koiOnVfiForwarding ); }
+  void vfiForwardingIs( bool v );
 
   /// VXLAN
   bool vxlanSupported() const { return vxlanSupported_; }
-  void vxlanSupportedIs( bool v ) {
-    koiIs( vxlanSupported_, v, NotifieeConst::koiOnVxlanSupported );
-  }
+  void vxlanSupportedIs( bool v );
 
   /// VXLAN over IPv6
   bool vxlanSupportedOverIpv6() const { return vxlanSupportedOverIpv6_; }
-  void vxlanSupportedOverIpv6Is( bool v ) {
-    koiIs( vxlanSupportedOverIpv6_, v, NotifieeConst::koiOnVxlanSupportedOverIpv6 );
-  }
+  void vxlanSupportedOverIpv6Is( bool v );
 
   /// routing into VXLAN
   bool vxlanRoutingSupported() const { return vxlanRoutingSupported_; }
-  void vxlanRoutingSupportedIs( bool v ) {
-    koiIs( vxlanRoutingSupported_, v, NotifieeConst::koiOnVxlanRoutingSupported );
-  }
+  void vxlanRoutingSupportedIs( bool v );
 
   /// VRFs in the overlay
   bool vxlanOverlayVrfsSupported() const { return vxlanOverlayVrfsSupported_; }
-  void vxlanOverlayVrfsSupportedIs( bool v ) {
-    koiIs( vxlanOverlayVrfsSupported_, v, NotifieeConst::koiOnVxlanOverlayVrfsSupported );
-  }
+  void vxlanOverlayVrfsSupportedIs( bool v );
 
   /// multicast groups as flood lists
   bool vxlanMcastGroupSupported() const { return vxlanMcastGroupSupported_; }
-  void vxlanMcastGroupSupportedIs( bool v ) {
-    koiIs( vxlanMcastGroupSupported_, v, NotifieeConst::koiOnVxlanMcastGroupSupported );
-  }
+  void vxlanMcastGroupSupportedIs( bool v );
 
   /// taking multicast out of VXLAN, but not putting it in
   bool vxlanMcastDecapOnlySupported() const { return vxlanMcastDecapOnlySupported_; }
-  void vxlanMcastDecapOnlySupportedIs( bool v ) {
-    koiIs( vxlanMcastDecapOnlySupported_, v, NotifieeConst::koiOnVxlanMcastDecapOnlySupported );
-  }
+  void vxlanMcastDecapOnlySupportedIs( bool v );
 
   /// sending ready-made VXLAN frames
   bool vxlanTxRawSupported() const { return vxlanTxRawSupported_; }
-  void vxlanTxRawSupportedIs( bool v ) {
-    koiIs( vxlanTxRawSupported_, v, NotifieeConst::koiOnVxlanTxRawSupported );
-  }
+  void vxlanTxRawSupportedIs( bool v );
 
   /// counters per tunnel endpoint
   bool vxlanVtepCtrSupported() const { return vxlanVtepCtrSupported_; }
-  void vxlanVtepCtrSupportedIs( bool v ) {
-    koiIs( vxlanVtepCtrSupported_, v, NotifieeConst::koiOnVxlanVtepCtrSupported );
-  }
+  void vxlanVtepCtrSupportedIs( bool v );
 
   /// a client of a VXLAN controller
   bool vxlanControllerClientSupported() const { return vxlanControllerClientSupported_; }
-  void vxlanControllerClientSupportedIs( bool v ) {
-    koiIs( vxlanControllerClientSupported_, v, NotifieeConst::koiOnVxlanControllerClientSupported );
-  }
+  void vxlanControllerClientSupportedIs( bool v );
 
   /// counters per VXLAN network
   bool vxlanVniCtrSupported() const { return vxlanVniCtrSupported_; }
-  void vxlanVniCtrSupportedIs( bool v ) {
-    koiIs( vxlanVniCtrSupported_, v, NotifieeConst::koiOnVxlanVniCtrSupported );
-  }
+  void vxlanVniCtrSupportedIs( bool v );
 
   /// VXLAN across a hitless upgrade
   bool vxlanHitless2Supported() const { return vxlanHitless2Supported_; }
-  void vxlanHitless2SupportedIs( bool v ) {
-    koiIs( vxlanHitless2Supported_, v, NotifieeConst::koiOnVxlanHitless2Supported );
-  }
+  void vxlanHitless2SupportedIs( bool v );
 
   /// several paths in the overlay
   bool overlayEcmpSupported() const { return overlayEcmpSupported_; }
-  void overlayEcmpSupportedIs( bool v ) {
-    koiIs( overlayEcmpSupported_, v, NotifieeConst::koiOnOverlayEcmpSupported );
-  }
+  void overlayEcmpSupportedIs( bool v );
 
   /// whether it needs VLANs for itself
   InternalVlanNeeded internalVlanNeeded() const { return internalVlanNeeded_; }
-  void internalVlanNeededIs( InternalVlanNeeded v ) {
-    koiIs( internalVlanNeeded_, v, NotifieeConst::koiOnInternalVlanNeeded );
-  }
+  void internalVlanNeededIs( InternalVlanNeeded v );
 
   /// switching the source-port filter
   bool sourceportFilterSupported() const { return sourceportFilterSupported_; }
-  void sourceportFilterSupportedIs( bool v ) {
-    koiIs( sourceportFilterSupported_, v, NotifieeConst::koiOnSourceportFilterSupported );
-  }
+  void sourceportFilterSupportedIs( bool v );
 
   /// link aggregation
   bool lagSupported() const { return lagSupported_; }
-  void lagSupportedIs( bool v ) { koiIs( lagSupported_, v, NotifieeConst::koiOnLagSupported ); }
+  void lagSupportedIs( bool v );
 
   /// policies of load balancing
   bool lagLoadBalancePoliciesSupported() const { return lagLoadBalancePoliciesSupported_; }
-  void lagLoadBalancePoliciesSupportedIs( bool v ) {
-    koiIs( lagLoadBalancePoliciesSupported_, v,
-           NotifieeConst::koiOnLagLoadBalancePoliciesSupported );
-  }
+  void lagLoadBalancePoliciesSupportedIs( bool v );
 
   /// tracing of virtual machines
   bool vmTracerSupported() const { return vmTracerSupported_; }
-  void vmTracerSupportedIs( bool v ) {
-    koiIs( vmTracerSupported_, v, NotifieeConst::koiOnVmTracerSupported );
-  }
+  void vmTracerSupportedIs( bool v );
 
   /// BFD between tunnel endpoints
   bool vxlanBfdSupported() const { return vxlanBfdSupported_; }
-  void vxlanBfdSupportedIs( bool v ) {
-    koiIs( vxlanBfdSupported_, v, NotifieeConst::koiOnVxlanBfdSupported );
-  }
+  void vxlanBfdSupportedIs( bool v );
 
   /// BFD on the members of an aggregation (RFC 7130)
   bool rfc7130Supported() const { return rfc7130Supported_; }
-  void rfc7130SupportedIs( bool v ) {
-    koiIs( rfc7130Supported_, v, NotifieeConst::koiOnRfc7130Supported );
-  }
+  void rfc7130SupportedIs( bool v );
 
   /// a logical router in the overlay
   bool vxlanLogicalRouterSupported() const { return vxlanLogicalRouterSupported_; }
-  void vxlanLogicalRouterSupportedIs( bool v ) {
-    koiIs( vxlanLogicalRouterSupported_, v, NotifieeConst::koiOnVxlanLogicalRouterSupported );
-  }
+  void vxlanLogicalRouterSupportedIs( bool v );
 
   /// routing by EVPN
   bool vxlanL3EvpnSupported() const { return vxlanL3EvpnSupported_; }
-  void vxlanL3EvpnSupportedIs( bool v ) {
-    koiIs( vxlanL3EvpnSupported_, v, NotifieeConst::koiOnVxlanL3EvpnSupported );
-  }
+  void vxlanL3EvpnSupportedIs( bool v );
 
   /// a Layer-2 MTU
   bool l2MtuSupported() const { return l2MtuSupported_; }
-  void l2MtuSupportedIs( bool v ) {
-    koiIs( l2MtuSupported_, v, NotifieeConst::koiOnL2MtuSupported );
-  }
+  void l2MtuSupportedIs( bool v );
 
   /// the largest one, in bytes
   Koi::U32 l2MtuMax() const { return l2MtuMax_; }
-  void l2MtuMaxIs( Koi::U32 v ) { koiIs( l2MtuMax_, v, NotifieeConst::koiOnL2MtuMax ); }
+  void l2MtuMaxIs( Koi::U32 v );
 
   /// the smallest one, in bytes
   Koi::U32 l2MtuMin() const { return l2MtuMin_; }
-  void l2MtuMinIs( Koi::U32 v ) { koiIs( l2MtuMin_, v, NotifieeConst::koiOnL2MtuMin ); }
+  void l2MtuMinIs( Koi::U32 v );
 
   /// telling which member a frame would take
   bool lagShowOutputIntfSupported() const { return lagShowOutputIntfSupported_; }
-  void lagShowOutputIntfSupportedIs( bool v ) {
-    koiIs( lagShowOutputIntfSupported_, v, NotifieeConst::koiOnLagShowOutputIntfSupported );
-  }
+  void lagShowOutputIntfSupportedIs( bool v );
 
   /// passing pause frames through
   bool pausePassThroughSupported() const { return pausePassThroughSupported_; }
-  void pausePassThroughSupportedIs( bool v ) {
-    koiIs( pausePassThroughSupported_, v, NotifieeConst::koiOnPausePassThroughSupported );
-  }
+  void pausePassThroughSupportedIs( bool v );
 
   class KoiSupportedForwardingMode;
   /// the forwarding modes, an ordered list
-  SwitchForwardingMode supportedForwardingMode( Koi::U32 k ) const {
-    return supportedForwardingMode_.value( k );
-  }
+  SwitchForwardingMode supportedForwardingMode( Koi::U32 k ) const;
   Koi::RbTreeMap< KoiSupportedForwardingMode, Koi::U32,
       SwitchForwardingMode > const & supportedForwardingMode() const {
     return supportedForwardingMode_;
   }
   using SupportedForwardingModeIterator = Koi::RbTreeMap< KoiSupportedForwardingMode, Koi::U32,
       SwitchForwardingMode >::Iterator;
-  SupportedForwardingModeIterator supportedForwardingModeIterator() {
-    return supportedForwardingMode_.koiIterator();
-  }
-  void supportedForwardingModeIs( Koi::U32 k, SwitchForwardingMode v ) {
-    koiIs( supportedForwardingMode_, k, v, NotifieeConst::koiOnSupportedForwardingMode );
-  }
-  SwitchForwardingMode supportedForwardingModeDel( Koi::U32 k ) {
-    return koiDel( supportedForwardingMode_, k, NotifieeConst::koiOnSupportedForwardingMode );
-  }
-  SwitchForwardingMode supportedForwardingModeDel( SupportedForwardingModeIterator const & i ) {
-    return koiDel( supportedForwardingMode_, i, NotifieeConst::koiOnSupportedForwardingMode );
-  }
-  void supportedForwardingModeDelAll() {
-    koiDelAll( supportedForwardingMode_, NotifieeConst::koiOnSupportedForwardingMode );
-  }
-  void supportedForwardingModeNotify( Koi::U32 k ) {
-    koiNotify( NotifieeConst::koiOnSupportedForwardingMode, k );
-  }
+  SupportedForwardingModeIterator supportedForwardingModeIterator();
+  void supportedForwardingModeIs( Koi::U32 k, SwitchForwardingMode v );
+  SwitchForwardingMode supportedForwardingModeDel( Koi::U32 k );
+  SwitchForwardingMode supportedForwardingModeDel( SupportedForwardingModeIterator const & i );
+  void supportedForwardingModeDelAll();
+  void supportedForwardingModeNotify( Koi::U32 k );
 
   /// packets into a VLAN interface
   bool vlanIntfInPktCountersSupported() const { return vlanIntfInPktCountersSupported_; }
-  void vlanIntfInPktCountersSupportedIs( bool v ) {
-    koiIs( vlanIntfInPktCountersSupported_, v, NotifieeConst::koiOnVlanIntfInPktCountersSupported );
-  }
+  void vlanIntfInPktCountersSupportedIs( bool v );
 
   /// packets out of it
   bool vlanIntfOutPktCountersSupported() const { return vlanIntfOutPktCountersSupported_; }
-  void vlanIntfOutPktCountersSupportedIs( bool v ) {
-    koiIs( vlanIntfOutPktCountersSupported_, v,
-           NotifieeConst::koiOnVlanIntfOutPktCountersSupported );
-  }
+  void vlanIntfOutPktCountersSupportedIs( bool v );
 
   /// unicast packets into it
   bool vlanIntfInUcastPktCountersSupported() const { return vlanIntfInUcastPktCountersSupported_; }
-  void vlanIntfInUcastPktCountersSupportedIs( bool v ) {
-    koiIs( vlanIntfInUcastPktCountersSupported_, v,
-           NotifieeConst::koiOnVlanIntfInUcastPktCountersSupported );
-  }
+  void vlanIntfInUcastPktCountersSupportedIs( bool v );
 
   /// unicast packets out of it
   bool vlanIntfOutUcastPktCountersSupported() const {
     return vlanIntfOutUcastPktCountersSupported_;
   }
-  void vlanIntfOutUcastPktCountersSupportedIs( bool v ) {
-    koiIs( vlanIntfOutUcastPktCountersSupported_, v,
-           NotifieeConst::koiOnVlanIntfOutUcastPktCountersSupported );
-  }
+  void vlanIntfOutUcastPktCountersSupportedIs( bool v );
 
   /// multicast packets into it
   bool vlanIntfInMcastPktCountersSupported() const { return vlanIntfInMcastPktCountersSupported_; }
-  void vlanIntfInMcastPktCountersSupportedIs( bool v ) {
-    koiIs( vlanIntfInMcastPktCountersSupported_, v,
-           NotifieeConst::koiOnVlanIntfInMcastPktCountersSupported );
-  }
+  void vlanIntfInMcastPktCountersSupportedIs( bool v );
 
   /// multicast packets out of it
   bool vlanIntfOutMcastPktCountersSupported() const {
     return vlanIntfOutMcastPktCountersSupported_;
   }
-  void vlanIntfOutMcastPktCountersSupportedIs( bool v ) {
-    koiIs( vlanIntfOutMcastPktCountersSupported_, v,
-           NotifieeConst::koiOnVlanIntfOutMcastPktCountersSupported );
-  }
+  void vlanIntfOutMcastPktCountersSupportedIs( bool v );
 
   /// bytes into it
   bool vlanIntfInOctetCountersSupported() const { return vlanIntfInOctetCountersSupported_; }
-  void vlanIntfInOctetCountersSupportedIs( bool v ) {
-    koiIs( vlanIntfInOctetCountersSupported_, v,
-           NotifieeConst::koiOnVlanIntfInOctetCountersSupported );
-  }
+  void vlanIntfInOctetCountersSupportedIs( bool v );
 
   /// bytes out of it
   bool vlanIntfOutOctetCountersSupported() const { return vlanIntfOutOctetCountersSupported_; }
-  void vlanIntfOutOctetCountersSupportedIs( bool v ) {
-    koiIs( vlanIntfOutOctetCountersSupported_, v,
-           NotifieeConst::koiOnVlanIntfOutOctetCountersSupported );
-  }
+  void vlanIntfOutOctetCountersSupportedIs( bool v );
 
   /// unicast bytes
   bool vlanIntfUcastOctetCountersSupported() const { return vlanIntfUcastOctetCountersSupported_; }
-  void vlanIntfUcastOctetCountersSupportedIs( bool v ) {
-    koiIs( vlanIntfUcastOctetCountersSupported_, v,
-           NotifieeConst::koiOnVlanIntfUcastOctetCountersSupported );
-  }
+  void vlanIntfUcastOctetCountersSupportedIs( bool v );
 
   /// multicast bytes
   bool vlanIntfMcastOctetCountersSupported() const { return vlanIntfMcastOctetCountersSupported_; }
-  void vlanIntfMcastOctetCountersSupportedIs( bool v ) {
-    koiIs( vlanIntfMcastOctetCountersSupported_, v,
-           NotifieeConst::koiOnVlanIntfMcastOctetCountersSupported );
-  }
+  void vlanIntfMcastOctetCountersSupportedIs( bool v );
 
   /// routed packets alone
   bool vlanIntfL3CountersSupported() const { return vlanIntfL3CountersSupported_; }
-  void vlanIntfL3CountersSupportedIs( bool v ) {
-    koiIs( vlanIntfL3CountersSupported_, v, NotifieeConst::koiOnVlanIntfL3CountersSupported );
-  }
+  void vlanIntfL3CountersSupportedIs( bool v );
 
   /// forwarding of reserved group addresses
   bool ieeeReservedMacForwardAddrSupported() const { return ieeeReservedMacForwardAddrSupported_; }
-  void ieeeReservedMacForwardAddrSupportedIs( bool v ) {
-    koiIs( ieeeReservedMacForwardAddrSupported_, v,
-           NotifieeConst::koiOnIeeeReservedMacForwardAddrSupported );
-  }
+  void ieeeReservedMacForwardAddrSupportedIs( bool v );
 
   /// stands for all of them: the address of zeros
   static Wirex::EthAddr ieeeReservedMacForwardAddrAll() { return {}; }
@@ -3301,14 +2786,8 @@ class KOI_PUBLIC HwCapabilities : public Koi::EntityOf< HwCapabilities > {
     return ieeeReservedMacForwardGroup_.ptr();
   }
   /// The one that is there, or a new one.
-  Koi::Ptr< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroupIs( Koi::Name const & name ) {
-    return koiChildIs( ieeeReservedMacForwardGroup_,
-                       NotifieeConst::koiOnIeeeReservedMacForwardGroup, name );
-  }
-  Koi::Ptr< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroupDel() {
-    return koiChildDel( ieeeReservedMacForwardGroup_,
-                        NotifieeConst::koiOnIeeeReservedMacForwardGroup );
-  }
+  Koi::Ptr< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroupIs( Koi::Name const & name );
+  Koi::Ptr< IeeeReservedMacForwardGroup > ieeeReservedMacForwardGroupDel();
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< HwCapabilities > {
@@ -3959,62 +3438,44 @@ class KOI_PUBLIC HwCapabilities : public Koi::EntityOf< HwCapabilities > {
 };
 
 /// A new HwCapabilities without a parent.
-inline Koi::Ptr< HwCapabilities > hwCapabilitiesFactory( Koi::Name const & name ) {
-  return new HwCapabilities( name );
-}
+KOI_PUBLIC Koi::Ptr< HwCapabilities > hwCapabilitiesFactory( Koi::Name const & name );
 
 /// Which sets of counters are switched on.
 class KOI_PUBLIC HwEnabled : public Koi::EntityOf< HwEnabled > {
  public:
-  explicit HwEnabled( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit HwEnabled( Koi::Name const & name );
 
   /// VLANs, ingress
   bool vlanIngressCountersEnabled() const { return vlanIngressCountersEnabled_; }
-  void vlanIngressCountersEnabledIs( bool v ) {
-    koiIs( vlanIngressCountersEnabled_, v, NotifieeConst::koiOnVlanIngressCountersEnabled );
-  }
+  void vlanIngressCountersEnabledIs( bool v );
 
   /// VLANs, egress
   bool vlanEgressCountersEnabled() const { return vlanEgressCountersEnabled_; }
-  void vlanEgressCountersEnabledIs( bool v ) {
-    koiIs( vlanEgressCountersEnabled_, v, NotifieeConst::koiOnVlanEgressCountersEnabled );
-  }
+  void vlanEgressCountersEnabledIs( bool v );
 
   /// VLANs, broadcast, unknown unicast and multicast
   bool vlanBumCountersEnabled() const { return vlanBumCountersEnabled_; }
-  void vlanBumCountersEnabledIs( bool v ) {
-    koiIs( vlanBumCountersEnabled_, v, NotifieeConst::koiOnVlanBumCountersEnabled );
-  }
+  void vlanBumCountersEnabledIs( bool v );
 
   /// sub-interfaces, ingress
   bool subintfIngressCountersEnabled() const { return subintfIngressCountersEnabled_; }
-  void subintfIngressCountersEnabledIs( bool v ) {
-    koiIs( subintfIngressCountersEnabled_, v, NotifieeConst::koiOnSubintfIngressCountersEnabled );
-  }
+  void subintfIngressCountersEnabledIs( bool v );
 
   /// sub-interfaces, egress
   bool subintfEgressCountersEnabled() const { return subintfEgressCountersEnabled_; }
-  void subintfEgressCountersEnabledIs( bool v ) {
-    koiIs( subintfEgressCountersEnabled_, v, NotifieeConst::koiOnSubintfEgressCountersEnabled );
-  }
+  void subintfEgressCountersEnabledIs( bool v );
 
   /// sub-interfaces, broadcast, unknown unicast and multicast
   bool subintfBumCountersEnabled() const { return subintfBumCountersEnabled_; }
-  void subintfBumCountersEnabledIs( bool v ) {
-    koiIs( subintfBumCountersEnabled_, v, NotifieeConst::koiOnSubintfBumCountersEnabled );
-  }
+  void subintfBumCountersEnabledIs( bool v );
 
   /// sub-interfaces, unicast and multicast
   bool subintfUMCountersEnabled() const { return subintfUMCountersEnabled_; }
-  void subintfUMCountersEnabledIs( bool v ) {
-    koiIs( subintfUMCountersEnabled_, v, NotifieeConst::koiOnSubintfUMCountersEnabled );
-  }
+  void subintfUMCountersEnabledIs( bool v );
 
   /// sub-interfaces, routed packets
   bool subintfL3CountersEnabled() const { return subintfL3CountersEnabled_; }
-  void subintfL3CountersEnabledIs( bool v ) {
-    koiIs( subintfL3CountersEnabled_, v, NotifieeConst::koiOnSubintfL3CountersEnabled );
-  }
+  void subintfL3CountersEnabledIs( bool v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< HwEnabled > {
@@ -4127,46 +3588,30 @@ class KOI_PUBLIC HwEnabled : public Koi::EntityOf< HwEnabled > {
 };
 
 /// A new HwEnabled without a parent.
-inline Koi::Ptr< HwEnabled > hwEnabledFactory( Koi::Name const & name ) {
-  return new HwEnabled( name );
-}
+KOI_PUBLIC Koi::Ptr< HwEnabled > hwEnabledFactory( Koi::Name const & name );
 
 /// Requests to flush learned MAC addresses. Who asks writes one under a key of its own, and takes
 /// it
 /// away when it has the answer.
 class KOI_PUBLIC HostTableFlushRequestDir : public Koi::EntityOf< HostTableFlushRequestDir > {
  public:
-  explicit HostTableFlushRequestDir( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit HostTableFlushRequestDir( Koi::Name const & name );
 
   class KoiHostTableFlushRequest;
   /// the requests
-  HostTableFlushRequest hostTableFlushRequest( Koi::String8 const & k ) const {
-    return hostTableFlushRequest_.value( k );
-  }
+  HostTableFlushRequest hostTableFlushRequest( Koi::String8 const & k ) const;
   Koi::HashMap< KoiHostTableFlushRequest, Koi::String8,
       HostTableFlushRequest > const & hostTableFlushRequest() const {
     return hostTableFlushRequest_;
   }
   using HostTableFlushRequestIterator = Koi::HashMap< KoiHostTableFlushRequest, Koi::String8,
       HostTableFlushRequest >::Iterator;
-  HostTableFlushRequestIterator hostTableFlushRequestIterator() {
-    return hostTableFlushRequest_.koiIterator();
-  }
-  void hostTableFlushRequestIs( Koi::String8 const & k, HostTableFlushRequest const & v ) {
-    koiIs( hostTableFlushRequest_, k, v, NotifieeConst::koiOnHostTableFlushRequest );
-  }
-  HostTableFlushRequest hostTableFlushRequestDel( Koi::String8 const & k ) {
-    return koiDel( hostTableFlushRequest_, k, NotifieeConst::koiOnHostTableFlushRequest );
-  }
-  HostTableFlushRequest hostTableFlushRequestDel( HostTableFlushRequestIterator const & i ) {
-    return koiDel( hostTableFlushRequest_, i, NotifieeConst::koiOnHostTableFlushRequest );
-  }
-  void hostTableFlushRequestDelAll() {
-    koiDelAll( hostTableFlushRequest_, NotifieeConst::koiOnHostTableFlushRequest );
-  }
-  void hostTableFlushRequestNotify( Koi::String8 const & k ) {
-    koiNotify( NotifieeConst::koiOnHostTableFlushRequest, k );
-  }
+  HostTableFlushRequestIterator hostTableFlushRequestIterator();
+  void hostTableFlushRequestIs( Koi::String8 const & k, HostTableFlushRequest const & v );
+  HostTableFlushRequest hostTableFlushRequestDel( Koi::String8 const & k );
+  HostTableFlushRequest hostTableFlushRequestDel( HostTableFlushRequestIterator const & i );
+  void hostTableFlushRequestDelAll();
+  void hostTableFlushRequestNotify( Koi::String8 const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< HostTableFlushRequestDir > {
@@ -4205,45 +3650,29 @@ class KOI_PUBLIC HostTableFlushRequestDir : public Koi::EntityOf< HostTableFlush
 };
 
 /// A new HostTableFlushRequestDir without a parent.
-inline Koi::Ptr< HostTableFlushRequestDir > hostTableFlushRequestDirFactory(
-    Koi::Name const & name ) {
-  return new HostTableFlushRequestDir( name );
-}
+KOI_PUBLIC Koi::Ptr< HostTableFlushRequestDir > hostTableFlushRequestDirFactory(
+    Koi::Name const & name );
 
 /// The answers. Who owns the learned addresses flushes them, and answers under the key of the
 /// request.
 class KOI_PUBLIC HostTableFlushReplyDir : public Koi::EntityOf< HostTableFlushReplyDir > {
  public:
-  explicit HostTableFlushReplyDir( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit HostTableFlushReplyDir( Koi::Name const & name );
 
   class KoiHostTableFlushReply;
   /// true: flushed; false: there is no such VLAN
-  bool hostTableFlushReply( Koi::String8 const & k ) const {
-    return hostTableFlushReply_.value( k );
-  }
+  bool hostTableFlushReply( Koi::String8 const & k ) const;
   Koi::HashMap< KoiHostTableFlushReply, Koi::String8, bool > const & hostTableFlushReply() const {
     return hostTableFlushReply_;
   }
   using HostTableFlushReplyIterator = Koi::HashMap< KoiHostTableFlushReply, Koi::String8,
       bool >::Iterator;
-  HostTableFlushReplyIterator hostTableFlushReplyIterator() {
-    return hostTableFlushReply_.koiIterator();
-  }
-  void hostTableFlushReplyIs( Koi::String8 const & k, bool v ) {
-    koiIs( hostTableFlushReply_, k, v, NotifieeConst::koiOnHostTableFlushReply );
-  }
-  bool hostTableFlushReplyDel( Koi::String8 const & k ) {
-    return koiDel( hostTableFlushReply_, k, NotifieeConst::koiOnHostTableFlushReply );
-  }
-  bool hostTableFlushReplyDel( HostTableFlushReplyIterator const & i ) {
-    return koiDel( hostTableFlushReply_, i, NotifieeConst::koiOnHostTableFlushReply );
-  }
-  void hostTableFlushReplyDelAll() {
-    koiDelAll( hostTableFlushReply_, NotifieeConst::koiOnHostTableFlushReply );
-  }
-  void hostTableFlushReplyNotify( Koi::String8 const & k ) {
-    koiNotify( NotifieeConst::koiOnHostTableFlushReply, k );
-  }
+  HostTableFlushReplyIterator hostTableFlushReplyIterator();
+  void hostTableFlushReplyIs( Koi::String8 const & k, bool v );
+  bool hostTableFlushReplyDel( Koi::String8 const & k );
+  bool hostTableFlushReplyDel( HostTableFlushReplyIterator const & i );
+  void hostTableFlushReplyDelAll();
+  void hostTableFlushReplyNotify( Koi::String8 const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< HostTableFlushReplyDir > {
@@ -4280,39 +3709,28 @@ class KOI_PUBLIC HostTableFlushReplyDir : public Koi::EntityOf< HostTableFlushRe
 };
 
 /// A new HostTableFlushReplyDir without a parent.
-inline Koi::Ptr< HostTableFlushReplyDir > hostTableFlushReplyDirFactory( Koi::Name const & name ) {
-  return new HostTableFlushReplyDir( name );
-}
+KOI_PUBLIC Koi::Ptr< HostTableFlushReplyDir > hostTableFlushReplyDirFactory(
+    Koi::Name const & name );
 
 /// The MAC addresses that one writer knows to be reached through tunnels and peers.
 class KOI_PUBLIC RemoteMacTable : public Koi::EntityOf< RemoteMacTable > {
  public:
-  explicit RemoteMacTable( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit RemoteMacTable( Koi::Name const & name );
 
   class KoiRemoteMacEntry;
   /// the entries
-  RemoteMacEntry remoteMacEntry( MacVlanPair const & k ) const {
-    return remoteMacEntry_.value( k );
-  }
+  RemoteMacEntry remoteMacEntry( MacVlanPair const & k ) const;
   Koi::HashMap< KoiRemoteMacEntry, MacVlanPair, RemoteMacEntry > const & remoteMacEntry() const {
     return remoteMacEntry_;
   }
   using RemoteMacEntryIterator = Koi::HashMap< KoiRemoteMacEntry, MacVlanPair,
       RemoteMacEntry >::Iterator;
-  RemoteMacEntryIterator remoteMacEntryIterator() { return remoteMacEntry_.koiIterator(); }
-  void remoteMacEntryIs( RemoteMacEntry const & v ) {
-    koiIs( remoteMacEntry_, v.key(), v, NotifieeConst::koiOnRemoteMacEntry );
-  }
-  RemoteMacEntry remoteMacEntryDel( MacVlanPair const & k ) {
-    return koiDel( remoteMacEntry_, k, NotifieeConst::koiOnRemoteMacEntry );
-  }
-  RemoteMacEntry remoteMacEntryDel( RemoteMacEntryIterator const & i ) {
-    return koiDel( remoteMacEntry_, i, NotifieeConst::koiOnRemoteMacEntry );
-  }
-  void remoteMacEntryDelAll() { koiDelAll( remoteMacEntry_, NotifieeConst::koiOnRemoteMacEntry ); }
-  void remoteMacEntryNotify( MacVlanPair const & k ) {
-    koiNotify( NotifieeConst::koiOnRemoteMacEntry, k );
-  }
+  RemoteMacEntryIterator remoteMacEntryIterator();
+  void remoteMacEntryIs( RemoteMacEntry const & v );
+  RemoteMacEntry remoteMacEntryDel( MacVlanPair const & k );
+  RemoteMacEntry remoteMacEntryDel( RemoteMacEntryIterator const & i );
+  void remoteMacEntryDelAll();
+  void remoteMacEntryNotify( MacVlanPair const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< RemoteMacTable > {
@@ -4349,9 +3767,7 @@ class KOI_PUBLIC RemoteMacTable : public Koi::EntityOf< RemoteMacTable > {
 };
 
 /// A new RemoteMacTable without a parent.
-inline Koi::Ptr< RemoteMacTable > remoteMacTableFactory( Koi::Name const & name ) {
-  return new RemoteMacTable( name );
-}
+KOI_PUBLIC Koi::Ptr< RemoteMacTable > remoteMacTableFactory( Koi::Name const & name );
 
 }  // namespace Bridging
 
@@ -4378,58 +3794,41 @@ KOI_ENUM( ToolIdentityMode );
 /// What one source configures of the filtering database of one VLAN.
 class KOI_PUBLIC FdbConfig : public Koi::EntityOf< FdbConfig > {
  public:
-  explicit FdbConfig( VlanId const & vlanId )
-      : EntityOf( Koi::nameOf( vlanId ) ), _vlanId( vlanId ) {}
+  explicit FdbConfig( VlanId const & vlanId );
 
   /// the VLAN
   VlanId vlanId() const { return _vlanId; }
 
   class KoiConfiguredHost;
   /// configured MAC addresses
-  ConfiguredHost configuredHost( Wirex::EthAddr const & k ) const {
-    return configuredHost_.value( k );
-  }
+  ConfiguredHost configuredHost( Wirex::EthAddr const & k ) const;
   Koi::HashMap< KoiConfiguredHost, Wirex::EthAddr, ConfiguredHost > const & configuredHost() const {
     return configuredHost_;
   }
   using ConfiguredHostIterator = Koi::HashMap< KoiConfiguredHost, Wirex::EthAddr,
       ConfiguredHost >::Iterator;
-  ConfiguredHostIterator configuredHostIterator() { return configuredHost_.koiIterator(); }
-  void configuredHostIs( ConfiguredHost const & v ) {
-    koiIs( configuredHost_, v.address(), v, NotifieeConst::koiOnConfiguredHost );
-  }
-  ConfiguredHost configuredHostDel( Wirex::EthAddr const & k ) {
-    return koiDel( configuredHost_, k, NotifieeConst::koiOnConfiguredHost );
-  }
-  ConfiguredHost configuredHostDel( ConfiguredHostIterator const & i ) {
-    return koiDel( configuredHost_, i, NotifieeConst::koiOnConfiguredHost );
-  }
-  void configuredHostDelAll() { koiDelAll( configuredHost_, NotifieeConst::koiOnConfiguredHost ); }
-  void configuredHostNotify( Wirex::EthAddr const & k ) {
-    koiNotify( NotifieeConst::koiOnConfiguredHost, k );
-  }
+  ConfiguredHostIterator configuredHostIterator();
+  void configuredHostIs( ConfiguredHost const & v );
+  ConfiguredHost configuredHostDel( Wirex::EthAddr const & k );
+  ConfiguredHost configuredHostDel( ConfiguredHostIterator const & i );
+  void configuredHostDelAll();
+  void configuredHostNotify( Wirex::EthAddr const & k );
 
   class KoiEthGroup;
   /// static multicast groups
-  Koi::Ptr< EthGroup > ethGroup( Wirex::EthAddr const & k ) const { return ethGroup_.value( k ); }
+  Koi::Ptr< EthGroup > ethGroup( Wirex::EthAddr const & k ) const;
   Koi::HashMap< KoiEthGroup, Wirex::EthAddr, Koi::Owned< EthGroup > > const & ethGroup() const {
     return ethGroup_;
   }
   using EthGroupIterator = Koi::HashMap< KoiEthGroup, Wirex::EthAddr,
       Koi::Owned< EthGroup > >::Iterator;
-  EthGroupIterator ethGroupIterator() { return ethGroup_.koiIterator(); }
+  EthGroupIterator ethGroupIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< EthGroup > ethGroupIs( Wirex::EthAddr const & k ) {
-    return koiChildIs( ethGroup_, NotifieeConst::koiOnEthGroup, k );
-  }
-  Koi::Ptr< EthGroup > ethGroupDel( Wirex::EthAddr const & k ) {
-    return koiDel( ethGroup_, k, NotifieeConst::koiOnEthGroup );
-  }
-  Koi::Ptr< EthGroup > ethGroupDel( EthGroupIterator const & i ) {
-    return koiDel( ethGroup_, i, NotifieeConst::koiOnEthGroup );
-  }
-  void ethGroupDelAll() { koiDelAll( ethGroup_, NotifieeConst::koiOnEthGroup ); }
-  void ethGroupNotify( Wirex::EthAddr const & k ) { koiNotify( NotifieeConst::koiOnEthGroup, k ); }
+  Koi::Ptr< EthGroup > ethGroupIs( Wirex::EthAddr const & k );
+  Koi::Ptr< EthGroup > ethGroupDel( Wirex::EthAddr const & k );
+  Koi::Ptr< EthGroup > ethGroupDel( EthGroupIterator const & i );
+  void ethGroupDelAll();
+  void ethGroupNotify( Wirex::EthAddr const & k );
 
   /// Stores a ConfiguredHost made of these, in place of the one of that address.
   void doCreateConfiguredHost( Wirex::EthAddr const & address, Wirex::IntfId const & intf,
@@ -4482,174 +3881,120 @@ class KOI_PUBLIC FdbConfig : public Koi::EntityOf< FdbConfig > {
 };
 
 /// A new FdbConfig without a parent.
-inline Koi::Ptr< FdbConfig > fdbConfigFactory( VlanId const & vlanId ) {
-  return new FdbConfig( vlanId );
-}
+KOI_PUBLIC Koi::Ptr< FdbConfig > fdbConfigFactory( VlanId const & vlanId );
 
 /// What one source asks of one switchport.
 class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
  public:
-  SwitchIntfConfig( Wirex::IntfId const & intfId, SwitchportMode switchportMode )
-      : EntityOf( Koi::nameOf( intfId ) ), _intfId( intfId ), switchportMode_( switchportMode ) {}
+  SwitchIntfConfig( Wirex::IntfId const & intfId, SwitchportMode switchportMode );
 
   /// the interface
   Wirex::IntfId intfId() const { return _intfId; }
 
   /// whether it is a switchport
   bool enabled() const { return enabled_; }
-  void enabledIs( bool v ) { koiIs( enabled_, v, NotifieeConst::koiOnEnabled ); }
+  void enabledIs( bool v );
 
   /// the mode
   SwitchportMode switchportMode() const { return switchportMode_; }
-  void switchportModeIs( SwitchportMode v ) {
-    koiIs( switchportMode_, v, NotifieeConst::koiOnSwitchportMode );
-  }
+  void switchportModeIs( SwitchportMode v );
 
   /// the VLAN of an access port
   VlanId accessVlan() const { return accessVlan_; }
-  void accessVlanIs( VlanId const & v ) { koiIs( accessVlan_, v, NotifieeConst::koiOnAccessVlan ); }
+  void accessVlanIs( VlanId const & v );
 
   /// the native VLAN of a trunk port
   VlanIdOrNone trunkNativeVlan() const { return trunkNativeVlan_; }
-  void trunkNativeVlanIs( VlanIdOrNone const & v ) {
-    koiIs( trunkNativeVlan_, v, NotifieeConst::koiOnTrunkNativeVlan );
-  }
+  void trunkNativeVlanIs( VlanIdOrNone const & v );
 
   /// the native VLAN of a tap port
   VlanIdOrNone tapNativeVlan() const { return tapNativeVlan_; }
-  void tapNativeVlanIs( VlanIdOrNone const & v ) {
-    koiIs( tapNativeVlan_, v, NotifieeConst::koiOnTapNativeVlan );
-  }
+  void tapNativeVlanIs( VlanIdOrNone const & v );
 
   /// the tags that identify a tap port
   VlanIdTuple tapIdentificationVlan() const { return tapIdentificationVlan_; }
-  void tapIdentificationVlanIs( VlanIdTuple const & v ) {
-    koiIs( tapIdentificationVlan_, v, NotifieeConst::koiOnTapIdentificationVlan );
-  }
+  void tapIdentificationVlanIs( VlanIdTuple const & v );
 
   /// take VXLAN headers off
   bool tapVxlanStrip() const { return tapVxlanStrip_; }
-  void tapVxlanStripIs( bool v ) { koiIs( tapVxlanStrip_, v, NotifieeConst::koiOnTapVxlanStrip ); }
+  void tapVxlanStripIs( bool v );
 
   /// take MPLS labels off
   bool tapMplsPop() const { return tapMplsPop_; }
-  void tapMplsPopIs( bool v ) { koiIs( tapMplsPop_, v, NotifieeConst::koiOnTapMplsPop ); }
+  void tapMplsPopIs( bool v );
 
   /// VLANs of a trunk port, a range list
   Koi::String8 trunkAllowedVlans() const { return trunkAllowedVlans_; }
-  void trunkAllowedVlansIs( Koi::String8 const & v ) {
-    koiIs( trunkAllowedVlans_, v, NotifieeConst::koiOnTrunkAllowedVlans );
-  }
+  void trunkAllowedVlansIs( Koi::String8 const & v );
 
   /// VLANs of a tap port, a range list
   Koi::String8 tapAllowedVlans() const { return tapAllowedVlans_; }
-  void tapAllowedVlansIs( Koi::String8 const & v ) {
-    koiIs( tapAllowedVlans_, v, NotifieeConst::koiOnTapAllowedVlans );
-  }
+  void tapAllowedVlansIs( Koi::String8 const & v );
 
   /// VLANs of a tool port, a range list
   Koi::String8 toolAllowedVlans() const { return toolAllowedVlans_; }
-  void toolAllowedVlansIs( Koi::String8 const & v ) {
-    koiIs( toolAllowedVlans_, v, NotifieeConst::koiOnToolAllowedVlans );
-  }
+  void toolAllowedVlansIs( Koi::String8 const & v );
 
   class KoiTrunkGroup;
   /// the trunk groups that it belongs to
-  bool trunkGroup( Koi::String8 const & k ) const { return trunkGroup_.value( k ); }
+  bool trunkGroup( Koi::String8 const & k ) const;
   Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > const & trunkGroup() const {
     return trunkGroup_;
   }
   using TrunkGroupIterator = Koi::HashMap< KoiTrunkGroup, Koi::String8, bool >::Iterator;
-  TrunkGroupIterator trunkGroupIterator() { return trunkGroup_.koiIterator(); }
-  void trunkGroupIs( Koi::String8 const & k, bool v ) {
-    koiIs( trunkGroup_, k, v, NotifieeConst::koiOnTrunkGroup );
-  }
-  bool trunkGroupDel( Koi::String8 const & k ) {
-    return koiDel( trunkGroup_, k, NotifieeConst::koiOnTrunkGroup );
-  }
-  bool trunkGroupDel( TrunkGroupIterator const & i ) {
-    return koiDel( trunkGroup_, i, NotifieeConst::koiOnTrunkGroup );
-  }
-  void trunkGroupDelAll() { koiDelAll( trunkGroup_, NotifieeConst::koiOnTrunkGroup ); }
-  void trunkGroupNotify( Koi::String8 const & k ) {
-    koiNotify( NotifieeConst::koiOnTrunkGroup, k );
-  }
+  TrunkGroupIterator trunkGroupIterator();
+  void trunkGroupIs( Koi::String8 const & k, bool v );
+  bool trunkGroupDel( Koi::String8 const & k );
+  bool trunkGroupDel( TrunkGroupIterator const & i );
+  void trunkGroupDelAll();
+  void trunkGroupNotify( Koi::String8 const & k );
 
   /// do not flood unicast out of it
   bool blockUnknownUnicast() const { return blockUnknownUnicast_; }
-  void blockUnknownUnicastIs( bool v ) {
-    koiIs( blockUnknownUnicast_, v, NotifieeConst::koiOnBlockUnknownUnicast );
-  }
+  void blockUnknownUnicastIs( bool v );
 
   /// do not flood multicast out of it
   bool blockUnknownMulticast() const { return blockUnknownMulticast_; }
-  void blockUnknownMulticastIs( bool v ) {
-    koiIs( blockUnknownMulticast_, v, NotifieeConst::koiOnBlockUnknownMulticast );
-  }
+  void blockUnknownMulticastIs( bool v );
 
   /// learn source MAC addresses on it
   bool macLearningEnabled() const { return macLearningEnabled_; }
-  void macLearningEnabledIs( bool v ) {
-    koiIs( macLearningEnabled_, v, NotifieeConst::koiOnMacLearningEnabled );
-  }
+  void macLearningEnabledIs( bool v );
 
   /// flood out of it
   bool floodingEnabled() const { return floodingEnabled_; }
-  void floodingEnabledIs( bool v ) {
-    koiIs( floodingEnabled_, v, NotifieeConst::koiOnFloodingEnabled );
-  }
+  void floodingEnabledIs( bool v );
 
   /// map all secondary VLANs of the port's primary
   bool defaultPrivateVlanMapping() const { return defaultPrivateVlanMapping_; }
-  void defaultPrivateVlanMappingIs( bool v ) {
-    koiIs( defaultPrivateVlanMapping_, v, NotifieeConst::koiOnDefaultPrivateVlanMapping );
-  }
+  void defaultPrivateVlanMappingIs( bool v );
 
   class KoiPrivateVlanMapping;
   /// else those with an entry
-  bool privateVlanMapping( VlanId const & k ) const { return privateVlanMapping_.value( k ); }
+  bool privateVlanMapping( VlanId const & k ) const;
   Koi::HashMap< KoiPrivateVlanMapping, VlanId, bool > const & privateVlanMapping() const {
     return privateVlanMapping_;
   }
   using PrivateVlanMappingIterator = Koi::HashMap< KoiPrivateVlanMapping, VlanId, bool >::Iterator;
-  PrivateVlanMappingIterator privateVlanMappingIterator() {
-    return privateVlanMapping_.koiIterator();
-  }
-  void privateVlanMappingIs( VlanId const & k, bool v ) {
-    koiIs( privateVlanMapping_, k, v, NotifieeConst::koiOnPrivateVlanMapping );
-  }
-  bool privateVlanMappingDel( VlanId const & k ) {
-    return koiDel( privateVlanMapping_, k, NotifieeConst::koiOnPrivateVlanMapping );
-  }
-  bool privateVlanMappingDel( PrivateVlanMappingIterator const & i ) {
-    return koiDel( privateVlanMapping_, i, NotifieeConst::koiOnPrivateVlanMapping );
-  }
-  void privateVlanMappingDelAll() {
-    koiDelAll( privateVlanMapping_, NotifieeConst::koiOnPrivateVlanMapping );
-  }
-  void privateVlanMappingNotify( VlanId const & k ) {
-    koiNotify( NotifieeConst::koiOnPrivateVlanMapping, k );
-  }
+  PrivateVlanMappingIterator privateVlanMappingIterator();
+  void privateVlanMappingIs( VlanId const & k, bool v );
+  bool privateVlanMappingDel( VlanId const & k );
+  bool privateVlanMappingDel( PrivateVlanMappingIterator const & i );
+  void privateVlanMappingDelAll();
+  void privateVlanMappingNotify( VlanId const & k );
 
   /// how a tool port marks where traffic came from
   ToolIdentityMode toolIdentityTagging() const { return toolIdentityTagging_; }
-  void toolIdentityTaggingIs( ToolIdentityMode v ) {
-    koiIs( toolIdentityTagging_, v, NotifieeConst::koiOnToolIdentityTagging );
-  }
+  void toolIdentityTaggingIs( ToolIdentityMode v );
 
   /// tags taken off towards a tool, a range list
   Koi::String8 toolDot1qRemoveVlans() const { return toolDot1qRemoveVlans_; }
-  void toolDot1qRemoveVlansIs( Koi::String8 const & v ) {
-    koiIs( toolDot1qRemoveVlans_, v, NotifieeConst::koiOnToolDot1qRemoveVlans );
-  }
+  void toolDot1qRemoveVlansIs( Koi::String8 const & v );
 
   /// to how many bytes tap traffic is cut; 0 not at all, 1 as the switch says
   Koi::U16 tapTruncationSize() const { return tapTruncationSize_; }
   /// Keeps what it refuses.
-  void tapTruncationSizeIs( Koi::U16 v ) {
-    koiStoreThenCheck( tapTruncationSize_, v, tapTruncationSizeMax(),
-                       "SwitchIntfConfig::tapTruncationSize > SwitchIntfConfig::tapTruncationSizeMax not allowed", NotifieeConst::koiOnTapTruncationSize );
-  }
+  void tapTruncationSizeIs( Koi::U16 v );
 
   /// the tapTruncationSize that means: as the switch says
   static constexpr Koi::U16 tapTruncationUseGlobalSize() { return 1; }
@@ -4660,10 +4005,7 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
   /// to how many bytes tool traffic is cut; 0 not at all, 1 as the switch says
   Koi::U16 toolTruncationSize() const { return toolTruncationSize_; }
   /// Keeps what it refuses.
-  void toolTruncationSizeIs( Koi::U16 v ) {
-    koiStoreThenCheck( toolTruncationSize_, v, toolTruncationSizeMax(),
-                       "SwitchIntfConfig::toolTruncationSize > SwitchIntfConfig::toolTruncationSizeMax not allowed", NotifieeConst::koiOnToolTruncationSize );
-  }
+  void toolTruncationSizeIs( Koi::U16 v );
 
   /// the toolTruncationSize that means: as the switch says
   static constexpr Koi::U16 toolTruncationUseGlobalSize() { return 1; }
@@ -4676,216 +4018,136 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   class KoiTapGroup;
   /// its tap groups
-  bool tapGroup( Koi::String8 const & k ) const { return tapGroup_.value( k ); }
+  bool tapGroup( Koi::String8 const & k ) const;
   Koi::HashMap< KoiTapGroup, Koi::String8, bool > const & tapGroup() const { return tapGroup_; }
   using TapGroupIterator = Koi::HashMap< KoiTapGroup, Koi::String8, bool >::Iterator;
-  TapGroupIterator tapGroupIterator() { return tapGroup_.koiIterator(); }
-  void tapGroupIs( Koi::String8 const & k, bool v ) {
-    koiIs( tapGroup_, k, v, NotifieeConst::koiOnTapGroup );
-  }
-  bool tapGroupDel( Koi::String8 const & k ) {
-    return koiDel( tapGroup_, k, NotifieeConst::koiOnTapGroup );
-  }
-  bool tapGroupDel( TapGroupIterator const & i ) {
-    return koiDel( tapGroup_, i, NotifieeConst::koiOnTapGroup );
-  }
-  void tapGroupDelAll() { koiDelAll( tapGroup_, NotifieeConst::koiOnTapGroup ); }
-  void tapGroupNotify( Koi::String8 const & k ) { koiNotify( NotifieeConst::koiOnTapGroup, k ); }
+  TapGroupIterator tapGroupIterator();
+  void tapGroupIs( Koi::String8 const & k, bool v );
+  bool tapGroupDel( Koi::String8 const & k );
+  bool tapGroupDel( TapGroupIterator const & i );
+  void tapGroupDelAll();
+  void tapGroupNotify( Koi::String8 const & k );
 
   class KoiTapRawIntf;
   /// the raw interfaces of a tap port
-  bool tapRawIntf( Wirex::IntfId const & k ) const { return tapRawIntf_.value( k ); }
+  bool tapRawIntf( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiTapRawIntf, Wirex::IntfId, bool > const & tapRawIntf() const {
     return tapRawIntf_;
   }
   using TapRawIntfIterator = Koi::HashMap< KoiTapRawIntf, Wirex::IntfId, bool >::Iterator;
-  TapRawIntfIterator tapRawIntfIterator() { return tapRawIntf_.koiIterator(); }
-  void tapRawIntfIs( Wirex::IntfId const & k, bool v ) {
-    koiIs( tapRawIntf_, k, v, NotifieeConst::koiOnTapRawIntf );
-  }
-  bool tapRawIntfDel( Wirex::IntfId const & k ) {
-    return koiDel( tapRawIntf_, k, NotifieeConst::koiOnTapRawIntf );
-  }
-  bool tapRawIntfDel( TapRawIntfIterator const & i ) {
-    return koiDel( tapRawIntf_, i, NotifieeConst::koiOnTapRawIntf );
-  }
-  void tapRawIntfDelAll() { koiDelAll( tapRawIntf_, NotifieeConst::koiOnTapRawIntf ); }
-  void tapRawIntfNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnTapRawIntf, k );
-  }
+  TapRawIntfIterator tapRawIntfIterator();
+  void tapRawIntfIs( Wirex::IntfId const & k, bool v );
+  bool tapRawIntfDel( Wirex::IntfId const & k );
+  bool tapRawIntfDel( TapRawIntfIterator const & i );
+  void tapRawIntfDelAll();
+  void tapRawIntfNotify( Wirex::IntfId const & k );
 
   class KoiToolGroup;
   /// its tool groups
-  bool toolGroup( Koi::String8 const & k ) const { return toolGroup_.value( k ); }
+  bool toolGroup( Koi::String8 const & k ) const;
   Koi::HashMap< KoiToolGroup, Koi::String8, bool > const & toolGroup() const { return toolGroup_; }
   using ToolGroupIterator = Koi::HashMap< KoiToolGroup, Koi::String8, bool >::Iterator;
-  ToolGroupIterator toolGroupIterator() { return toolGroup_.koiIterator(); }
-  void toolGroupIs( Koi::String8 const & k, bool v ) {
-    koiIs( toolGroup_, k, v, NotifieeConst::koiOnToolGroup );
-  }
-  bool toolGroupDel( Koi::String8 const & k ) {
-    return koiDel( toolGroup_, k, NotifieeConst::koiOnToolGroup );
-  }
-  bool toolGroupDel( ToolGroupIterator const & i ) {
-    return koiDel( toolGroup_, i, NotifieeConst::koiOnToolGroup );
-  }
-  void toolGroupDelAll() { koiDelAll( toolGroup_, NotifieeConst::koiOnToolGroup ); }
-  void toolGroupNotify( Koi::String8 const & k ) { koiNotify( NotifieeConst::koiOnToolGroup, k ); }
+  ToolGroupIterator toolGroupIterator();
+  void toolGroupIs( Koi::String8 const & k, bool v );
+  bool toolGroupDel( Koi::String8 const & k );
+  bool toolGroupDel( ToolGroupIterator const & i );
+  void toolGroupDelAll();
+  void toolGroupNotify( Koi::String8 const & k );
 
   /// ingress translation of the native VLAN
   VlanIdOrNone ingressNativeVlanXlate() const { return ingressNativeVlanXlate_; }
-  void ingressNativeVlanXlateIs( VlanIdOrNone const & v ) {
-    koiIs( ingressNativeVlanXlate_, v, NotifieeConst::koiOnIngressNativeVlanXlate );
-  }
+  void ingressNativeVlanXlateIs( VlanIdOrNone const & v );
 
   /// egress translation of the native VLAN
   VlanIdOrNone egressNativeVlanXlate() const { return egressNativeVlanXlate_; }
-  void egressNativeVlanXlateIs( VlanIdOrNone const & v ) {
-    koiIs( egressNativeVlanXlate_, v, NotifieeConst::koiOnEgressNativeVlanXlate );
-  }
+  void egressNativeVlanXlateIs( VlanIdOrNone const & v );
 
   class KoiIngressVlanXlate;
   /// ingress VLAN translations
-  VlanXlateMapping ingressVlanXlate( VlanXlateKey const & k ) const {
-    return ingressVlanXlate_.value( k );
-  }
+  VlanXlateMapping ingressVlanXlate( VlanXlateKey const & k ) const;
   Koi::HashMap< KoiIngressVlanXlate, VlanXlateKey,
       VlanXlateMapping > const & ingressVlanXlate() const {
     return ingressVlanXlate_;
   }
   using IngressVlanXlateIterator = Koi::HashMap< KoiIngressVlanXlate, VlanXlateKey,
       VlanXlateMapping >::Iterator;
-  IngressVlanXlateIterator ingressVlanXlateIterator() { return ingressVlanXlate_.koiIterator(); }
-  void ingressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
-    koiIs( ingressVlanXlate_, k, v, NotifieeConst::koiOnIngressVlanXlate );
-  }
-  VlanXlateMapping ingressVlanXlateDel( VlanXlateKey const & k ) {
-    return koiDel( ingressVlanXlate_, k, NotifieeConst::koiOnIngressVlanXlate );
-  }
-  VlanXlateMapping ingressVlanXlateDel( IngressVlanXlateIterator const & i ) {
-    return koiDel( ingressVlanXlate_, i, NotifieeConst::koiOnIngressVlanXlate );
-  }
-  void ingressVlanXlateDelAll() {
-    koiDelAll( ingressVlanXlate_, NotifieeConst::koiOnIngressVlanXlate );
-  }
-  void ingressVlanXlateNotify( VlanXlateKey const & k ) {
-    koiNotify( NotifieeConst::koiOnIngressVlanXlate, k );
-  }
+  IngressVlanXlateIterator ingressVlanXlateIterator();
+  void ingressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v );
+  VlanXlateMapping ingressVlanXlateDel( VlanXlateKey const & k );
+  VlanXlateMapping ingressVlanXlateDel( IngressVlanXlateIterator const & i );
+  void ingressVlanXlateDelAll();
+  void ingressVlanXlateNotify( VlanXlateKey const & k );
 
   class KoiEgressVlanXlate;
   /// egress VLAN translations
-  VlanXlateMapping egressVlanXlate( VlanXlateKey const & k ) const {
-    return egressVlanXlate_.value( k );
-  }
+  VlanXlateMapping egressVlanXlate( VlanXlateKey const & k ) const;
   Koi::HashMap< KoiEgressVlanXlate, VlanXlateKey,
       VlanXlateMapping > const & egressVlanXlate() const {
     return egressVlanXlate_;
   }
   using EgressVlanXlateIterator = Koi::HashMap< KoiEgressVlanXlate, VlanXlateKey,
       VlanXlateMapping >::Iterator;
-  EgressVlanXlateIterator egressVlanXlateIterator() { return egressVlanXlate_.koiIterator(); }
-  void egressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v ) {
-    koiIs( egressVlanXlate_, k, v, NotifieeConst::koiOnEgressVlanXlate );
-  }
-  VlanXlateMapping egressVlanXlateDel( VlanXlateKey const & k ) {
-    return koiDel( egressVlanXlate_, k, NotifieeConst::koiOnEgressVlanXlate );
-  }
-  VlanXlateMapping egressVlanXlateDel( EgressVlanXlateIterator const & i ) {
-    return koiDel( egressVlanXlate_, i, NotifieeConst::koiOnEgressVlanXlate );
-  }
-  void egressVlanXlateDelAll() {
-    koiDelAll( egressVlanXlate_, NotifieeConst::koiOnEgressVlanXlate );
-  }
-  void egressVlanXlateNotify( VlanXlateKey const & k ) {
-    koiNotify( NotifieeConst::koiOnEgressVlanXlate, k );
-  }
+  EgressVlanXlateIterator egressVlanXlateIterator();
+  void egressVlanXlateIs( VlanXlateKey const & k, VlanXlateMapping const & v );
+  VlanXlateMapping egressVlanXlateDel( VlanXlateKey const & k );
+  VlanXlateMapping egressVlanXlateDel( EgressVlanXlateIterator const & i );
+  void egressVlanXlateDelAll();
+  void egressVlanXlateNotify( VlanXlateKey const & k );
 
   /// private-VLAN mapping on a trunk
   bool trunkPrivateVlanMapping() const { return trunkPrivateVlanMapping_; }
-  void trunkPrivateVlanMappingIs( bool v ) {
-    koiIs( trunkPrivateVlanMapping_, v, NotifieeConst::koiOnTrunkPrivateVlanMapping );
-  }
+  void trunkPrivateVlanMappingIs( bool v );
 
   /// announces the tags that count on it
   VlanTpidOrNone vlanTpid() const { return vlanTpid_; }
-  void vlanTpidIs( VlanTpidOrNone const & v ) {
-    koiIs( vlanTpid_, v, NotifieeConst::koiOnVlanTpid );
-  }
+  void vlanTpidIs( VlanTpidOrNone const & v );
 
   class KoiVlanTagFormatDrop;
   /// tag formats that it drops
-  bool vlanTagFormatDrop( VlanTagFormat k ) const { return vlanTagFormatDrop_.value( k ); }
+  bool vlanTagFormatDrop( VlanTagFormat k ) const;
   Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat, bool > const & vlanTagFormatDrop() const {
     return vlanTagFormatDrop_;
   }
   using VlanTagFormatDropIterator = Koi::HashMap< KoiVlanTagFormatDrop, VlanTagFormat,
       bool >::Iterator;
-  VlanTagFormatDropIterator vlanTagFormatDropIterator() { return vlanTagFormatDrop_.koiIterator(); }
-  void vlanTagFormatDropIs( VlanTagFormat k, bool v ) {
-    koiIs( vlanTagFormatDrop_, k, v, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  bool vlanTagFormatDropDel( VlanTagFormat k ) {
-    return koiDel( vlanTagFormatDrop_, k, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  bool vlanTagFormatDropDel( VlanTagFormatDropIterator const & i ) {
-    return koiDel( vlanTagFormatDrop_, i, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  void vlanTagFormatDropDelAll() {
-    koiDelAll( vlanTagFormatDrop_, NotifieeConst::koiOnVlanTagFormatDrop );
-  }
-  void vlanTagFormatDropNotify( VlanTagFormat k ) {
-    koiNotify( NotifieeConst::koiOnVlanTagFormatDrop, k );
-  }
+  VlanTagFormatDropIterator vlanTagFormatDropIterator();
+  void vlanTagFormatDropIs( VlanTagFormat k, bool v );
+  bool vlanTagFormatDropDel( VlanTagFormat k );
+  bool vlanTagFormatDropDel( VlanTagFormatDropIterator const & i );
+  void vlanTagFormatDropDelAll();
+  void vlanTagFormatDropNotify( VlanTagFormat k );
 
   class KoiVlanMappingRequired;
   /// directions that require a translation
-  bool vlanMappingRequired( VlanMappingDirection k ) const {
-    return vlanMappingRequired_.value( k );
-  }
+  bool vlanMappingRequired( VlanMappingDirection k ) const;
   Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
       bool > const & vlanMappingRequired() const {
     return vlanMappingRequired_;
   }
   using VlanMappingRequiredIterator = Koi::HashMap< KoiVlanMappingRequired, VlanMappingDirection,
       bool >::Iterator;
-  VlanMappingRequiredIterator vlanMappingRequiredIterator() {
-    return vlanMappingRequired_.koiIterator();
-  }
-  void vlanMappingRequiredIs( VlanMappingDirection k, bool v ) {
-    koiIs( vlanMappingRequired_, k, v, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  bool vlanMappingRequiredDel( VlanMappingDirection k ) {
-    return koiDel( vlanMappingRequired_, k, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  bool vlanMappingRequiredDel( VlanMappingRequiredIterator const & i ) {
-    return koiDel( vlanMappingRequired_, i, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  void vlanMappingRequiredDelAll() {
-    koiDelAll( vlanMappingRequired_, NotifieeConst::koiOnVlanMappingRequired );
-  }
-  void vlanMappingRequiredNotify( VlanMappingDirection k ) {
-    koiNotify( NotifieeConst::koiOnVlanMappingRequired, k );
-  }
+  VlanMappingRequiredIterator vlanMappingRequiredIterator();
+  void vlanMappingRequiredIs( VlanMappingDirection k, bool v );
+  bool vlanMappingRequiredDel( VlanMappingDirection k );
+  bool vlanMappingRequiredDel( VlanMappingRequiredIterator const & i );
+  void vlanMappingRequiredDelAll();
+  void vlanMappingRequiredNotify( VlanMappingDirection k );
 
   /// keeps frames from going back out
   SourceportFilterMode sourceportFilterMode() const { return sourceportFilterMode_; }
-  void sourceportFilterModeIs( SourceportFilterMode v ) {
-    koiIs( sourceportFilterMode_, v, NotifieeConst::koiOnSourceportFilterMode );
-  }
+  void sourceportFilterModeIs( SourceportFilterMode v );
 
   /// who wrote this
   Koi::String8 source() const { return source_; }
-  void sourceIs( Koi::String8 const & v ) { koiIs( source_, v, NotifieeConst::koiOnSource ); }
+  void sourceIs( Koi::String8 const & v );
 
   /// counts what its writer wrote
   Koi::U32 version() const { return version_; }
-  void versionIs( Koi::U32 v ) { koiIs( version_, v, NotifieeConst::koiOnVersion ); }
+  void versionIs( Koi::U32 v );
 
   /// the VLAN of a Layer-2 sub-interface
   VlanNameOrId l2SubIntfVlan() const { return l2SubIntfVlan_; }
-  void l2SubIntfVlanIs( VlanNameOrId const & v ) {
-    koiIs( l2SubIntfVlan_, v, NotifieeConst::koiOnL2SubIntfVlan );
-  }
+  void l2SubIntfVlanIs( VlanNameOrId const & v );
 
   /// the same request: all but the interface, who wrote it, and its version
   bool isEqual( SwitchIntfConfig const & other ) const;
@@ -5287,64 +4549,49 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 };
 
 /// A new SwitchIntfConfig without a parent.
-inline Koi::Ptr< SwitchIntfConfig > switchIntfConfigFactory( Wirex::IntfId const & intfId,
-    SwitchportMode switchportMode ) {
-  return new SwitchIntfConfig( intfId, switchportMode );
-}
+KOI_PUBLIC Koi::Ptr< SwitchIntfConfig > switchIntfConfigFactory( Wirex::IntfId const & intfId,
+    SwitchportMode switchportMode );
 
 /// What one source asks of one VLAN.
 class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
  public:
-  explicit VlanConfig( VlanId const & vlanId )
-      : EntityOf( Koi::nameOf( vlanId ) ), _vlanId( vlanId ) {}
+  explicit VlanConfig( VlanId const & vlanId );
 
   /// the VLAN
   VlanId vlanId() const { return _vlanId; }
 
   /// the name; empty for the default
   Koi::String8 configuredName() const { return configuredName_; }
-  void configuredNameIs( Koi::String8 const & v ) {
-    koiIs( configuredName_, v, NotifieeConst::koiOnConfiguredName );
-  }
+  void configuredNameIs( Koi::String8 const & v );
 
   /// "default" for VLAN 1, else "VLAN" and four digits
   Koi::String8 defaultName() const;
 
   /// active or suspended
   VlanAdminState adminState() const { return adminState_; }
-  void adminStateIs( VlanAdminState v ) { koiIs( adminState_, v, NotifieeConst::koiOnAdminState ); }
+  void adminStateIs( VlanAdminState v );
 
   /// learn MAC addresses in it
   bool macLearning() const { return macLearning_; }
-  void macLearningIs( bool v ) { koiIs( macLearning_, v, NotifieeConst::koiOnMacLearning ); }
+  void macLearningIs( bool v );
 
   class KoiTrunkGroup;
   /// the trunk groups that it belongs to
-  bool trunkGroup( Koi::String8 const & k ) const { return trunkGroup_.value( k ); }
+  bool trunkGroup( Koi::String8 const & k ) const;
   Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > const & trunkGroup() const {
     return trunkGroup_;
   }
   using TrunkGroupIterator = Koi::HashMap< KoiTrunkGroup, Koi::String8, bool >::Iterator;
-  TrunkGroupIterator trunkGroupIterator() { return trunkGroup_.koiIterator(); }
-  void trunkGroupIs( Koi::String8 const & k, bool v ) {
-    koiIs( trunkGroup_, k, v, NotifieeConst::koiOnTrunkGroup );
-  }
-  bool trunkGroupDel( Koi::String8 const & k ) {
-    return koiDel( trunkGroup_, k, NotifieeConst::koiOnTrunkGroup );
-  }
-  bool trunkGroupDel( TrunkGroupIterator const & i ) {
-    return koiDel( trunkGroup_, i, NotifieeConst::koiOnTrunkGroup );
-  }
-  void trunkGroupDelAll() { koiDelAll( trunkGroup_, NotifieeConst::koiOnTrunkGroup ); }
-  void trunkGroupNotify( Koi::String8 const & k ) {
-    koiNotify( NotifieeConst::koiOnTrunkGroup, k );
-  }
+  TrunkGroupIterator trunkGroupIterator();
+  void trunkGroupIs( Koi::String8 const & k, bool v );
+  bool trunkGroupDel( Koi::String8 const & k );
+  bool trunkGroupDel( TrunkGroupIterator const & i );
+  void trunkGroupDelAll();
+  void trunkGroupNotify( Koi::String8 const & k );
 
   /// its private-VLAN role
   VlanTypeAndPrimaryVlan vlanTypeAndPrimaryVlan() const { return vlanTypeAndPrimaryVlan_; }
-  void vlanTypeAndPrimaryVlanIs( VlanTypeAndPrimaryVlan const & v ) {
-    koiIs( vlanTypeAndPrimaryVlan_, v, NotifieeConst::koiOnVlanTypeAndPrimaryVlan );
-  }
+  void vlanTypeAndPrimaryVlanIs( VlanTypeAndPrimaryVlan const & v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< VlanConfig > {
@@ -5417,106 +4664,74 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
 };
 
 /// A new VlanConfig without a parent.
-inline Koi::Ptr< VlanConfig > vlanConfigFactory( VlanId const & vlanId ) {
-  return new VlanConfig( vlanId );
-}
+KOI_PUBLIC Koi::Ptr< VlanConfig > vlanConfigFactory( VlanId const & vlanId );
 
 /// What one source configures. Of each kind of configuration, that of the highest priority
 /// prevails.
 class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
  public:
-  explicit Config( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit Config( Koi::Name const & name );
 
   /// of its VLANs
   Koi::U32 vlanConfigPriority() const { return vlanConfigPriority_; }
-  void vlanConfigPriorityIs( Koi::U32 v ) {
-    koiIs( vlanConfigPriority_, v, NotifieeConst::koiOnVlanConfigPriority );
-  }
+  void vlanConfigPriorityIs( Koi::U32 v );
 
   /// of its switchports
   Koi::U32 switchIntfConfigPriority() const { return switchIntfConfigPriority_; }
-  void switchIntfConfigPriorityIs( Koi::U32 v ) {
-    koiIs( switchIntfConfigPriority_, v, NotifieeConst::koiOnSwitchIntfConfigPriority );
-  }
+  void switchIntfConfigPriorityIs( Koi::U32 v );
 
   /// of its MAC addresses
   Koi::U32 fdbConfigPriority() const { return fdbConfigPriority_; }
-  void fdbConfigPriorityIs( Koi::U32 v ) {
-    koiIs( fdbConfigPriority_, v, NotifieeConst::koiOnFdbConfigPriority );
-  }
+  void fdbConfigPriorityIs( Koi::U32 v );
 
   class KoiVlanConfig;
   /// VLANs
-  Koi::Ptr< VlanConfig > vlanConfig( VlanId const & k ) const { return vlanConfig_.value( k ); }
+  Koi::Ptr< VlanConfig > vlanConfig( VlanId const & k ) const;
   Koi::HashMap< KoiVlanConfig, VlanId, Koi::Owned< VlanConfig > > const & vlanConfig() const {
     return vlanConfig_;
   }
   using VlanConfigIterator = Koi::HashMap< KoiVlanConfig, VlanId,
       Koi::Owned< VlanConfig > >::Iterator;
-  VlanConfigIterator vlanConfigIterator() { return vlanConfig_.koiIterator(); }
+  VlanConfigIterator vlanConfigIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< VlanConfig > vlanConfigIs( VlanId const & k ) {
-    return koiChildIs( vlanConfig_, NotifieeConst::koiOnVlanConfig, k );
-  }
-  Koi::Ptr< VlanConfig > vlanConfigDel( VlanId const & k ) {
-    return koiDel( vlanConfig_, k, NotifieeConst::koiOnVlanConfig );
-  }
-  Koi::Ptr< VlanConfig > vlanConfigDel( VlanConfigIterator const & i ) {
-    return koiDel( vlanConfig_, i, NotifieeConst::koiOnVlanConfig );
-  }
-  void vlanConfigDelAll() { koiDelAll( vlanConfig_, NotifieeConst::koiOnVlanConfig ); }
-  void vlanConfigNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnVlanConfig, k ); }
+  Koi::Ptr< VlanConfig > vlanConfigIs( VlanId const & k );
+  Koi::Ptr< VlanConfig > vlanConfigDel( VlanId const & k );
+  Koi::Ptr< VlanConfig > vlanConfigDel( VlanConfigIterator const & i );
+  void vlanConfigDelAll();
+  void vlanConfigNotify( VlanId const & k );
 
   class KoiSwitchIntfConfig;
   /// switchports
-  Koi::Ptr< SwitchIntfConfig > switchIntfConfig( Wirex::IntfId const & k ) const {
-    return switchIntfConfig_.value( k );
-  }
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfig( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
       Koi::Owned< SwitchIntfConfig > > const & switchIntfConfig() const {
     return switchIntfConfig_;
   }
   using SwitchIntfConfigIterator = Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
       Koi::Owned< SwitchIntfConfig > >::Iterator;
-  SwitchIntfConfigIterator switchIntfConfigIterator() { return switchIntfConfig_.koiIterator(); }
+  SwitchIntfConfigIterator switchIntfConfigIterator();
   /// The one of that key, made when there is none.
   Koi::Ptr< SwitchIntfConfig > switchIntfConfigIs( Wirex::IntfId const & k,
-                                                   SwitchportMode switchportMode ) {
-    return koiChildIs( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig, k, switchportMode );
-  }
-  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( Wirex::IntfId const & k ) {
-    return koiDel( switchIntfConfig_, k, NotifieeConst::koiOnSwitchIntfConfig );
-  }
-  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( SwitchIntfConfigIterator const & i ) {
-    return koiDel( switchIntfConfig_, i, NotifieeConst::koiOnSwitchIntfConfig );
-  }
-  void switchIntfConfigDelAll() {
-    koiDelAll( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig );
-  }
-  void switchIntfConfigNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnSwitchIntfConfig, k );
-  }
+                                                   SwitchportMode switchportMode );
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( Wirex::IntfId const & k );
+  Koi::Ptr< SwitchIntfConfig > switchIntfConfigDel( SwitchIntfConfigIterator const & i );
+  void switchIntfConfigDelAll();
+  void switchIntfConfigNotify( Wirex::IntfId const & k );
 
   class KoiFdbConfig;
   /// MAC addresses, per VLAN
-  Koi::Ptr< FdbConfig > fdbConfig( VlanId const & k ) const { return fdbConfig_.value( k ); }
+  Koi::Ptr< FdbConfig > fdbConfig( VlanId const & k ) const;
   Koi::HashMap< KoiFdbConfig, VlanId, Koi::Owned< FdbConfig > > const & fdbConfig() const {
     return fdbConfig_;
   }
   using FdbConfigIterator = Koi::HashMap< KoiFdbConfig, VlanId, Koi::Owned< FdbConfig > >::Iterator;
-  FdbConfigIterator fdbConfigIterator() { return fdbConfig_.koiIterator(); }
+  FdbConfigIterator fdbConfigIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< FdbConfig > fdbConfigIs( VlanId const & k ) {
-    return koiChildIs( fdbConfig_, NotifieeConst::koiOnFdbConfig, k );
-  }
-  Koi::Ptr< FdbConfig > fdbConfigDel( VlanId const & k ) {
-    return koiDel( fdbConfig_, k, NotifieeConst::koiOnFdbConfig );
-  }
-  Koi::Ptr< FdbConfig > fdbConfigDel( FdbConfigIterator const & i ) {
-    return koiDel( fdbConfig_, i, NotifieeConst::koiOnFdbConfig );
-  }
-  void fdbConfigDelAll() { koiDelAll( fdbConfig_, NotifieeConst::koiOnFdbConfig ); }
-  void fdbConfigNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnFdbConfig, k ); }
+  Koi::Ptr< FdbConfig > fdbConfigIs( VlanId const & k );
+  Koi::Ptr< FdbConfig > fdbConfigDel( VlanId const & k );
+  Koi::Ptr< FdbConfig > fdbConfigDel( FdbConfigIterator const & i );
+  void fdbConfigDelAll();
+  void fdbConfigNotify( VlanId const & k );
 
   /// Sees to it that there is that VLAN. One that is there stays as it is. Raises RangeException
   /// "VlanId::value < 1 or > 4094 not allowed".
@@ -5524,13 +4739,11 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
 
   /// what people call the source
   Koi::String8 sourceDetail() const { return sourceDetail_; }
-  void sourceDetailIs( Koi::String8 const & v ) {
-    koiIs( sourceDetail_, v, NotifieeConst::koiOnSourceDetail );
-  }
+  void sourceDetailIs( Koi::String8 const & v );
 
   /// it holds more than defaults
   bool nonDefaultVal() const { return nonDefaultVal_; }
-  void nonDefaultValIs( bool v ) { koiIs( nonDefaultVal_, v, NotifieeConst::koiOnNonDefaultVal ); }
+  void nonDefaultValIs( bool v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Config > {
@@ -5634,104 +4847,70 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
 };
 
 /// A new Config without a parent.
-inline Koi::Ptr< Config > configFactory( Koi::Name const & name ) { return new Config( name ); }
+KOI_PUBLIC Koi::Ptr< Config > configFactory( Koi::Name const & name );
 
 /// What the command line configures.
 class KOI_PUBLIC CliConfig : public Koi::EntityOf< CliConfig, Config > {
  public:
-  explicit CliConfig( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit CliConfig( Koi::Name const & name );
 
   /// how long a learned host stays unseen; 0 is for ever
   Koi::Seconds hostAgingTime() const { return hostAgingTime_; }
-  void hostAgingTimeIs( Koi::Seconds v ) {
-    koiIs( hostAgingTime_, v, NotifieeConst::koiOnHostAgingTime );
-  }
+  void hostAgingTimeIs( Koi::Seconds v );
 
   /// from which end internal VLANs are taken
   InternalVlanAllocationPolicy internalVlanAllocationPolicy() const {
     return internalVlanAllocationPolicy_;
   }
-  void internalVlanAllocationPolicyIs( InternalVlanAllocationPolicy v ) {
-    koiIs( internalVlanAllocationPolicy_, v, NotifieeConst::koiOnInternalVlanAllocationPolicy );
-  }
+  void internalVlanAllocationPolicyIs( InternalVlanAllocationPolicy v );
 
   /// the VLANs that are set apart for internal use
   InternalVlanRange internalVlanRange() const { return internalVlanRange_; }
-  void internalVlanRangeIs( InternalVlanRange const & v ) {
-    koiIs( internalVlanRange_, v, NotifieeConst::koiOnInternalVlanRange );
-  }
+  void internalVlanRangeIs( InternalVlanRange const & v );
 
   class KoiSviMapping;
   /// by primary VLAN
-  Koi::Ptr< SviMappingState > sviMapping( VlanId const & k ) const {
-    return sviMapping_.value( k );
-  }
+  Koi::Ptr< SviMappingState > sviMapping( VlanId const & k ) const;
   Koi::HashMap< KoiSviMapping, VlanId, Koi::Owned< SviMappingState > > const & sviMapping() const {
     return sviMapping_;
   }
   using SviMappingIterator = Koi::HashMap< KoiSviMapping, VlanId,
       Koi::Owned< SviMappingState > >::Iterator;
-  SviMappingIterator sviMappingIterator() { return sviMapping_.koiIterator(); }
+  SviMappingIterator sviMappingIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< SviMappingState > sviMappingIs( VlanId const & k ) {
-    return koiChildIs( sviMapping_, NotifieeConst::koiOnSviMapping, k );
-  }
-  Koi::Ptr< SviMappingState > sviMappingDel( VlanId const & k ) {
-    return koiDel( sviMapping_, k, NotifieeConst::koiOnSviMapping );
-  }
-  Koi::Ptr< SviMappingState > sviMappingDel( SviMappingIterator const & i ) {
-    return koiDel( sviMapping_, i, NotifieeConst::koiOnSviMapping );
-  }
-  void sviMappingDelAll() { koiDelAll( sviMapping_, NotifieeConst::koiOnSviMapping ); }
-  void sviMappingNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnSviMapping, k ); }
+  Koi::Ptr< SviMappingState > sviMappingIs( VlanId const & k );
+  Koi::Ptr< SviMappingState > sviMappingDel( VlanId const & k );
+  Koi::Ptr< SviMappingState > sviMappingDel( SviMappingIterator const & i );
+  void sviMappingDelAll();
+  void sviMappingNotify( VlanId const & k );
 
   /// when frames are passed on
   SwitchForwardingMode forwardingMode() const { return forwardingMode_; }
-  void forwardingModeIs( SwitchForwardingMode v ) {
-    koiIs( forwardingMode_, v, NotifieeConst::koiOnForwardingMode );
-  }
+  void forwardingModeIs( SwitchForwardingMode v );
 
   /// the mode of an interface that names none
   Bridging::SwitchportMode defaultSwitchportMode() const { return defaultSwitchportMode_; }
-  void defaultSwitchportModeIs( Bridging::SwitchportMode v ) {
-    koiIs( defaultSwitchportMode_, v, NotifieeConst::koiOnDefaultSwitchportMode );
-  }
+  void defaultSwitchportModeIs( Bridging::SwitchportMode v );
 
   /// pass Ethernet pause frames through
   bool pausePassThrough() const { return pausePassThrough_; }
-  void pausePassThroughIs( bool v ) {
-    koiIs( pausePassThrough_, v, NotifieeConst::koiOnPausePassThrough );
-  }
+  void pausePassThroughIs( bool v );
 
   class KoiIeeeReservedForwarding;
   /// reserved group addresses: forwarded or not
-  bool ieeeReservedForwarding( Wirex::EthAddr const & k ) const {
-    return ieeeReservedForwarding_.value( k );
-  }
+  bool ieeeReservedForwarding( Wirex::EthAddr const & k ) const;
   Koi::HashMap< KoiIeeeReservedForwarding, Wirex::EthAddr,
       bool > const & ieeeReservedForwarding() const {
     return ieeeReservedForwarding_;
   }
   using IeeeReservedForwardingIterator = Koi::HashMap< KoiIeeeReservedForwarding, Wirex::EthAddr,
       bool >::Iterator;
-  IeeeReservedForwardingIterator ieeeReservedForwardingIterator() {
-    return ieeeReservedForwarding_.koiIterator();
-  }
-  void ieeeReservedForwardingIs( Wirex::EthAddr const & k, bool v ) {
-    koiIs( ieeeReservedForwarding_, k, v, NotifieeConst::koiOnIeeeReservedForwarding );
-  }
-  bool ieeeReservedForwardingDel( Wirex::EthAddr const & k ) {
-    return koiDel( ieeeReservedForwarding_, k, NotifieeConst::koiOnIeeeReservedForwarding );
-  }
-  bool ieeeReservedForwardingDel( IeeeReservedForwardingIterator const & i ) {
-    return koiDel( ieeeReservedForwarding_, i, NotifieeConst::koiOnIeeeReservedForwarding );
-  }
-  void ieeeReservedForwardingDelAll() {
-    koiDelAll( ieeeReservedForwarding_, NotifieeConst::koiOnIeeeReservedForwarding );
-  }
-  void ieeeReservedForwardingNotify( Wirex::EthAddr const & k ) {
-    koiNotify( NotifieeConst::koiOnIeeeReservedForwarding, k );
-  }
+  IeeeReservedForwardingIterator ieeeReservedForwardingIterator();
+  void ieeeReservedForwardingIs( Wirex::EthAddr const & k, bool v );
+  bool ieeeReservedForwardingDel( Wirex::EthAddr const & k );
+  bool ieeeReservedForwardingDel( IeeeReservedForwardingIterator const & i );
+  void ieeeReservedForwardingDelAll();
+  void ieeeReservedForwardingNotify( Wirex::EthAddr const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< CliConfig, Config::NotifieeConst > {
@@ -5838,20 +5017,16 @@ class KOI_PUBLIC CliConfig : public Koi::EntityOf< CliConfig, Config > {
 };
 
 /// A new CliConfig without a parent.
-inline Koi::Ptr< CliConfig > cliConfigFactory( Koi::Name const & name ) {
-  return new CliConfig( name );
-}
+KOI_PUBLIC Koi::Ptr< CliConfig > cliConfigFactory( Koi::Name const & name );
 
 /// What the system configures for itself.
 class KOI_PUBLIC PrivateConfig : public Koi::EntityOf< PrivateConfig, Config > {
  public:
-  explicit PrivateConfig( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit PrivateConfig( Koi::Name const & name );
 
   /// whether it counts
   bool privateModeEnabled() const { return privateModeEnabled_; }
-  void privateModeEnabledIs( bool v ) {
-    koiIs( privateModeEnabled_, v, NotifieeConst::koiOnPrivateModeEnabled );
-  }
+  void privateModeEnabledIs( bool v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< PrivateConfig, Config::NotifieeConst > {
@@ -5887,9 +5062,7 @@ class KOI_PUBLIC PrivateConfig : public Koi::EntityOf< PrivateConfig, Config > {
 };
 
 /// A new PrivateConfig without a parent.
-inline Koi::Ptr< PrivateConfig > privateConfigFactory( Koi::Name const & name ) {
-  return new PrivateConfig( name );
-}
+KOI_PUBLIC Koi::Ptr< PrivateConfig > privateConfigFactory( Koi::Name const & name );
 
 }  // namespace Bridging::Input
 
@@ -5898,37 +5071,25 @@ namespace Bridging {
 /// What one source asks of switchports.
 class KOI_PUBLIC SwitchIntfConfigDir : public Koi::EntityOf< SwitchIntfConfigDir > {
  public:
-  explicit SwitchIntfConfigDir( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit SwitchIntfConfigDir( Koi::Name const & name );
 
   class KoiSwitchIntfConfig;
   /// by interface
-  Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfig( Wirex::IntfId const & k ) const {
-    return switchIntfConfig_.value( k );
-  }
+  Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfig( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
       Koi::Owned< Input::SwitchIntfConfig > > const & switchIntfConfig() const {
     return switchIntfConfig_;
   }
   using SwitchIntfConfigIterator = Koi::HashMap< KoiSwitchIntfConfig, Wirex::IntfId,
       Koi::Owned< Input::SwitchIntfConfig > >::Iterator;
-  SwitchIntfConfigIterator switchIntfConfigIterator() { return switchIntfConfig_.koiIterator(); }
+  SwitchIntfConfigIterator switchIntfConfigIterator();
   /// The one of that key, made when there is none.
   Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfigIs( Wirex::IntfId const & k,
-                                                          Bridging::Input::SwitchportMode switchportMode ) {
-    return koiChildIs( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig, k, switchportMode );
-  }
-  Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfigDel( Wirex::IntfId const & k ) {
-    return koiDel( switchIntfConfig_, k, NotifieeConst::koiOnSwitchIntfConfig );
-  }
-  Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfigDel( SwitchIntfConfigIterator const & i ) {
-    return koiDel( switchIntfConfig_, i, NotifieeConst::koiOnSwitchIntfConfig );
-  }
-  void switchIntfConfigDelAll() {
-    koiDelAll( switchIntfConfig_, NotifieeConst::koiOnSwitchIntfConfig );
-  }
-  void switchIntfConfigNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnSwitchIntfConfig, k );
-  }
+                                                          Bridging::Input::SwitchportMode switchportMode );
+  Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfigDel( Wirex::IntfId const & k );
+  Koi::Ptr< Input::SwitchIntfConfig > switchIntfConfigDel( SwitchIntfConfigIterator const & i );
+  void switchIntfConfigDelAll();
+  void switchIntfConfigNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< SwitchIntfConfigDir > {
@@ -5966,36 +5127,28 @@ class KOI_PUBLIC SwitchIntfConfigDir : public Koi::EntityOf< SwitchIntfConfigDir
 };
 
 /// A new SwitchIntfConfigDir without a parent.
-inline Koi::Ptr< SwitchIntfConfigDir > switchIntfConfigDirFactory( Koi::Name const & name ) {
-  return new SwitchIntfConfigDir( name );
-}
+KOI_PUBLIC Koi::Ptr< SwitchIntfConfigDir > switchIntfConfigDirFactory( Koi::Name const & name );
 
 /// What one source configures of filtering databases.
 class KOI_PUBLIC FdbConfigDir : public Koi::EntityOf< FdbConfigDir > {
  public:
-  explicit FdbConfigDir( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit FdbConfigDir( Koi::Name const & name );
 
   class KoiFdbConfig;
   /// by VLAN
-  Koi::Ptr< Input::FdbConfig > fdbConfig( VlanId const & k ) const { return fdbConfig_.value( k ); }
+  Koi::Ptr< Input::FdbConfig > fdbConfig( VlanId const & k ) const;
   Koi::HashMap< KoiFdbConfig, VlanId, Koi::Owned< Input::FdbConfig > > const & fdbConfig() const {
     return fdbConfig_;
   }
   using FdbConfigIterator = Koi::HashMap< KoiFdbConfig, VlanId,
       Koi::Owned< Input::FdbConfig > >::Iterator;
-  FdbConfigIterator fdbConfigIterator() { return fdbConfig_.koiIterator(); }
+  FdbConfigIterator fdbConfigIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< Input::FdbConfig > fdbConfigIs( VlanId const & k ) {
-    return koiChildIs( fdbConfig_, NotifieeConst::koiOnFdbConfig, k );
-  }
-  Koi::Ptr< Input::FdbConfig > fdbConfigDel( VlanId const & k ) {
-    return koiDel( fdbConfig_, k, NotifieeConst::koiOnFdbConfig );
-  }
-  Koi::Ptr< Input::FdbConfig > fdbConfigDel( FdbConfigIterator const & i ) {
-    return koiDel( fdbConfig_, i, NotifieeConst::koiOnFdbConfig );
-  }
-  void fdbConfigDelAll() { koiDelAll( fdbConfig_, NotifieeConst::koiOnFdbConfig ); }
-  void fdbConfigNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnFdbConfig, k ); }
+  Koi::Ptr< Input::FdbConfig > fdbConfigIs( VlanId const & k );
+  Koi::Ptr< Input::FdbConfig > fdbConfigDel( VlanId const & k );
+  Koi::Ptr< Input::FdbConfig > fdbConfigDel( FdbConfigIterator const & i );
+  void fdbConfigDelAll();
+  void fdbConfigNotify( VlanId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< FdbConfigDir > {
@@ -6030,9 +5183,7 @@ class KOI_PUBLIC FdbConfigDir : public Koi::EntityOf< FdbConfigDir > {
 };
 
 /// A new FdbConfigDir without a parent.
-inline Koi::Ptr< FdbConfigDir > fdbConfigDirFactory( Koi::Name const & name ) {
-  return new FdbConfigDir( name );
-}
+KOI_PUBLIC Koi::Ptr< FdbConfigDir > fdbConfigDirFactory( Koi::Name const & name );
 
 }  // namespace Bridging
 

@@ -11,33 +11,24 @@ namespace Bridging::Input {
 /// Who wants one VLAN to exist.
 class KOI_PUBLIC DynVlanSrc : public Koi::EntityOf< DynVlanSrc > {
  public:
-  explicit DynVlanSrc( VlanId const & vlanId )
-      : EntityOf( Koi::nameOf( vlanId ) ), _vlanId( vlanId ) {}
+  explicit DynVlanSrc( VlanId const & vlanId );
 
   /// the VLAN
   VlanId vlanId() const { return _vlanId; }
 
   class KoiVlanSource;
   /// the names of those who want it
-  bool vlanSource( Koi::String8 const & k ) const { return vlanSource_.value( k ); }
+  bool vlanSource( Koi::String8 const & k ) const;
   Koi::RbTreeMap< KoiVlanSource, Koi::String8, bool > const & vlanSource() const {
     return vlanSource_;
   }
   using VlanSourceIterator = Koi::RbTreeMap< KoiVlanSource, Koi::String8, bool >::Iterator;
-  VlanSourceIterator vlanSourceIterator() { return vlanSource_.koiIterator(); }
-  void vlanSourceIs( Koi::String8 const & k, bool v ) {
-    koiIs( vlanSource_, k, v, NotifieeConst::koiOnVlanSource );
-  }
-  bool vlanSourceDel( Koi::String8 const & k ) {
-    return koiDel( vlanSource_, k, NotifieeConst::koiOnVlanSource );
-  }
-  bool vlanSourceDel( VlanSourceIterator const & i ) {
-    return koiDel( vlanSource_, i, NotifieeConst::koiOnVlanSource );
-  }
-  void vlanSourceDelAll() { koiDelAll( vlanSource_, NotifieeConst::koiOnVlanSource ); }
-  void vlanSourceNotify( Koi::String8 const & k ) {
-    koiNotify( NotifieeConst::koiOnVlanSource, k );
-  }
+  VlanSourceIterator vlanSourceIterator();
+  void vlanSourceIs( Koi::String8 const & k, bool v );
+  bool vlanSourceDel( Koi::String8 const & k );
+  bool vlanSourceDel( VlanSourceIterator const & i );
+  void vlanSourceDelAll();
+  void vlanSourceNotify( Koi::String8 const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< DynVlanSrc > {
@@ -74,36 +65,28 @@ class KOI_PUBLIC DynVlanSrc : public Koi::EntityOf< DynVlanSrc > {
 };
 
 /// A new DynVlanSrc without a parent.
-inline Koi::Ptr< DynVlanSrc > dynVlanSrcFactory( VlanId const & vlanId ) {
-  return new DynVlanSrc( vlanId );
-}
+KOI_PUBLIC Koi::Ptr< DynVlanSrc > dynVlanSrcFactory( VlanId const & vlanId );
 
 /// The VLANs that agents want to exist.
 class KOI_PUBLIC DynVlanSrcTable : public Koi::EntityOf< DynVlanSrcTable > {
  public:
-  explicit DynVlanSrcTable( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit DynVlanSrcTable( Koi::Name const & name );
 
   class KoiDynVlanSrc;
   /// by VLAN
-  Koi::Ptr< DynVlanSrc > dynVlanSrc( VlanId const & k ) const { return dynVlanSrc_.value( k ); }
+  Koi::Ptr< DynVlanSrc > dynVlanSrc( VlanId const & k ) const;
   Koi::HashMap< KoiDynVlanSrc, VlanId, Koi::Owned< DynVlanSrc > > const & dynVlanSrc() const {
     return dynVlanSrc_;
   }
   using DynVlanSrcIterator = Koi::HashMap< KoiDynVlanSrc, VlanId,
       Koi::Owned< DynVlanSrc > >::Iterator;
-  DynVlanSrcIterator dynVlanSrcIterator() { return dynVlanSrc_.koiIterator(); }
+  DynVlanSrcIterator dynVlanSrcIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< DynVlanSrc > dynVlanSrcIs( VlanId const & k ) {
-    return koiChildIs( dynVlanSrc_, NotifieeConst::koiOnDynVlanSrc, k );
-  }
-  Koi::Ptr< DynVlanSrc > dynVlanSrcDel( VlanId const & k ) {
-    return koiDel( dynVlanSrc_, k, NotifieeConst::koiOnDynVlanSrc );
-  }
-  Koi::Ptr< DynVlanSrc > dynVlanSrcDel( DynVlanSrcIterator const & i ) {
-    return koiDel( dynVlanSrc_, i, NotifieeConst::koiOnDynVlanSrc );
-  }
-  void dynVlanSrcDelAll() { koiDelAll( dynVlanSrc_, NotifieeConst::koiOnDynVlanSrc ); }
-  void dynVlanSrcNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnDynVlanSrc, k ); }
+  Koi::Ptr< DynVlanSrc > dynVlanSrcIs( VlanId const & k );
+  Koi::Ptr< DynVlanSrc > dynVlanSrcDel( VlanId const & k );
+  Koi::Ptr< DynVlanSrc > dynVlanSrcDel( DynVlanSrcIterator const & i );
+  void dynVlanSrcDelAll();
+  void dynVlanSrcNotify( VlanId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< DynVlanSrcTable > {
@@ -138,40 +121,30 @@ class KOI_PUBLIC DynVlanSrcTable : public Koi::EntityOf< DynVlanSrcTable > {
 };
 
 /// A new DynVlanSrcTable without a parent.
-inline Koi::Ptr< DynVlanSrcTable > dynVlanSrcTableFactory( Koi::Name const & name ) {
-  return new DynVlanSrcTable( name );
-}
+KOI_PUBLIC Koi::Ptr< DynVlanSrcTable > dynVlanSrcTableFactory( Koi::Name const & name );
 
 /// A set of VLANs that one agent wants to exist.
 class KOI_PUBLIC VlanIdSet : public Koi::EntityOf< VlanIdSet > {
  public:
-  explicit VlanIdSet( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit VlanIdSet( Koi::Name const & name );
 
   /// the VLANs, a range list such as "1-4094"
   Koi::String8 vlans() const { return vlans_; }
-  void vlansIs( Koi::String8 const & v ) { koiIs( vlans_, v, NotifieeConst::koiOnVlans ); }
+  void vlansIs( Koi::String8 const & v );
 
   class KoiTrunkGroup;
   /// the trunk groups that they belong to
-  bool trunkGroup( Koi::String8 const & k ) const { return trunkGroup_.value( k ); }
+  bool trunkGroup( Koi::String8 const & k ) const;
   Koi::HashMap< KoiTrunkGroup, Koi::String8, bool > const & trunkGroup() const {
     return trunkGroup_;
   }
   using TrunkGroupIterator = Koi::HashMap< KoiTrunkGroup, Koi::String8, bool >::Iterator;
-  TrunkGroupIterator trunkGroupIterator() { return trunkGroup_.koiIterator(); }
-  void trunkGroupIs( Koi::String8 const & k, bool v ) {
-    koiIs( trunkGroup_, k, v, NotifieeConst::koiOnTrunkGroup );
-  }
-  bool trunkGroupDel( Koi::String8 const & k ) {
-    return koiDel( trunkGroup_, k, NotifieeConst::koiOnTrunkGroup );
-  }
-  bool trunkGroupDel( TrunkGroupIterator const & i ) {
-    return koiDel( trunkGroup_, i, NotifieeConst::koiOnTrunkGroup );
-  }
-  void trunkGroupDelAll() { koiDelAll( trunkGroup_, NotifieeConst::koiOnTrunkGroup ); }
-  void trunkGroupNotify( Koi::String8 const & k ) {
-    koiNotify( NotifieeConst::koiOnTrunkGroup, k );
-  }
+  TrunkGroupIterator trunkGroupIterator();
+  void trunkGroupIs( Koi::String8 const & k, bool v );
+  bool trunkGroupDel( Koi::String8 const & k );
+  bool trunkGroupDel( TrunkGroupIterator const & i );
+  void trunkGroupDelAll();
+  void trunkGroupNotify( Koi::String8 const & k );
 
   /// a low priority
   static constexpr Koi::U32 configPriorityLow() { return 1; }
@@ -184,13 +157,11 @@ class KOI_PUBLIC VlanIdSet : public Koi::EntityOf< VlanIdSet > {
 
   /// against other sources; the highest prevails
   Koi::U32 configPriority() const { return configPriority_; }
-  void configPriorityIs( Koi::U32 v ) {
-    koiIs( configPriority_, v, NotifieeConst::koiOnConfigPriority );
-  }
+  void configPriorityIs( Koi::U32 v );
 
   /// tell the peer of a pair of switches
   bool mlagSync() const { return mlagSync_; }
-  void mlagSyncIs( bool v ) { koiIs( mlagSync_, v, NotifieeConst::koiOnMlagSync ); }
+  void mlagSyncIs( bool v );
 
   /// Makes it what a new one is: vlans, then trunkGroup, configPriority and mlagSync. Observers are
   /// told of each change.
@@ -256,36 +227,27 @@ class KOI_PUBLIC VlanIdSet : public Koi::EntityOf< VlanIdSet > {
 };
 
 /// A new VlanIdSet without a parent.
-inline Koi::Ptr< VlanIdSet > vlanIdSetFactory( Koi::Name const & name ) {
-  return new VlanIdSet( name );
-}
+KOI_PUBLIC Koi::Ptr< VlanIdSet > vlanIdSetFactory( Koi::Name const & name );
 
 /// The interfaces of one trunk group.
 class KOI_PUBLIC TrunkGroup : public Koi::EntityOf< TrunkGroup > {
  public:
-  explicit TrunkGroup( Koi::String8 const & trunkGroupName )
-      : EntityOf( Koi::nameOf( trunkGroupName ) ), _trunkGroupName( trunkGroupName ) {}
+  explicit TrunkGroup( Koi::String8 const & trunkGroupName );
 
   /// what it is called
   Koi::String8 trunkGroupName() const { return _trunkGroupName; }
 
   class KoiIntfList;
   /// its interfaces, an entry each
-  bool intfList( Wirex::IntfId const & k ) const { return intfList_.value( k ); }
+  bool intfList( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiIntfList, Wirex::IntfId, bool > const & intfList() const { return intfList_; }
   using IntfListIterator = Koi::HashMap< KoiIntfList, Wirex::IntfId, bool >::Iterator;
-  IntfListIterator intfListIterator() { return intfList_.koiIterator(); }
-  void intfListIs( Wirex::IntfId const & k, bool v ) {
-    koiIs( intfList_, k, v, NotifieeConst::koiOnIntfList );
-  }
-  bool intfListDel( Wirex::IntfId const & k ) {
-    return koiDel( intfList_, k, NotifieeConst::koiOnIntfList );
-  }
-  bool intfListDel( IntfListIterator const & i ) {
-    return koiDel( intfList_, i, NotifieeConst::koiOnIntfList );
-  }
-  void intfListDelAll() { koiDelAll( intfList_, NotifieeConst::koiOnIntfList ); }
-  void intfListNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnIntfList, k ); }
+  IntfListIterator intfListIterator();
+  void intfListIs( Wirex::IntfId const & k, bool v );
+  bool intfListDel( Wirex::IntfId const & k );
+  bool intfListDel( IntfListIterator const & i );
+  void intfListDelAll();
+  void intfListNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< TrunkGroup > {
@@ -322,58 +284,40 @@ class KOI_PUBLIC TrunkGroup : public Koi::EntityOf< TrunkGroup > {
 };
 
 /// A new TrunkGroup without a parent.
-inline Koi::Ptr< TrunkGroup > trunkGroupFactory( Koi::String8 const & trunkGroupName ) {
-  return new TrunkGroup( trunkGroupName );
-}
+KOI_PUBLIC Koi::Ptr< TrunkGroup > trunkGroupFactory( Koi::String8 const & trunkGroupName );
 
 /// The VLANs that interfaces and trunk groups allow.
 class KOI_PUBLIC AllowedVlans : public Koi::EntityOf< AllowedVlans > {
  public:
-  explicit AllowedVlans( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit AllowedVlans( Koi::Name const & name );
 
   class KoiVlans;
   /// by interface, a range list
-  Koi::String8 vlans( Wirex::IntfId const & k ) const { return vlans_.value( k ); }
+  Koi::String8 vlans( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiVlans, Wirex::IntfId, Koi::String8 > const & vlans() const { return vlans_; }
   using VlansIterator = Koi::HashMap< KoiVlans, Wirex::IntfId, Koi::String8 >::Iterator;
-  VlansIterator vlansIterator() { return vlans_.koiIterator(); }
-  void vlansIs( Wirex::IntfId const & k, Koi::String8 const & v ) {
-    koiIs( vlans_, k, v, NotifieeConst::koiOnVlans );
-  }
-  Koi::String8 vlansDel( Wirex::IntfId const & k ) {
-    return koiDel( vlans_, k, NotifieeConst::koiOnVlans );
-  }
-  Koi::String8 vlansDel( VlansIterator const & i ) {
-    return koiDel( vlans_, i, NotifieeConst::koiOnVlans );
-  }
-  void vlansDelAll() { koiDelAll( vlans_, NotifieeConst::koiOnVlans ); }
-  void vlansNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnVlans, k ); }
+  VlansIterator vlansIterator();
+  void vlansIs( Wirex::IntfId const & k, Koi::String8 const & v );
+  Koi::String8 vlansDel( Wirex::IntfId const & k );
+  Koi::String8 vlansDel( VlansIterator const & i );
+  void vlansDelAll();
+  void vlansNotify( Wirex::IntfId const & k );
 
   class KoiTrunkGroup;
   /// by name
-  Koi::Ptr< TrunkGroup > trunkGroup( Koi::String8 const & k ) const {
-    return trunkGroup_.value( k );
-  }
+  Koi::Ptr< TrunkGroup > trunkGroup( Koi::String8 const & k ) const;
   Koi::HashMap< KoiTrunkGroup, Koi::String8, Koi::Owned< TrunkGroup > > const & trunkGroup() const {
     return trunkGroup_;
   }
   using TrunkGroupIterator = Koi::HashMap< KoiTrunkGroup, Koi::String8,
       Koi::Owned< TrunkGroup > >::Iterator;
-  TrunkGroupIterator trunkGroupIterator() { return trunkGroup_.koiIterator(); }
+  TrunkGroupIterator trunkGroupIterator();
   /// The one of that key, made when there is none.
-  Koi::Ptr< TrunkGroup > trunkGroupIs( Koi::String8 const & k ) {
-    return koiChildIs( trunkGroup_, NotifieeConst::koiOnTrunkGroup, k );
-  }
-  Koi::Ptr< TrunkGroup > trunkGroupDel( Koi::String8 const & k ) {
-    return koiDel( trunkGroup_, k, NotifieeConst::koiOnTrunkGroup );
-  }
-  Koi::Ptr< TrunkGroup > trunkGroupDel( TrunkGroupIterator const & i ) {
-    return koiDel( trunkGroup_, i, NotifieeConst::koiOnTrunkGroup );
-  }
-  void trunkGroupDelAll() { koiDelAll( trunkGroup_, NotifieeConst::koiOnTrunkGroup ); }
-  void trunkGroupNotify( Koi::String8 const & k ) {
-    koiNotify( NotifieeConst::koiOnTrunkGroup, k );
-  }
+  Koi::Ptr< TrunkGroup > trunkGroupIs( Koi::String8 const & k );
+  Koi::Ptr< TrunkGroup > trunkGroupDel( Koi::String8 const & k );
+  Koi::Ptr< TrunkGroup > trunkGroupDel( TrunkGroupIterator const & i );
+  void trunkGroupDelAll();
+  void trunkGroupNotify( Koi::String8 const & k );
 
   /// Deletes all vlans, then all trunk groups.
   void reset();
@@ -421,8 +365,6 @@ class KOI_PUBLIC AllowedVlans : public Koi::EntityOf< AllowedVlans > {
 };
 
 /// A new AllowedVlans without a parent.
-inline Koi::Ptr< AllowedVlans > allowedVlansFactory( Koi::Name const & name ) {
-  return new AllowedVlans( name );
-}
+KOI_PUBLIC Koi::Ptr< AllowedVlans > allowedVlansFactory( Koi::Name const & name );
 
 }  // namespace Bridging::Input

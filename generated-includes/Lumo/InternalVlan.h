@@ -66,94 +66,64 @@ class KOI_PUBLIC InternalVlanKeySourcePair
 /// administrator's side writes the lists.
 class KOI_PUBLIC InternalVlanConfigDir : public Koi::EntityOf< InternalVlanConfigDir > {
  public:
-  explicit InternalVlanConfigDir( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit InternalVlanConfigDir( Koi::Name const & name );
 
   class KoiConfig;
   /// the requests: whether a VLAN is needed
-  bool config( InternalVlanKeySourcePair const & k ) const { return config_.value( k ); }
+  bool config( InternalVlanKeySourcePair const & k ) const;
   Koi::HashMap< KoiConfig, InternalVlanKeySourcePair, bool > const & config() const {
     return config_;
   }
   using ConfigIterator = Koi::HashMap< KoiConfig, InternalVlanKeySourcePair, bool >::Iterator;
-  ConfigIterator configIterator() { return config_.koiIterator(); }
-  void configIs( InternalVlanKeySourcePair const & k, bool v ) {
-    koiIs( config_, k, v, NotifieeConst::koiOnConfig );
-  }
-  bool configDel( InternalVlanKeySourcePair const & k ) {
-    return koiDel( config_, k, NotifieeConst::koiOnConfig );
-  }
-  bool configDel( ConfigIterator const & i ) {
-    return koiDel( config_, i, NotifieeConst::koiOnConfig );
-  }
-  void configDelAll() { koiDelAll( config_, NotifieeConst::koiOnConfig ); }
-  void configNotify( InternalVlanKeySourcePair const & k ) {
-    koiNotify( NotifieeConst::koiOnConfig, k );
-  }
+  ConfigIterator configIterator();
+  void configIs( InternalVlanKeySourcePair const & k, bool v );
+  bool configDel( InternalVlanKeySourcePair const & k );
+  bool configDel( ConfigIterator const & i );
+  void configDelAll();
+  void configNotify( InternalVlanKeySourcePair const & k );
 
   class KoiPreferred;
   /// which VLAN each would like; none for any
-  VlanIdOrNone preferred( InternalVlanKeySourcePair const & k ) const {
-    return preferred_.value( k );
-  }
+  VlanIdOrNone preferred( InternalVlanKeySourcePair const & k ) const;
   Koi::HashMap< KoiPreferred, InternalVlanKeySourcePair, VlanIdOrNone > const & preferred() const {
     return preferred_;
   }
   using PreferredIterator = Koi::HashMap< KoiPreferred, InternalVlanKeySourcePair,
       VlanIdOrNone >::Iterator;
-  PreferredIterator preferredIterator() { return preferred_.koiIterator(); }
-  void preferredIs( InternalVlanKeySourcePair const & k, VlanIdOrNone const & v ) {
-    koiIs( preferred_, k, v, NotifieeConst::koiOnPreferred );
-  }
-  VlanIdOrNone preferredDel( InternalVlanKeySourcePair const & k ) {
-    return koiDel( preferred_, k, NotifieeConst::koiOnPreferred );
-  }
-  VlanIdOrNone preferredDel( PreferredIterator const & i ) {
-    return koiDel( preferred_, i, NotifieeConst::koiOnPreferred );
-  }
-  void preferredDelAll() { koiDelAll( preferred_, NotifieeConst::koiOnPreferred ); }
-  void preferredNotify( InternalVlanKeySourcePair const & k ) {
-    koiNotify( NotifieeConst::koiOnPreferred, k );
-  }
+  PreferredIterator preferredIterator();
+  void preferredIs( InternalVlanKeySourcePair const & k, VlanIdOrNone const & v );
+  VlanIdOrNone preferredDel( InternalVlanKeySourcePair const & k );
+  VlanIdOrNone preferredDel( PreferredIterator const & i );
+  void preferredDelAll();
+  void preferredNotify( InternalVlanKeySourcePair const & k );
 
   class KoiWhitelist;
   /// what may be handed out, when useWhitelist says so
-  bool whitelist( VlanId const & k ) const { return whitelist_.value( k ); }
+  bool whitelist( VlanId const & k ) const;
   Koi::RbTreeMap< KoiWhitelist, VlanId, bool > const & whitelist() const { return whitelist_; }
   using WhitelistIterator = Koi::RbTreeMap< KoiWhitelist, VlanId, bool >::Iterator;
-  WhitelistIterator whitelistIterator() { return whitelist_.koiIterator(); }
-  void whitelistIs( VlanId const & k, bool v ) {
-    koiIs( whitelist_, k, v, NotifieeConst::koiOnWhitelist );
-  }
-  bool whitelistDel( VlanId const & k ) {
-    return koiDel( whitelist_, k, NotifieeConst::koiOnWhitelist );
-  }
-  bool whitelistDel( WhitelistIterator const & i ) {
-    return koiDel( whitelist_, i, NotifieeConst::koiOnWhitelist );
-  }
-  void whitelistDelAll() { koiDelAll( whitelist_, NotifieeConst::koiOnWhitelist ); }
-  void whitelistNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnWhitelist, k ); }
+  WhitelistIterator whitelistIterator();
+  void whitelistIs( VlanId const & k, bool v );
+  bool whitelistDel( VlanId const & k );
+  bool whitelistDel( WhitelistIterator const & i );
+  void whitelistDelAll();
+  void whitelistNotify( VlanId const & k );
 
   class KoiBlacklist;
   /// what may never be handed out
-  bool blacklist( VlanId const & k ) const { return blacklist_.value( k ); }
+  bool blacklist( VlanId const & k ) const;
   Koi::HashMap< KoiBlacklist, VlanId, bool > const & blacklist() const { return blacklist_; }
   using BlacklistIterator = Koi::HashMap< KoiBlacklist, VlanId, bool >::Iterator;
-  BlacklistIterator blacklistIterator() { return blacklist_.koiIterator(); }
-  void blacklistIs( VlanId const & k, bool v ) {
-    koiIs( blacklist_, k, v, NotifieeConst::koiOnBlacklist );
-  }
-  bool blacklistDel( VlanId const & k ) {
-    return koiDel( blacklist_, k, NotifieeConst::koiOnBlacklist );
-  }
-  bool blacklistDel( BlacklistIterator const & i ) {
-    return koiDel( blacklist_, i, NotifieeConst::koiOnBlacklist );
-  }
-  void blacklistDelAll() { koiDelAll( blacklist_, NotifieeConst::koiOnBlacklist ); }
-  void blacklistNotify( VlanId const & k ) { koiNotify( NotifieeConst::koiOnBlacklist, k ); }
+  BlacklistIterator blacklistIterator();
+  void blacklistIs( VlanId const & k, bool v );
+  bool blacklistDel( VlanId const & k );
+  bool blacklistDel( BlacklistIterator const & i );
+  void blacklistDelAll();
+  void blacklistNotify( VlanId const & k );
 
   /// nothing but the whitelist may be handed out
   bool useWhitelist() const { return useWhitelist_; }
-  void useWhitelistIs( bool v ) { koiIs( useWhitelist_, v, NotifieeConst::koiOnUseWhitelist ); }
+  void useWhitelistIs( bool v );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< InternalVlanConfigDir > {
@@ -226,37 +196,27 @@ class KOI_PUBLIC InternalVlanConfigDir : public Koi::EntityOf< InternalVlanConfi
 };
 
 /// A new InternalVlanConfigDir without a parent.
-inline Koi::Ptr< InternalVlanConfigDir > internalVlanConfigDirFactory( Koi::Name const & name ) {
-  return new InternalVlanConfigDir( name );
-}
+KOI_PUBLIC Koi::Ptr< InternalVlanConfigDir > internalVlanConfigDirFactory( Koi::Name const & name );
 
 /// The answers. The agent that allocates writes them, nobody else.
 class KOI_PUBLIC InternalVlanStatusDir : public Koi::EntityOf< InternalVlanStatusDir > {
  public:
-  explicit InternalVlanStatusDir( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit InternalVlanStatusDir( Koi::Name const & name );
 
   class KoiStatus;
   /// the VLAN of each request; none when there was none left
-  VlanIdOrNone status( InternalVlanKeySourcePair const & k ) const { return status_.value( k ); }
+  VlanIdOrNone status( InternalVlanKeySourcePair const & k ) const;
   Koi::HashMap< KoiStatus, InternalVlanKeySourcePair, VlanIdOrNone > const & status() const {
     return status_;
   }
   using StatusIterator = Koi::HashMap< KoiStatus, InternalVlanKeySourcePair,
       VlanIdOrNone >::Iterator;
-  StatusIterator statusIterator() { return status_.koiIterator(); }
-  void statusIs( InternalVlanKeySourcePair const & k, VlanIdOrNone const & v ) {
-    koiIs( status_, k, v, NotifieeConst::koiOnStatus );
-  }
-  VlanIdOrNone statusDel( InternalVlanKeySourcePair const & k ) {
-    return koiDel( status_, k, NotifieeConst::koiOnStatus );
-  }
-  VlanIdOrNone statusDel( StatusIterator const & i ) {
-    return koiDel( status_, i, NotifieeConst::koiOnStatus );
-  }
-  void statusDelAll() { koiDelAll( status_, NotifieeConst::koiOnStatus ); }
-  void statusNotify( InternalVlanKeySourcePair const & k ) {
-    koiNotify( NotifieeConst::koiOnStatus, k );
-  }
+  StatusIterator statusIterator();
+  void statusIs( InternalVlanKeySourcePair const & k, VlanIdOrNone const & v );
+  VlanIdOrNone statusDel( InternalVlanKeySourcePair const & k );
+  VlanIdOrNone statusDel( StatusIterator const & i );
+  void statusDelAll();
+  void statusNotify( InternalVlanKeySourcePair const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< InternalVlanStatusDir > {
@@ -291,9 +251,7 @@ class KOI_PUBLIC InternalVlanStatusDir : public Koi::EntityOf< InternalVlanStatu
 };
 
 /// A new InternalVlanStatusDir without a parent.
-inline Koi::Ptr< InternalVlanStatusDir > internalVlanStatusDirFactory( Koi::Name const & name ) {
-  return new InternalVlanStatusDir( name );
-}
+KOI_PUBLIC Koi::Ptr< InternalVlanStatusDir > internalVlanStatusDirFactory( Koi::Name const & name );
 
 }  // namespace Bridging
 

@@ -13,45 +13,33 @@ namespace Lumo {
 /// upgrade: nothing is back, nothing is known to wait.
 class KOI_PUBLIC LumoHitlessState : public Koi::EntityOf< LumoHitlessState > {
  public:
-  explicit LumoHitlessState( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit LumoHitlessState( Koi::Name const & name );
 
   /// the bridging status is up to date again
   bool lumoStatusUpdate() const { return lumoStatusUpdate_; }
-  void lumoStatusUpdateIs( bool v ) {
-    koiIs( lumoStatusUpdate_, v, NotifieeConst::koiOnLumoStatusUpdate );
-  }
+  void lumoStatusUpdateIs( bool v );
 
   /// the sub-interfaces are up again
   bool lumoSubIntfUp() const { return lumoSubIntfUp_; }
-  void lumoSubIntfUpIs( bool v ) { koiIs( lumoSubIntfUp_, v, NotifieeConst::koiOnLumoSubIntfUp ); }
+  void lumoSubIntfUpIs( bool v );
 
   /// the down-link state is up to date again
   bool lumoDownLinksUpdate() const { return lumoDownLinksUpdate_; }
-  void lumoDownLinksUpdateIs( bool v ) {
-    koiIs( lumoDownLinksUpdate_, v, NotifieeConst::koiOnLumoDownLinksUpdate );
-  }
+  void lumoDownLinksUpdateIs( bool v );
 
   class KoiSubIntfWaitQ;
   /// the sub-interfaces still to be restored, an entry each
-  bool subIntfWaitQ( Wirex::IntfId const & k ) const { return subIntfWaitQ_.value( k ); }
+  bool subIntfWaitQ( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiSubIntfWaitQ, Wirex::IntfId, bool > const & subIntfWaitQ() const {
     return subIntfWaitQ_;
   }
   using SubIntfWaitQIterator = Koi::HashMap< KoiSubIntfWaitQ, Wirex::IntfId, bool >::Iterator;
-  SubIntfWaitQIterator subIntfWaitQIterator() { return subIntfWaitQ_.koiIterator(); }
-  void subIntfWaitQIs( Wirex::IntfId const & k, bool v ) {
-    koiIs( subIntfWaitQ_, k, v, NotifieeConst::koiOnSubIntfWaitQ );
-  }
-  bool subIntfWaitQDel( Wirex::IntfId const & k ) {
-    return koiDel( subIntfWaitQ_, k, NotifieeConst::koiOnSubIntfWaitQ );
-  }
-  bool subIntfWaitQDel( SubIntfWaitQIterator const & i ) {
-    return koiDel( subIntfWaitQ_, i, NotifieeConst::koiOnSubIntfWaitQ );
-  }
-  void subIntfWaitQDelAll() { koiDelAll( subIntfWaitQ_, NotifieeConst::koiOnSubIntfWaitQ ); }
-  void subIntfWaitQNotify( Wirex::IntfId const & k ) {
-    koiNotify( NotifieeConst::koiOnSubIntfWaitQ, k );
-  }
+  SubIntfWaitQIterator subIntfWaitQIterator();
+  void subIntfWaitQIs( Wirex::IntfId const & k, bool v );
+  bool subIntfWaitQDel( Wirex::IntfId const & k );
+  bool subIntfWaitQDel( SubIntfWaitQIterator const & i );
+  void subIntfWaitQDelAll();
+  void subIntfWaitQNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< LumoHitlessState > {
@@ -115,8 +103,6 @@ class KOI_PUBLIC LumoHitlessState : public Koi::EntityOf< LumoHitlessState > {
 };
 
 /// A new LumoHitlessState without a parent.
-inline Koi::Ptr< LumoHitlessState > lumoHitlessStateFactory( Koi::Name const & name ) {
-  return new LumoHitlessState( name );
-}
+KOI_PUBLIC Koi::Ptr< LumoHitlessState > lumoHitlessStateFactory( Koi::Name const & name );
 
 }  // namespace Lumo

@@ -11,25 +11,19 @@ namespace LumoExt {
 /// The interfaces that want a VLAN. The component that asks writes it.
 class KOI_PUBLIC RequestReservedVlanId : public Koi::EntityOf< RequestReservedVlanId > {
  public:
-  explicit RequestReservedVlanId( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit RequestReservedVlanId( Koi::Name const & name );
 
   class KoiRequest;
   /// an entry each
-  bool request( Wirex::IntfId const & k ) const { return request_.value( k ); }
+  bool request( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiRequest, Wirex::IntfId, bool > const & request() const { return request_; }
   using RequestIterator = Koi::HashMap< KoiRequest, Wirex::IntfId, bool >::Iterator;
-  RequestIterator requestIterator() { return request_.koiIterator(); }
-  void requestIs( Wirex::IntfId const & k, bool v ) {
-    koiIs( request_, k, v, NotifieeConst::koiOnRequest );
-  }
-  bool requestDel( Wirex::IntfId const & k ) {
-    return koiDel( request_, k, NotifieeConst::koiOnRequest );
-  }
-  bool requestDel( RequestIterator const & i ) {
-    return koiDel( request_, i, NotifieeConst::koiOnRequest );
-  }
-  void requestDelAll() { koiDelAll( request_, NotifieeConst::koiOnRequest ); }
-  void requestNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnRequest, k ); }
+  RequestIterator requestIterator();
+  void requestIs( Wirex::IntfId const & k, bool v );
+  bool requestDel( Wirex::IntfId const & k );
+  bool requestDel( RequestIterator const & i );
+  void requestDelAll();
+  void requestNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< RequestReservedVlanId > {
@@ -64,35 +58,27 @@ class KOI_PUBLIC RequestReservedVlanId : public Koi::EntityOf< RequestReservedVl
 };
 
 /// A new RequestReservedVlanId without a parent.
-inline Koi::Ptr< RequestReservedVlanId > requestReservedVlanIdFactory( Koi::Name const & name ) {
-  return new RequestReservedVlanId( name );
-}
+KOI_PUBLIC Koi::Ptr< RequestReservedVlanId > requestReservedVlanIdFactory( Koi::Name const & name );
 
 /// The VLANs that they got. The bridging agent writes it.
 class KOI_PUBLIC ResponseReservedVlanId : public Koi::EntityOf< ResponseReservedVlanId > {
  public:
-  explicit ResponseReservedVlanId( Koi::Name const & name ) : EntityOf( name ) {}
+  explicit ResponseReservedVlanId( Koi::Name const & name );
 
   class KoiResponse;
   /// by interface; none is an answer, too
-  Bridging::VlanIdOrNone response( Wirex::IntfId const & k ) const { return response_.value( k ); }
+  Bridging::VlanIdOrNone response( Wirex::IntfId const & k ) const;
   Koi::HashMap< KoiResponse, Wirex::IntfId, Bridging::VlanIdOrNone > const & response() const {
     return response_;
   }
   using ResponseIterator = Koi::HashMap< KoiResponse, Wirex::IntfId,
       Bridging::VlanIdOrNone >::Iterator;
-  ResponseIterator responseIterator() { return response_.koiIterator(); }
-  void responseIs( Wirex::IntfId const & k, Bridging::VlanIdOrNone const & v ) {
-    koiIs( response_, k, v, NotifieeConst::koiOnResponse );
-  }
-  Bridging::VlanIdOrNone responseDel( Wirex::IntfId const & k ) {
-    return koiDel( response_, k, NotifieeConst::koiOnResponse );
-  }
-  Bridging::VlanIdOrNone responseDel( ResponseIterator const & i ) {
-    return koiDel( response_, i, NotifieeConst::koiOnResponse );
-  }
-  void responseDelAll() { koiDelAll( response_, NotifieeConst::koiOnResponse ); }
-  void responseNotify( Wirex::IntfId const & k ) { koiNotify( NotifieeConst::koiOnResponse, k ); }
+  ResponseIterator responseIterator();
+  void responseIs( Wirex::IntfId const & k, Bridging::VlanIdOrNone const & v );
+  Bridging::VlanIdOrNone responseDel( Wirex::IntfId const & k );
+  Bridging::VlanIdOrNone responseDel( ResponseIterator const & i );
+  void responseDelAll();
+  void responseNotify( Wirex::IntfId const & k );
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< ResponseReservedVlanId > {
@@ -127,8 +113,7 @@ class KOI_PUBLIC ResponseReservedVlanId : public Koi::EntityOf< ResponseReserved
 };
 
 /// A new ResponseReservedVlanId without a parent.
-inline Koi::Ptr< ResponseReservedVlanId > responseReservedVlanIdFactory( Koi::Name const & name ) {
-  return new ResponseReservedVlanId( name );
-}
+KOI_PUBLIC Koi::Ptr< ResponseReservedVlanId > responseReservedVlanIdFactory(
+    Koi::Name const & name );
 
 }  // namespace LumoExt

@@ -118,6 +118,9 @@ class Collection : public Logged< Collection< K, V, Index > > {
     return members_.isUnacked( place, k );
   }
 
+  /// The collection without its tag.
+  Collection & koiHeld() { return *this; }
+
   Store & koiMembers() { return members_; }
   Store const & koiMembers() const { return members_; }
   static K const & koiKey( K const & k ) { return k; }

@@ -96,20 +96,21 @@ class KOI_PUBLIC Entity : public PtrInterface {
 
   /// Marks the change for the logs and tells the observers: now, or at the end of the open
   /// transaction.
-  template< class N, class... Key >
-  void koiTell( Stamp stamp, Callback< N, Key... > const & callback,
+  template< class... Key >
+  void koiTell( Stamp stamp, AttributeCallback< Key... > const & callback,
                 std::type_identity_t< Key >... key ) {
     if( logs_ )
       mark( callback.index, stamp.origin );
     if( observers_ && !observers_->empty() )
-      tellOrNote( callback.any(), key... );
+      tellOrNote( callback.any( callback ), key... );
   }
   /// Tells the observers alone: attrNotify( k ).
-  template< class N, class... Key >
-  void koiNotify( Callback< N, Key... > const & callback, std::type_identity_t< Key >... key ) {
+  template< class... Key >
+  void koiNotify( AttributeCallback< Key... > const & callback,
+                  std::type_identity_t< Key >... key ) {
     ++changes_;
     if( observers_ && !observers_->empty() )
-      tellOrNote( callback.any(), key... );
+      tellOrNote( callback.any( callback ), key... );
   }
 
  private:
@@ -193,7 +194,7 @@ void Entity::tellEach( AnyCallback< Key... > const & callback,
     Observers::Walk walk( *observers_, *this );
     // A copy is nobody else's: what is told need not read it again.
     AnyCallback< Key... > const on = callback;
-    U64 const passed = on.bit();
+    U64 const passed = NotifieeBase::bitOf( on.index );
     while( NotifieeBase * const observer = walk.next( on.depth, passed ) )
       try {
         observer->tell( on, passed, key... );

@@ -134,6 +134,9 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
     }
   }
 
+  /// As other collections have it: a queue is rare, and keeps its tag.
+  LinkQueue & koiHeld() { return *this; }
+
   Store & koiMembers() { return members_; }
   Store const & koiMembers() const { return members_; }
   static Index koiKey( U64 place ) { return static_cast< Index >( place ); }

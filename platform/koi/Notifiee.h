@@ -23,24 +23,36 @@ struct AnyCallback {
   unsigned depth;  ///< of the NotifieeConst that declares it
   void ( NotifieeBase::*on )( Key... );
   void ( NotifieeBase::*immediate )( Key... );
-
-  /// Its place among those that observers pass on; 0: it is none of the first 64.
-  constexpr U64 bit() const { return index < 64 ? U64{ 1 } << index : 0; }
 };
 
-/// How an entity calls one attribute's observers: the attribute's place in the entity's table, the
-/// callback, and its immediate form. N is the NotifieeConst that declares them.
-template< class N, class... Key >
-struct Callback {
+/// How an attribute's observers are called: the attribute's place in its entity's table, and the
+/// callback, which is asked for when somebody observes. It is a constant, so a reference to it will
+/// do.
+template< class... Key >
+struct AttributeCallback {
   unsigned index;
-  void ( N::*on )( Key... );
-  void ( N::*immediate )( Key... );
+  AnyCallback< Key... > ( *any )( AttributeCallback const & );
+};
 
-  /// The same, to be called on the N in any NotifieeBase that is one.
-  AnyCallback< Key... > any() const {
-    return { index, N::koiDepth, static_cast< void ( NotifieeBase::* )( Key... ) >( on ),
-             static_cast< void ( NotifieeBase::* )( Key... ) >( immediate ) };
+/// The same of the callbacks that N, a NotifieeConst, declares: one, and its immediate form.
+template< class N, class... Key >
+struct Callback : AttributeCallback< Key... > {
+  constexpr Callback( unsigned attribute, void ( N::*on )( Key... ),
+                      void ( N::*immediate )( Key... ) )
+      : AttributeCallback< Key... >{ attribute, &Callback::anyOf },
+        on_( on ),
+        immediate_( immediate ) {}
+
+ private:
+  /// To be called on the N in any NotifieeBase that is one.
+  static AnyCallback< Key... > anyOf( AttributeCallback< Key... > const & callback ) {
+    auto const & me = static_cast< Callback const & >( callback );
+    return { me.index, N::koiDepth, static_cast< void ( NotifieeBase::* )( Key... ) >( me.on_ ),
+             static_cast< void ( NotifieeBase::* )( Key... ) >( me.immediate_ ) };
   }
+
+  void ( N::*on_ )( Key... );
+  void ( N::*immediate_ )( Key... );
 };
 
 /// What an entity's list of observers holds.
@@ -73,12 +85,16 @@ class KOI_PUBLIC NotifieeBase {
   template< class N, class... Key >
   void koiPass( Callback< N, Key... > const & callback ) {
     if( notifier_ && hears( N::koiDepth ) )
-      passed_ |= callback.any().bit();
+      passed_ |= bitOf( callback.index );
   }
 
  private:
   friend class Entity;
   friend class Observers;
+
+  /// The place of an attribute's callback among those that are passed on; 0: it is none of the
+  /// first 64.
+  static constexpr U64 bitOf( unsigned index ) { return index < 64 ? U64{ 1 } << index : 0; }
 
   template< class... Key >
   void tell( AnyCallback< Key... > const & callback, U64 bit, std::type_identity_t< Key >... key ) {
@@ -92,7 +108,7 @@ class KOI_PUBLIC NotifieeBase {
   bool hears( unsigned depth ) const { return registered_ && depth_ >= depth; }
 
   Entity const * notifier_ = nullptr;
-  U64 passed_ = 0;      // by bit(): the callbacks that it hears, and whose immediate form passes on
+  U64 passed_ = 0;  // by bitOf(): the callbacks that it hears, and whose immediate form passes on
   unsigned depth_ = 0;  // of the NotifieeConst that it was attached as
   bool registered_ = true;
 };

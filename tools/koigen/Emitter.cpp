@@ -132,7 +132,12 @@ std::string wrappersText( Module const & module ) {
   return text.empty() ? "" : "// Reflection wrappers: each holds one copy of a value.\n" + text;
 }
 
-/// The line that compiles a type's cold bodies.
+/// Bodies of an entity or a reactor in its namespace.
+std::string inScope( Declaration const & d, std::string const & bodies ) {
+  return page( "scope", { { "scope", d.scope }, { "declarations", bodies } } );
+}
+
+/// What compiles a type's bodies.
 std::string typeText( Context const & context, Declaration const & d ) {
   switch( d.kind ) {
     case Declaration::enumeration: {
@@ -142,9 +147,9 @@ std::string typeText( Context const & context, Declaration const & d ) {
       return "KOI_ENUM_TYPE( " + d.scope + ", " + d.name + ", " + stacked( entries, ", " ) + " )\n";
     }
     case Declaration::entity:
-      return genericEntityText( context, d );
+      return inScope( d, entityBodyText( context, d ) ) + genericEntityText( context, d );
     case Declaration::reactor:
-      return "KOI_REACTOR( " + d.fullName() + " )\n";
+      return inScope( d, reactorBodyText( context, d ) ) + "KOI_REACTOR( " + d.fullName() + " )\n";
     case Declaration::function:
       return {};
     default:

@@ -32,8 +32,11 @@ std::string functionText( Context const & context, Declaration const & declarati
 std::string constantText( Context const & context, Member const & member );
 std::string memberFunctionText( Context const & context, Member const & member );
 
-// Of EntityEmitter.cpp and ReactorEmitter.cpp.
+// Of EntityEmitter.cpp and ReactorEmitter.cpp. A body text is what the class leaves to the module's
+// source.
 std::string entityText( Context const & context, Declaration const & declaration );
+std::string entityBodyText( Context const & context, Declaration const & declaration );
+std::string reactorBodyText( Context const & context, Declaration const & declaration );
 std::string genericEntityText( Context const & context, Declaration const & declaration );
 std::string reactorText( Context const & context, Declaration const & declaration );
 

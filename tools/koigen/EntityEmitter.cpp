@@ -59,25 +59,32 @@ std::string refusal( Declaration const & owner, Member const & member ) {
   return {};
 }
 
-std::string scalarText( Context const & context, MemberOwner const & owner,
-                        Member const & member ) {
-  Fill fill{ { "doc", member.doc },
+MemberTexts scalarTexts( Context const & context, MemberOwner const & owner,
+                         Member const & member ) {
+  std::string const argument = givenArgument( context, member.type );
+  std::string const read = member.name + ( member.type.hold == TypeUse::weak ? "_.ptr()" : "_" );
+  MemberTexts texts;
+  texts.declared =
+      page( "entityScalar", { { "doc", member.doc },
+                              { "attr", member.name },
+                              { "type", givenType( context, member.type ) },
+                              { "read", read },
+                              { "note", member.storedFirst ? "/// Keeps what it refuses." : "" },
+                              { "argument", argument } } );
+  Fill fill{ { "Owner", owner.declaration.name },
              { "attr", member.name },
-             { "type", givenType( context, member.type ) },
-             { "argument", givenArgument( context, member.type ) },
+             { "argument", argument },
              { "on", owner.notifies ? ", " + callback( member ) : "" } };
   if( member.storedFirst ) {
     fill["bound"] = member.bound;
     fill["refusal"] = owner.declaration.name + "::" + member.name + " > " + owner.declaration.name +
                       "::" + member.bound + " not allowed";
-    return page( "entityScalarStoredFirst", fill );
+    texts.defined = page( "entityScalarStoredFirstBody", fill );
+  } else {
+    fill["refusal"] = refusal( owner.declaration, member );
+    texts.defined = page( "entityScalarBody", fill );
   }
-  fill["read"] = member.name + ( member.type.hold == TypeUse::weak ? "_.ptr()" : "_" );
-  std::string const check = refusal( owner.declaration, member );
-  if( check.empty() )
-    return page( "entityScalar", fill );
-  fill["refusal"] = check;
-  return page( "entityScalarChecked", fill );
+  return texts;
 }
 
 /// A type that was written in one namespace, as another one has to write it.
@@ -97,46 +104,95 @@ std::vector< EntityParameter > constructorIn( std::string const & scope, Declara
 
 /// How a child is made: the parameters of its constructor behind the first `skip`, and what is
 /// passed on.
-void fillChild( Context const & context, std::string const & scope, Member const & member,
-                std::size_t skip, Fill & fill ) {
-  auto const all = constructorIn( scope, *member.type.declaration );
-  std::string const parameters = parameterList( context, all, skip ),
-                    arguments = argumentList( all, skip );
-  std::string const between = skip && !parameters.empty() ? ", " : "";
-  fill["parameters"] = between + parameters;
+void fillParameters( Context const & context, std::string const & scope, Member const & member,
+                     std::size_t skip, Fill & fill ) {
+  std::string const parameters =
+      parameterList( context, constructorIn( scope, *member.type.declaration ), skip );
+  fill["parameters"] = ( skip && !parameters.empty() ? ", " : "" ) + parameters;
+}
+void fillArguments( std::string const & scope, Member const & member, std::size_t skip,
+                    Fill & fill ) {
+  std::string const arguments =
+      argumentList( constructorIn( scope, *member.type.declaration ), skip );
   fill["arguments"] = ( arguments.empty() ? "" : ", " ) + arguments;
 }
 
-std::string collectionText( Context const & context, MemberOwner const & owner,
-                            Member const & member ) {
+/// What the bodies of a collection's mutators have in common. An entity's say the collection
+/// without its tag, so that those that hold the same are compiled once.
+Fill bodyFill( Context const & context, MemberOwner const & owner, Member const & member ) {
+  return { { "Owner", owner.declaration.name },
+           { "attr", member.name },
+           { "key", context.argument( member.key ) },
+           { "type", givenType( context, member.type ) },
+           { "cell", member.name + ( owner.notifies ? "_.koiHeld()" : "_" ) },
+           { "on", owner.notifies ? ", " + callback( member ) : "" } };
+}
+
+/// The mutators of a collection of children.
+MemberTexts childMutators( Context const & context, MemberOwner const & owner,
+                           Member const & member ) {
+  Fill declared{ { "attr", member.name },
+                 { "type", givenType( context, member.type ) },
+                 { "key", context.argument( member.key ) } };
+  fillParameters( context, owner.declaration.scope, member, 1, declared );
+  Fill defined = bodyFill( context, owner, member );
+  defined["parameters"] = declared["parameters"];
+  fillArguments( owner.declaration.scope, member, 1, defined );
+  return { page( "collectionIsOwn", declared ), page( "collectionIsOwnBody", defined ) };
+}
+
+/// Those of a collection of values or references, and of a queue, which is written at its end, too.
+MemberTexts valueMutators( Context const & context, MemberOwner const & owner,
+                           Member const & member ) {
+  bool const isBy = !member.byField.empty();
+  std::string const argument = givenArgument( context, member.type );
+  Fill declared{ { "attr", member.name }, { "argument", argument } };
+  Fill defined = bodyFill( context, owner, member );
+  std::string const type = defined["type"];
+  defined.erase( "type" );
+  defined["argument"] = argument;
+  if( isBy ) {
+    defined.erase( "key" );
+    defined["field"] = member.byField;
+    return { page( "collectionIsBy", declared ), page( "collectionIsByBody", defined ) };
+  }
+  declared["key"] = defined["key"];
+  defined["refusal"] = refusal( owner.declaration, member );
+  MemberTexts texts{ page( "collectionIs", declared ), page( "collectionIsBody", defined ) };
+  if( member.kind == Member::queue ) {
+    declared["type"] = defined["type"] = type;
+    texts.declared += page( "collectionQueue", declared );
+    texts.defined += page( "collectionQueueBody", defined );
+  }
+  return texts;
+}
+
+MemberTexts collectionTexts( Context const & context, MemberOwner const & owner,
+                             Member const & member ) {
+  MemberTexts const mutators = member.type.hold == TypeUse::own
+                                   ? childMutators( context, owner, member )
+                                   : valueMutators( context, owner, member );
   std::string const key = context.argument( member.key );
-  std::string const notify = owner.notifies
-                                 ? "void " + member.name + "Notify( " + key + " k ) { koiNotify( " +
-                                       callback( member ) + ", k ); }"
-                                 : "";
-  Fill fill{ { "doc", member.doc },
-             { "attr", member.name },
-             { "Attr", capital( member.name ) },
-             { "Tag", tagOf( member ) },
-             { "collection", collectionType( context, member ) },
-             { "key", key },
-             { "type", givenType( context, member.type ) },
-             { "notify", notify },
-             { "on", owner.notifies ? ", " + callback( member ) : "" } };
-  if( member.type.hold == TypeUse::own ) {
-    fillChild( context, owner.declaration.scope, member, 1, fill );
-    return page( "entityCollectionOwn", fill );
-  }
-  fill["argument"] = givenArgument( context, member.type );
-  if( !member.byField.empty() ) {
-    fill["field"] = member.byField;
-    return page( "entityCollectionBy", fill );
-  }
-  fill["refusal"] = refusal( owner.declaration, member );
-  if( member.kind != Member::queue )
-    return page( "entityCollection", fill );
-  fill["Key"] = context.cpp( member.key );
-  return page( "entityQueue", fill );
+  Fill const declared{
+      { "doc", member.doc },
+      { "attr", member.name },
+      { "Attr", capital( member.name ) },
+      { "Tag", tagOf( member ) },
+      { "collection", collectionType( context, member ) },
+      { "type", givenType( context, member.type ) },
+      { "key", key },
+      { "mutators", mutators.declared },
+      { "notify", owner.notifies ? "void " + member.name + "Notify( " + key + " k );" : "" } };
+  Fill defined = bodyFill( context, owner, member );
+  defined["Attr"] = capital( member.name );
+  defined["mutators"] = mutators.defined;
+  defined["notify"] = owner.notifies
+                          ? page( "collectionNotifyBody", { { "Owner", owner.declaration.name },
+                                                            { "attr", member.name },
+                                                            { "key", key },
+                                                            { "on", callback( member ) } } )
+                          : "";
+  return { page( "entityCollection", declared ), page( "entityCollectionBody", defined ) };
 }
 
 /// Whether observers are told of changes of that member.
@@ -152,7 +208,7 @@ class EntityText {
         entity_( entity ),
         constructor_( constructorIn( entity.scope, entity ) ) {}
 
-  std::string text() {
+  MemberTexts texts() {
     initialise();
     for( auto const & m : entity_.members )
       add( m );
@@ -160,7 +216,11 @@ class EntityText {
       parameters_.push_back( parameterEntry( p ) );
     if( constructor_.empty() )
       parameters_.push_back( parameterEntry( { "name", {} } ) );
+    return { declared(), defined() };
+  }
 
+ private:
+  std::string declared() const {
     std::string const base = entity_.base.declaration ? context_.bare( entity_.base ) : "";
     std::string const & type = entity_.name;
     return page(
@@ -171,8 +231,6 @@ class EntityText {
           { "bases", base.empty() ? type : type + ", " + base },
           { "explicit", constructor_.size() < 2 ? "explicit " : "" },
           { "parameters", parameterList( context_, constructor_ ) },
-          { "arguments", argumentList( constructor_ ) },
-          { "initialisers", stacked( initialisers_, ", " ) },
           { "attributes", stacked( attributes_ ) },
           { "notifiee", notifiee( base.empty() ? type : type + ", " + base + "::NotifieeConst" ) },
           { "constructor", stacked( parameters_, ",\n" ) },
@@ -186,7 +244,15 @@ class EntityText {
           { "cells", stacked( cells_, "\n" ) } } );
   }
 
- private:
+  std::string defined() const {
+    return page( "entityBody", { { "Type", entity_.name },
+                                 { "parameters", parameterList( context_, constructor_ ) },
+                                 { "arguments", argumentList( constructor_ ) },
+                                 { "initialisers", stacked( initialisers_, ", " ) },
+                                 { "attributes", stacked( bodies_ ) },
+                                 { "factory", lowerCamel( entity_.name ) + "Factory" } } );
+  }
+
   /// What the base gets: its own parameters, or else the name.
   void initialise() {
     std::string base;
@@ -222,7 +288,7 @@ class EntityText {
         addReactor( m );
         break;
       default:
-        attributes_.push_back( attributeText( context_, { entity_, true }, m ) );
+        addTexts( attributeTexts( context_, { entity_, true }, m ) );
         addState( m );
     }
   }
@@ -232,7 +298,7 @@ class EntityText {
       return;  // every entity has that one
     if( m.settable ) {
       initialisers_.push_back( m.name + "_( " + m.name + " )" );
-      attributes_.push_back( attributeText( context_, { entity_, true }, m ) );
+      addTexts( attributeTexts( context_, { entity_, true }, m ) );
       addState( m );
       return;
     }
@@ -254,13 +320,20 @@ class EntityText {
     attributes_.push_back( page( "entityDerived", fill ) );
   }
 
+  void addTexts( MemberTexts const & texts ) {
+    attributes_.push_back( texts.declared );
+    bodies_.push_back( texts.defined );
+  }
+
   void addChild( Member const & m ) {
-    Fill fill{ { "doc", m.doc },
-               { "attr", m.name },
-               { "type", givenType( context_, m.type ) },
-               { "on", ", " + callback( m ) } };
-    fillChild( context_, entity_.scope, m, 0, fill );
-    attributes_.push_back( page( "entityChild", fill ) );
+    Fill declared{ { "attr", m.name }, { "type", givenType( context_, m.type ) } };
+    fillParameters( context_, entity_.scope, m, 0, declared );
+    Fill defined = declared;
+    declared["doc"] = m.doc;
+    defined["Owner"] = entity_.name;
+    defined["on"] = ", " + callback( m );
+    fillArguments( entity_.scope, m, 0, defined );
+    addTexts( { page( "entityChild", declared ), page( "entityChildBody", defined ) } );
     addState( m );
   }
 
@@ -318,7 +391,7 @@ class EntityText {
   Context const & context_;
   Declaration const & entity_;
   std::vector< EntityParameter > const constructor_;
-  Texts initialisers_, attributes_, callbacks_, parameters_, table_, reactors_, cells_;
+  Texts initialisers_, attributes_, bodies_, callbacks_, parameters_, table_, reactors_, cells_;
 };
 
 }  // namespace
@@ -370,10 +443,10 @@ std::string paramCellText( Context const & context, Member const & member ) {
   return cellType( context, member.type ) + " const _" + member.name + ";";
 }
 
-std::string attributeText( Context const & context, MemberOwner const & owner,
-                           Member const & member ) {
-  return isCollection( member ) ? collectionText( context, owner, member )
-                                : scalarText( context, owner, member );
+MemberTexts attributeTexts( Context const & context, MemberOwner const & owner,
+                            Member const & member ) {
+  return isCollection( member ) ? collectionTexts( context, owner, member )
+                                : scalarTexts( context, owner, member );
 }
 
 std::string cellText( Context const & context, Member const & member ) {
@@ -390,7 +463,11 @@ std::string cellText( Context const & context, Member const & member ) {
 }
 
 std::string entityText( Context const & context, Declaration const & declaration ) {
-  return EntityText( context, declaration ).text();
+  return EntityText( context, declaration ).texts().declared;
+}
+
+std::string entityBodyText( Context const & context, Declaration const & declaration ) {
+  return EntityText( context, declaration ).texts().defined;
 }
 
 std::string genericEntityText( Context const & context, Declaration const & declaration ) {

@@ -29,9 +29,15 @@ std::string argumentList( std::vector< EntityParameter > const & parameters, std
 std::string paramText( Context const & context, Member const & member );
 std::string paramCellText( Context const & context, Member const & member );
 
-/// The accessors and mutators of a scalar, a collection or a queue, as it stands in the class.
-std::string attributeText( Context const & context, MemberOwner const & owner,
-                           Member const & member );
+/// A member as it stands in the class, and its mutators as they stand in the module's source. What
+/// includes the header would otherwise compile them again.
+struct MemberTexts {
+  std::string declared, defined;
+};
+
+/// The accessors and mutators of a scalar, a collection or a queue.
+MemberTexts attributeTexts( Context const & context, MemberOwner const & owner,
+                            Member const & member );
 
 /// "bool enabled_ = true;" in a line of its own.
 std::string cellText( Context const & context, Member const & member );

@@ -21,7 +21,7 @@ class ReactorText {
   ReactorText( Context const & context, Declaration const & reactor )
       : context_( context ), reactor_( reactor ) {}
 
-  std::string text() {
+  MemberTexts texts() {
     Texts constructor;
     for( auto const & p : Context::constructorOf( reactor_ ) )
       constructor.push_back( "Koi::parameter( \"_" + p.name + "\", &" + reactor_.name +
@@ -29,22 +29,30 @@ class ReactorText {
     for( auto const & m : reactor_.members )
       add( m );
     std::string const & type = reactor_.name;
-    return page(
-        "reactor",
-        { { "doc", reactor_.doc },
-          { "Type", type },
-          { "scope", reactor_.scope },
-          { "explicit", parameters_.size() == 1 ? "explicit " : "" },
-          { "parameters", inBlanks( stacked( parameters_, ", " ) ) },
+    std::string const parameters = inBlanks( stacked( parameters_, ", " ) );
+    std::string const factory = lowerCamel( type ) + "Factory";
+    MemberTexts texts;
+    texts.declared = page( "reactor", { { "doc", reactor_.doc },
+                                        { "Type", type },
+                                        { "scope", reactor_.scope },
+                                        { "explicit", parameters_.size() == 1 ? "explicit " : "" },
+                                        { "parameters", parameters },
+                                        { "attributes", stacked( attributes_ ) },
+                                        { "constructor", stacked( constructor, ",\n" ) },
+                                        { "handlers", stacked( handlers_, "\n" ) },
+                                        { "observers", stacked( observers_ ) },
+                                        { "hooks", stacked( hooks_, "\n" ) },
+                                        { "factory", factory },
+                                        { "cells", stacked( cells_, "\n" ) } } );
+    texts.defined = page(
+        "reactorBody",
+        { { "Type", type },
+          { "parameters", parameters },
           { "arguments", inBlanks( stacked( arguments_, ", " ) ) },
           { "initialisers", initialisers_.empty() ? "" : " : " + stacked( initialisers_, ", " ) },
-          { "attributes", stacked( attributes_ ) },
-          { "constructor", stacked( constructor, ",\n" ) },
-          { "handlers", stacked( handlers_, "\n" ) },
-          { "observers", stacked( observers_ ) },
-          { "hooks", stacked( hooks_, "\n" ) },
-          { "factory", lowerCamel( type ) + "Factory" },
-          { "cells", stacked( cells_, "\n" ) } } );
+          { "attributes", stacked( bodies_ ) },
+          { "factory", factory } } );
+    return texts;
   }
 
  private:
@@ -71,9 +79,14 @@ class ReactorText {
         hooks_.push_back( "void koiCleanup() override { " + m.name + "(); }" );
         break;
       default:
-        attributes_.push_back( attributeText( context_, { reactor_, false }, m ) );
+        addTexts( attributeTexts( context_, { reactor_, false }, m ) );
         cells_.push_back( cellText( context_, m ) );
     }
+  }
+
+  void addTexts( MemberTexts const & texts ) {
+    attributes_.push_back( texts.declared );
+    bodies_.push_back( texts.defined );
   }
 
   void addParam( Member const & m ) {
@@ -89,8 +102,10 @@ class ReactorText {
     parameters_.push_back( pointer + " const & " + m.name );
     arguments_.push_back( m.name );
     initialisers_.push_back( m.name + "_( this, " + m.name + " )" );
-    attributes_.push_back(
-        page( "reactorWatched", { { "doc", m.doc }, { "attr", m.name }, { "type", pointer } } ) );
+    addTexts(
+        { page( "reactorWatched", { { "doc", m.doc }, { "attr", m.name }, { "type", pointer } } ),
+          page( "reactorWatchedBody",
+                { { "Owner", reactor_.name }, { "attr", m.name }, { "type", pointer } } ) } );
     observers_.push_back( page( "reactorObserver", { { "Attr", capital( m.name ) },
                                                      { "type", type },
                                                      { "Reactor", reactor_.name },
@@ -103,12 +118,15 @@ class ReactorText {
     std::string const type = context_.bare( m.type ), pointer = "Koi::Ptr< " + type + " >";
     std::string const key = context_.cpp( m.key );
     initialisers_.push_back( m.name + "_( this )" );
-    attributes_.push_back(
-        page( "reactorWatchedEach", { { "doc", m.doc },
-                                      { "attr", m.name },
-                                      { "type", pointer },
-                                      { "Key", key },
-                                      { "key", context_.argument( m.key ) } } ) );
+    Fill declared{ { "attr", m.name },
+                   { "type", pointer },
+                   { "Key", key },
+                   { "key", context_.argument( m.key ) } };
+    Fill defined = declared;
+    declared["doc"] = m.doc;
+    defined["Owner"] = reactor_.name;
+    addTexts(
+        { page( "reactorWatchedEach", declared ), page( "reactorWatchedEachBody", defined ) } );
     observers_.push_back( page( "reactorObserverEach", { { "Attr", capital( m.name ) },
                                                          { "type", type },
                                                          { "Reactor", reactor_.name },
@@ -153,13 +171,18 @@ class ReactorText {
 
   Context const & context_;
   Declaration const & reactor_;
-  Texts parameters_, arguments_, initialisers_, attributes_, handlers_, observers_, hooks_, cells_;
+  Texts parameters_, arguments_, initialisers_, attributes_, bodies_, handlers_, observers_, hooks_,
+      cells_;
 };
 
 }  // namespace
 
 std::string reactorText( Context const & context, Declaration const & declaration ) {
-  return ReactorText( context, declaration ).text();
+  return ReactorText( context, declaration ).texts().declared;
+}
+
+std::string reactorBodyText( Context const & context, Declaration const & declaration ) {
+  return ReactorText( context, declaration ).texts().defined;
 }
 
 }  // namespace Koigen

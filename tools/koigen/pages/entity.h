@@ -1,7 +1,7 @@
 /// $doc$
 class KOI_PUBLIC $Type$ : public Koi::EntityOf< $bases$ > {
  public:
-  $explicit$$Type$( $parameters$ ) : $initialisers$ {}
+  $explicit$$Type$( $parameters$ );
 
   $attributes$
 
@@ -29,4 +29,4 @@ class KOI_PUBLIC $Type$ : public Koi::EntityOf< $bases$ > {
 };
 
 /// A new $Type$ without a parent.
-inline Koi::Ptr< $Type$ > $factory$( $parameters$ ) { return new $Type$( $arguments$ ); }
+KOI_PUBLIC Koi::Ptr< $Type$ > $factory$( $parameters$ );

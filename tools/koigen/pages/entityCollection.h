@@ -1,14 +1,11 @@
 class $Tag$;
 /// $doc$
-$type$ $attr$( $key$ k ) const { return $attr$_.value( k ); }
+$type$ $attr$( $key$ k ) const;
 $collection$ const & $attr$() const { return $attr$_; }
 using $Attr$Iterator = $collection$::Iterator;
-$Attr$Iterator $attr$Iterator() { return $attr$_.koiIterator(); }
-void $attr$Is( $key$ k, $argument$ v ) {
-  $refusal$
-  koiIs( $attr$_, k, v$on$ );
-}
-$type$ $attr$Del( $key$ k ) { return koiDel( $attr$_, k$on$ ); }
-$type$ $attr$Del( $Attr$Iterator const & i ) { return koiDel( $attr$_, i$on$ ); }
-void $attr$DelAll() { koiDelAll( $attr$_$on$ ); }
+$Attr$Iterator $attr$Iterator();
+$mutators$
+$type$ $attr$Del( $key$ k );
+$type$ $attr$Del( $Attr$Iterator const & i );
+void $attr$DelAll();
 $notify$

@@ -1,3 +1,4 @@
 /// $doc$
 $type$ $attr$() const { return $read$; }
-void $attr$Is( $argument$ v ) { koiIs( $attr$_, v$on$ ); }
+$note$
+void $attr$Is( $argument$ v );

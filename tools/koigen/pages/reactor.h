@@ -1,9 +1,7 @@
 /// $doc$
 class KOI_PUBLIC $Type$ : public Koi::ReactorOf< $Type$ > {
  public:
-  $explicit$$Type$($parameters$)$initialisers$ {
-    koiBegin();
-  }
+  $explicit$$Type$($parameters$);
 
   $attributes$
 
@@ -27,7 +25,5 @@ class KOI_PUBLIC $Type$ : public Koi::ReactorOf< $Type$ > {
 };
 
 /// A new $Type$ that listens.
-inline Koi::Ptr< $Type$ > $Type$Is($parameters$) {
-  return Koi::reactorIs< $Type$ >($arguments$);
-}
-inline Koi::Ptr< $Type$ > $factory$($parameters$) { return $Type$Is($arguments$); }
+KOI_PUBLIC Koi::Ptr< $Type$ > $Type$Is($parameters$);
+KOI_PUBLIC Koi::Ptr< $Type$ > $factory$($parameters$);

@@ -1,4 +1,4 @@
 /// $doc$
 $type$ $attr$() const { return $attr$_.ptr(); }
 /// Watches that one from now on, and starts over; null watches nothing.
-void $attr$Is( $type$ const & entity ) { koiRebind( $attr$_, entity ); }
+void $attr$Is( $type$ const & entity );

@@ -1,0 +1,1 @@
+void $attr$Is( $argument$ v );

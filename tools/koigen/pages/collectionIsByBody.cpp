@@ -1,0 +1,1 @@
+void $Owner$::$attr$Is( $argument$ v ) { koiIs( $cell$, v.$field$(), v$on$ ); }

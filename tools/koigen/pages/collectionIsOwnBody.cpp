@@ -1,0 +1,3 @@
+$type$ $Owner$::$attr$Is( $key$ k$parameters$ ) {
+  return koiChildIs( $cell$$on$, k$arguments$ );
+}

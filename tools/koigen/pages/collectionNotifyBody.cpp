@@ -1,0 +1,1 @@
+void $Owner$::$attr$Notify( $key$ k ) { koiNotify( $on$, k ); }

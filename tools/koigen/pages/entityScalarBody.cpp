@@ -1,0 +1,4 @@
+void $Owner$::$attr$Is( $argument$ v ) {
+  $refusal$
+  koiIs( $attr$_, v$on$ );
+}

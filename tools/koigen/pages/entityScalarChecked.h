@@ -1,6 +1,0 @@
-/// $doc$
-$type$ $attr$() const { return $read$; }
-void $attr$Is( $argument$ v ) {
-  $refusal$
-  koiIs( $attr$_, v$on$ );
-}

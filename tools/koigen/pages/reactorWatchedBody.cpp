@@ -1,0 +1,1 @@
+void $Owner$::$attr$Is( $type$ const & entity ) { koiRebind( $attr$_, entity ); }
