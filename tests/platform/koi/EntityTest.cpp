@@ -4,6 +4,7 @@
 #include <limits>
 #include <map>
 
+#include <support/Refusal.h>
 #include <tools/koigen/EverythingHandlers.h>
 
 using namespace Everything;
@@ -44,16 +45,6 @@ struct Entity : testing::Test {
   Koi::Ptr< Lamp > a = lampFactory( Koi::Name( "a" ) ), b = lampFactory( Koi::Name( "b" ) );
   ShelfNumber const seven = ShelfNumber( 7 );
 };
-
-template< class Refusal >
-std::string refusal( auto act ) {
-  try {
-    act();
-  } catch( Refusal const & e ) {
-    return e.what();
-  }
-  return "accepted";
-}
 
 }  // namespace
 

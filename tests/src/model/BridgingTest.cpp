@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <Lumo/Bridging.h>
+#include <support/Refusal.h>
 
 using namespace Bridging;
 using Koi::Name;
@@ -9,16 +10,6 @@ using Wirex::EthAddr;
 using Wirex::IntfId;
 
 namespace {
-
-template< class Refusal = Koi::RangeException >
-std::string refusal( auto act ) {
-  try {
-    act();
-  } catch( Refusal const & e ) {
-    return e.what();
-  }
-  return "accepted";
-}
 
 std::string text( auto const & v ) {
   using Koi::valueToStrep;

@@ -5,6 +5,7 @@
 #include <Lumo/BrTopology.h>
 #include <Lumo/DynVlan.h>
 #include <Lumo/InternalVlan.h>
+#include <support/Refusal.h>
 
 using namespace Bridging;
 using Koi::Name;
@@ -13,15 +14,6 @@ using Wirex::IntfId;
 namespace {
 
 IntfId const eth1( "eth1" );
-
-std::string refusal( auto act ) {
-  try {
-    act();
-  } catch( Koi::RangeException const & e ) {
-    return e.what();
-  }
-  return "accepted";
-}
 
 }  // namespace
 

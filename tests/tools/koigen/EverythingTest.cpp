@@ -3,22 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <koi/GenericIf.h>
+#include <support/Refusal.h>
 
 #include "EverythingHandlers.h"
 
 using namespace Everything;
 
 namespace {
-
-template< class Refusal >
-std::string refusal( auto act ) {
-  try {
-    act();
-  } catch( Refusal const & e ) {
-    return e.what();
-  }
-  return "accepted";
-}
 
 std::vector< std::string > attributeNames( Koi::KoiType const & type ) {
   std::vector< std::string > names;
