@@ -1,6 +1,7 @@
 #include <koijson/EntityFromJson.h>
 
 #include <algorithm>
+#include <set>
 #include <string>
 
 #include <koi/AttributeAccess.h>
@@ -41,6 +42,8 @@ class AttributeFromJson {
   }
 
   void parameterIs( JsonPlace const & place ) const;
+  template< class Take >
+  void eachMember( JsonPlace const & place, Take take ) const;
   void membersAre( JsonPlace const & place ) const;
   void childrenAre( JsonPlace const & place ) const;
   void childIs( JsonPlace const & place, CtorArgs const & key ) const;
@@ -94,26 +97,45 @@ SettledField AttributeFromJson::keyField( GenericIfPtr const & key ) const {
   return { static_cast< std::size_t >( at - fields.begin() ), key };
 }
 
+/// Calls take( key, place of the member ) for each member of a collection.
+template< class Take >
+void AttributeFromJson::eachMember( JsonPlace const & place, Take take ) const {
+  place.require( place.json.is_structured(), "an object" );
+  if( place.json.is_object() ) {
+    for( auto const & member : place.json.items() ) {
+      JsonPlace const at = place.at( member.key() );
+      take( at.refusing( [&] { return valueFromName( attribute_.key, member.key() ); } ), at );
+    }
+    return;
+  }
+  std::set< std::string > keys;
+  for( std::size_t i = 0; i < place.json.size(); ++i ) {
+    JsonPlace const at = place.at( i );
+    at.require( at.json.is_object() && at.json.size() == 2 && at.json.contains( "key" ) &&
+                    at.json.contains( "value" ),
+                "an object of \"key\" and \"value\"" );
+    GenericIfPtr const key = valueFromJson( attribute_.key, at.at( "key" ) );
+    if( !keys.insert( text( *key ) ).second )
+      at.at( "key" ).refuse( text( *key ) + " stands there twice" );
+    take( key, at.at( "value" ) );
+  }
+}
+
 void AttributeFromJson::membersAre( JsonPlace const & place ) const {
-  place.require( place.json.is_object(), "an object" );
-  for( auto const & [name, json] : place.json.items() ) {
-    JsonPlace const at = place.at( name );
-    auto const key = at.refusing( [&] { return valueFromName( attribute_.key, name ); } );
+  eachMember( place, [&]( GenericIfPtr const & key, JsonPlace const & at ) {
     GenericIfPtr const present = read( { key } );
     if( attribute_.keyInValue )
       set( at, { valueFromJson( attribute_.type, at, present, keyField( key ) ) } );
     else
       set( at, { key, valueFromJson( attribute_.type, at, present ) } );
-  }
+  } );
 }
 
 void AttributeFromJson::childrenAre( JsonPlace const & place ) const {
-  place.require( place.json.is_object(), "an object" );
-  for( auto const & [name, json] : place.json.items() ) {
-    JsonPlace const at = place.at( name );
+  eachMember( place, [&]( GenericIfPtr const & key, JsonPlace const & at ) {
     at.require( at.json.is_object(), "an object" );
-    childIs( at, { at.refusing( [&] { return valueFromName( attribute_.key, name ); } ) } );
-  }
+    childIs( at, { key } );
+  } );
 }
 
 /// Fills the child, which is built first when it is not there. Its key stands before the other

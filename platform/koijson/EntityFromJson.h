@@ -4,8 +4,9 @@
 //   an entity             an object of its attributes; what is left out stays
 //   a scalar attribute    a number, a string, true or false; an enumerator's name
 //   a value of fields     an object of its fields, or its canonical text in a string
-//   a collection          an object: the text of each key, and the member. Where members hold their
-//                         key, they may leave it out
+//   a collection          an object: the text of each key, and the member; or, as keys of several
+//                         fields have long texts, an array of {"key": ..., "value": ...}. Where
+//                         members hold their key, they may leave it out
 //   children              the same. A child that is not there yet is built: its parameters stand
 //                         beside its attributes, and are zero or empty where they are left out
 //   an only child         an object of its attributes

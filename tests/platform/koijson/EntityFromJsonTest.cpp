@@ -65,7 +65,7 @@ TEST_F( EntityFromJson, everyConstructIsFilled ) {
       "a/b": { "lit": true, "watts": 100, "label": "caf\u00e9", "maker": "me", "glow": 2,
                "color": "red", "spot": { "position": 4294967295 } }
     },
-    "colorCount": { "white": 1, "red": 0 },
+    "colorCount": [ { "key": "white", "value": 1 }, { "key": "red", "value": 0 } ],
     "visitor": [ 5, 6, 5 ],
     "ceiling": { "dimmed": 7 },
     "finding": { "finder": "Ann" }
@@ -122,7 +122,7 @@ TEST_F( EntityFromJson, eachRefusalNamesItsPlaceAndChangesNothing ) {
       { R"({ "colourCount": {} })",
         R"(/colourCount: Everything::Room has no attribute "colourCount"; did you mean "colorCount"?)" },
       { R"({ "x": 1 })", R"(/x: Everything::Room has no attribute "x")" },
-      { R"({ "shelf": [] })", "/shelf: an object was expected, not an array" },
+      { R"({ "shelf": true })", "/shelf: an object was expected, not true" },
       { R"({ "shelf": { "7": null } })", "/shelf/7: an object was expected, not null" },
       { R"({ "shelf": { "100": {} } })", "/shelf/100: ShelfNumber::value < 1 or > 99 not allowed" },
       { R"({ "shelf": { "07": {} } })", "/shelf/07: a number was expected at '07'" },
@@ -168,6 +168,12 @@ TEST_F( EntityFromJson, eachRefusalNamesItsPlaceAndChangesNothing ) {
       { R"({ "mainLamp": {} })",
         "/mainLamp: Everything::Room::mainLamp refers to another Everything::Lamp, which JSON "
         "cannot" },
+      { R"({ "colorCount": [ { "key": "red" } ] })",
+        R"(/colorCount/0: an object of "key" and "value" was expected, not an object)" },
+      { R"({ "colorCount": [ { "key": "red", "value": 1 }, { "key": "red", "value": 1 } ] })",
+        "/colorCount/1/key: red stands there twice" },
+      { R"({ "shelf": [ { "key": 0, "value": {} } ] })",
+        "/shelf/0/key: ShelfNumber::value < 1 or > 99 not allowed" },
       { R"({ "visitor": { "0": 1 } })", "/visitor: an array was expected, not an object" },
       { R"({ "visitor": [ 1, 0 ] })", "/visitor/1: ShelfNumber::value < 1 or > 99 not allowed" },
       { R"({ "ceiling": [] })", "/ceiling: an object was expected, not an array" },
