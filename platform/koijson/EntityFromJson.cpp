@@ -167,11 +167,9 @@ void AttributeFromJson::childIs( JsonPlace const & place, CtorArgs const & key )
 
 void AttributeFromJson::queueIs( JsonPlace const & place ) const {
   place.require( place.json.is_array(), "an array" );
-  std::size_t const numNumbers = attribute_.key->size < sizeof( U32 )
-                                     ? std::size_t{ 1 } << ( 8 * attribute_.key->size )
-                                     : static_cast< std::size_t >( -1 );
-  if( place.json.size() > numNumbers )
-    place.refuse( "a queue of more than " + std::to_string( numNumbers ) + " members" );
+  U64 const lastNumber = ~U64{ 0 } >> ( 64 - 8 * attribute_.key->size );  // 0 comes behind it
+  if( !place.json.empty() && place.json.size() - 1 > lastNumber )
+    place.refuse( "a queue of more than " + std::to_string( lastNumber + 1 ) + " members" );
   // The members that are there have their numbers; further ones count on behind the last.
   auto const at = entity_.koiType()->genericIfAttributeIterator(
       *genericIf( Ptr< Entity >( &entity_ ) ), static_cast< int >( index_ ), nullptr );
@@ -183,7 +181,7 @@ void AttributeFromJson::queueIs( JsonPlace const & place ) const {
       present = at->iterObj();
       at->iterInc();
     } else {
-      number = valueFromName( attribute_.key, std::to_string( next % numNumbers ) );
+      number = valueFromName( attribute_.key, std::to_string( next & lastNumber ) );
     }
     next = std::stoull( text( *number ) ) + 1;
     JsonPlace const element = place.at( i );

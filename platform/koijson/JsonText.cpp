@@ -6,28 +6,31 @@
 namespace Koi {
 namespace {
 
-/// Follows the parser through a text, for the members that each object has named so far.
-class Names {
+/// Walks through a text, and refuses a name that an object has named before. The parser's own
+/// callback would do, but looks at all members of an object again whenever one of them ends.
+class Names final : public Json::json_sax_t {
  public:
-  void operator()( Json::parse_event_t event, Json const & parsed ) {
-    using Event = Json::parse_event_t;
-    switch( event ) {
-      case Event::object_start:
-      case Event::array_start:
-        levels_.push_back( { .isArray = event == Event::array_start } );
-        break;
-      case Event::object_end:
-      case Event::array_end:
-        levels_.pop_back();
-        step();
-        break;
-      case Event::key:
-        name( parsed.get_ref< std::string const & >() );
-        break;
-      case Event::value:
-        step();
-        break;
-    }
+  bool null() override { return step(); }
+  bool boolean( bool ) override { return step(); }
+  bool number_integer( number_integer_t ) override { return step(); }
+  bool number_unsigned( number_unsigned_t ) override { return step(); }
+  bool number_float( number_float_t, string_t const & ) override { return step(); }
+  bool string( string_t & ) override { return step(); }
+  bool binary( binary_t & ) override { return step(); }
+  bool start_object( std::size_t ) override { return begin( false ); }
+  bool start_array( std::size_t ) override { return begin( true ); }
+  bool end_object() override { return end(); }
+  bool end_array() override { return end(); }
+  bool parse_error( std::size_t, std::string const &, Json::exception const & ) override {
+    return false;
+  }
+
+  bool key( string_t & given ) override {
+    Level & level = levels_.back();
+    if( !level.names.insert( given ).second )
+      throw JsonException( place() + '"' + given + "\" stands there twice" );
+    level.last = given;
+    return true;
   }
 
  private:
@@ -38,21 +41,27 @@ class Names {
     std::string last{};
   };
 
+  bool begin( bool isArray ) {
+    levels_.push_back( { .isArray = isArray } );
+    return true;
+  }
+  bool end() {
+    levels_.pop_back();
+    return step();
+  }
   /// A value has ended.
-  void step() {
+  bool step() {
     if( !levels_.empty() && levels_.back().isArray )
       ++levels_.back().index;
+    return true;
   }
-  void name( std::string const & given ) {
-    Level & level = levels_.back();
-    if( !level.names.insert( given ).second ) {
-      std::string path;
-      for( std::size_t i = 0; i + 1 < levels_.size(); ++i )
-        path += "/" + ( levels_[i].isArray ? std::to_string( levels_[i].index ) : levels_[i].last );
-      throw JsonException( ( path.empty() ? "" : path + ": " ) + '"' + given +
-                           "\" stands there twice" );
-    }
-    level.last = given;
+
+  /// The path to the innermost object, for a message.
+  std::string place() const {
+    std::string path;
+    for( std::size_t i = 0; i + 1 < levels_.size(); ++i )
+      path += "/" + ( levels_[i].isArray ? std::to_string( levels_[i].index ) : levels_[i].last );
+    return path.empty() ? path : path + ": ";
   }
 
   std::vector< Level > levels_;
@@ -61,18 +70,18 @@ class Names {
 }  // namespace
 
 Json parsedJson( std::string_view text ) {
-  Names names;
+  Json json;
   try {
-    return Json::parse( text, [&]( int, Json::parse_event_t event, Json & parsed ) {
-      names( event, parsed );
-      return true;
-    } );
+    json = Json::parse( text );
   } catch( Json::exception const & e ) {
-    // The parser's text begins with its own number of the fault: "[json.exception.parse_error.101]
-    // ".
+    // What the parser says begins with its own number of the fault:
+    // "[json.exception.parse_error.101] ".
     std::string_view const what = e.what();
     throw JsonException( std::string( what.substr( what.find( "] " ) + 2 ) ) );
   }
+  Names names;
+  Json::sax_parse( text, &names );
+  return json;
 }
 
 }  // namespace Koi
