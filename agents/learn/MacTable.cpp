@@ -32,20 +32,21 @@ Row rowOf( Bridging::Fid fid, Bridging::LearnedHost const & host ) {
            string( Bridging::entryTypeStr( host.entryType() ) ),
            string( host.intf().stringValue() ),
            std::to_string( host.moves() ),
-           timeText( host.lastMoveTime() ) };
+           isEntryTypeConfigured( host.entryType() ) ? "-" : timeText( host.lastMoveTime() ) };
 }
 
 /// Calls visit( fid, host ) in the order of the table.
 template< class Visit >
 void forEachHost( Learner const & learner, Visit visit ) {
-  learner.forEachDatabase( [&]( Bridging::FdbStatus const & status ) {
+  for( auto const & database : learner.bridge().status->fdbStatus() ) {
+    Bridging::FdbStatus const & status = *database.value();
     std::vector< Wirex::EthAddr > addresses;
     for( auto const & member : status.learnedHost() )
       addresses.push_back( member.key() );
     std::sort( addresses.begin(), addresses.end() );
     for( auto const & address : addresses )
       visit( status.fid(), status.learnedHost( address ) );
-  } );
+  }
 }
 
 using Widths = std::array< std::size_t, columns.size() >;
@@ -63,19 +64,23 @@ void append( std::string & text, Row const & row, Widths const & widths ) {
 }
 
 std::string totalsText( Learner const & learner ) {
-  Totals const & totals = learner.totals();
+  Totals const totals = learner.totals();
   std::size_t numVlans = 0;
-  learner.forEachDatabase( [&]( auto const & ) { ++numVlans; } );
+  for( auto const & database : learner.counts().numHosts() )
+    numVlans += database.value() != 0;
   Koi::U64 numNotLearned = 0;
   std::string reasons;
   for( std::size_t i = 0; i < notLearnedTexts.size(); ++i ) {
+    if( totals.numNotLearned[i] == 0 )
+      continue;
     numNotLearned += totals.numNotLearned[i];
-    reasons +=
-        fmt::format( "{}{}: {}", i ? ", " : "", notLearnedTexts[i], totals.numNotLearned[i] );
+    reasons += fmt::format( "  {}: {}\n", notLearnedTexts[i], totals.numNotLearned[i] );
   }
   return fmt::format(
-      "Hosts: {}, VLANs: {}, moves: {}\nFrames read: {}\nFrames not learned from: {} ({})\n",
-      totals.numHosts, numVlans, totals.numMoves, totals.numFrames, numNotLearned, reasons );
+      "Hosts: {}, VLANs: {}, moves: {}, aged out: {}\nFrames read: {}\n"
+      "Frames not learned from: {}\n{}",
+      totals.numHosts, numVlans, totals.numMoves, totals.numAged, totals.numFrames, numNotLearned,
+      reasons );
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ Assignment assignmentOf( char const * option, std::string const & given, char co
 
 PortCapture * find( Options & options, Wirex::IntfId intf ) {
   auto const at = std::find_if( options.captures.begin(), options.captures.end(),
-                                [&]( PortCapture const & c ) { return c.port.intf == intf; } );
+                                [&]( PortCapture const & c ) { return c.intf == intf; } );
   return at == options.captures.end() ? nullptr : &*at;
 }
 
@@ -59,7 +59,7 @@ void addCapture( Options & options, std::string const & given ) {
   } else if( std::error_code error; !std::filesystem::exists( capture.value, error ) && !error ) {
     capture.refuse( "no such file" );
   }
-  options.captures.push_back( { .port = { .intf = capture.intf }, .path = capture.value } );
+  options.captures.push_back( { capture.intf, capture.value, std::nullopt } );
 }
 
 Bridging::VlanId vlanOf( Assignment const & native ) {
@@ -71,20 +71,42 @@ Bridging::VlanId vlanOf( Assignment const & native ) {
   return Bridging::VlanId( static_cast< Koi::U16 >( vlan ) );
 }
 
-void setNative( Options & options, std::vector< Wirex::IntfId > & seen,
-                std::string const & given ) {
+void setNative( Options & options, std::string const & given ) {
   Assignment const native = assignmentOf( "--native", given, "PORT=VLAN" );
   Bridging::VlanId const vlan = vlanOf( native );
-  if( std::find( seen.begin(), seen.end(), native.intf ) != seen.end() )
-    native.refuse( "the port has a native VLAN already" );
-  seen.push_back( native.intf );
   PortCapture * const capture = find( options, native.intf );
   if( !capture )
     native.refuse( "no --capture names the port" );
-  capture->port.nativeVlan = vlan;
+  if( capture->nativeVlan )
+    native.refuse( "the port has a native VLAN already" );
+  capture->nativeVlan = vlan;
+}
+
+Koi::Seconds agingTimeOf( std::string const & given ) {
+  Koi::Seconds time = 0;
+  char const * const end = given.data() + given.size();
+  auto const [stop, error] = std::from_chars( given.data(), end, time );
+  if( error != std::errc() || stop != end || !( time >= 0 && time < 1e9 ) )
+    throw UsageException( "--aging '" + given +
+                          "': a number of seconds was expected, or 0 for no ageing" );
+  return time;
 }
 
 }  // namespace
+
+void Options::applyTo( Bridging::Config & config ) const {
+  if( agingTime )
+    config.hostAgingTimeIs( *agingTime );
+  for( PortCapture const & capture : captures ) {
+    if( !capture.nativeVlan )
+      continue;
+    Bridging::VlanIdOrNone const native( capture.nativeVlan->value() );
+    auto const port = config.switchIntfConfigIs(
+        capture.intf, Bridging::SwitchportModeAndNativeVlan( Bridging::trunk, native ) );
+    port->switchportModeAndNativeVlanIs(
+        Bridging::SwitchportModeAndNativeVlan( port->switchportMode(), native ) );
+  }
+}
 
 std::optional< int > readCommandLine( int argc, char ** argv, Options & options ) {
   CLI::App app(
@@ -92,6 +114,7 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
       "table.",
       "learn" );
   std::vector< std::string > captures, natives;
+  std::optional< std::string > aging;
   app.add_option( "--capture", captures,
                   "a pcap or pcapng file whose frames come in on PORT; - is standard input" )
       ->type_name( "PORT=FILE" )
@@ -99,6 +122,8 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
   app.add_option( "--native", natives, "the VLAN of the port's untagged frames (1)" )
       ->type_name( "PORT=VLAN" )
       ->allow_extra_args( false );
+  app.add_option( "--aging", aging, "how long a host stays that is not seen (300); 0 is for ever" )
+      ->type_name( "SECONDS" );
   app.add_flag( "--json", options.json, "print one JSON object instead of the table" );
   app.footer(
       "Ports are named as interfaces are: eth1, eth3/1, lag7. Several captures are read by time." );
@@ -108,9 +133,10 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
       throw UsageException( "--capture PORT=FILE is required" );
     for( auto const & given : captures )
       addCapture( options, given );
-    std::vector< Wirex::IntfId > seen;
     for( auto const & given : natives )
-      setNative( options, seen, given );
+      setNative( options, given );
+    if( aging )
+      options.agingTime = agingTimeOf( *aging );
     return std::nullopt;
   } catch( CLI::CallForHelp const & ) {
     std::fputs( app.help().c_str(), stdout );

@@ -1,23 +1,28 @@
 // Options.h: the command line of the program.
 #pragma once
 
+#include <Lumo/Bridging.h>
+
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "Port.h"
 
 namespace Learn {
 
 /// One --capture: the frames of a file come in on a port.
 struct PortCapture {
-  Port port;
-  std::string path;  // "-" is standard input
+  Wirex::IntfId intf;
+  std::string path;                              // "-" is standard input
+  std::optional< Bridging::VlanId > nativeVlan;  // --native
 };
 
 struct Options {
   std::vector< PortCapture > captures;  // as named; no port twice
+  std::optional< Koi::Seconds > agingTime;
   bool json = false;
+
+  /// Makes the configuration what the command line says of it. What that does not mention stays.
+  void applyTo( Bridging::Config & config ) const;
 };
 
 /// Reads the command line into options. The exit status when the program ends here: 0 after the

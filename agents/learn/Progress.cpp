@@ -14,12 +14,13 @@ constexpr char toLineStart[] = "\r\x1b[K";  // and what stood on the line is gon
 
 Progress::Progress() : terminal_( isatty( STDERR_FILENO ) == 1 ) {}
 
-void Progress::totalsAre( Totals const & totals ) {
+void Progress::totalsAre( Learner const & learner ) {
   if( !terminal_ )
     return;
   auto const now = Clock::now();
   if( now - shownAt_ < pause )
     return;
+  Totals const totals = learner.totals();
   fmt::print( stderr, "{}{} frames, {} hosts, {} moves", toLineStart, totals.numFrames,
               totals.numHosts, totals.numMoves );
   shown_ = true;

@@ -17,7 +17,7 @@ class Progress {
 
   /// Shows the totals, at most four times a second; the first time a quarter of a second after the
   /// start.
-  void totalsAre( Totals const & totals );
+  void totalsAre( Learner const & learner );
 
   /// Takes the line away, as any other output needs. The next totalsAre() may show it again.
   void erase();

@@ -62,7 +62,12 @@ int main( int argc, char ** argv ) {
     paths.push_back( capture.path );
 
   Learn::Progress progress;
-  Learn::Learner learner;
+  auto const config = Bridging::configFactory( Koi::Name( "config" ) );
+  options.applyTo( *config );
+  Learn::Learner learner( { .config = config } );
+  std::vector< Learn::Port * > ports;
+  for( auto const & capture : options.captures )
+    ports.push_back( &learner.port( capture.intf ) );
   bool sound = true;
   Learn::MergedCaptures captures(
       paths, [&]( std::size_t capture, std::string const & why, Koi::U64 numFrames ) {
@@ -78,8 +83,8 @@ int main( int argc, char ** argv ) {
     auto const [capture, frame] = captures.next();
     if( !frame )
       break;
-    learner.frameIs( options.captures[capture].port, *frame );
-    progress.totalsAre( learner.totals() );
+    learner.frameIs( *ports[capture], *frame );
+    progress.totalsAre( learner );
   }
   progress.erase();
 

@@ -1,177 +1,429 @@
-// What is learned from frames, and how the table shows it.
+// What is learned from frames, how long it stays, and what the configuration does to it.
 
 #include <gtest/gtest.h>
-#include <learn/Frame.h>
 #include <learn/Learner.h>
-#include <learn/MacTable.h>
 
-#include <nlohmann/json.hpp>
+#include <functional>
+#include <sstream>
 
+#include "Bridges.h"
 #include "Frames.h"
 
 namespace Learn {
 namespace {
 
-std::span< Koi::U8 const > bytesOf( std::string const & frame ) {
-  return { reinterpret_cast< Koi::U8 const * >( frame.data() ), frame.size() };
-}
+using namespace Bridging;
+using Bridging::access;  // a function of the system has that name, too
 
-// One row a frame: its bytes, and the VLAN that its sender is learned in or else the reason why
-// not.
-struct FrameCase {
-  char const * name;
-  std::string frame;
-  std::variant< unsigned, NotLearned > expected;
-};
-void PrintTo( FrameCase const & c, std::ostream * out ) { *out << c.name; }
+struct LearnerTest : testing::Test, TestBridge {
+  Learner learner{ { .config = config, .topology = topology } };
+  Bridge const & bridge = learner.bridge();
+  Status & status = *bridge.status;
 
-constexpr unsigned native = 7;
-class Frames : public testing::TestWithParam< FrameCase > {};
-
-TEST_P( Frames, belongToTheirVlanOrTeachNothing ) {
-  auto const got = sourceOf( bytesOf( GetParam().frame ), Bridging::VlanId( native ) );
-  ASSERT_EQ( got.index(), GetParam().expected.index() );
-  if( auto const * why = std::get_if< NotLearned >( &got ) ) {
-    EXPECT_EQ( *why, std::get< NotLearned >( GetParam().expected ) );
-    return;
+  void frameIs( char const * name, std::int64_t seconds, std::string const & bytes ) {
+    learner.frameIs( learner.port( intf( name ) ), { { seconds, 250'000'000 }, bytesOf( bytes ) } );
   }
-  auto const & source = std::get< FrameSource >( got );
-  EXPECT_EQ( source.vlan.value(), std::get< unsigned >( GetParam().expected ) );
-  EXPECT_EQ( source.address, Wirex::EthAddr( 2, 0, 0, 0, 0, 1 ) );
-}
+  /// The host number n sends a frame, tagged for that VLAN.
+  void hostIs( unsigned n, char const * name, unsigned vlan = 5, std::int64_t seconds = 0 ) {
+    frameIs( name, seconds, frameFrom( mac( n ), tag( 0x8100, vlan ) ) );
+  }
+  /// The table in words: "fid-host@port*moves", and the kind of those that are not learned.
+  std::string table() const {
+    std::ostringstream words;
+    for( auto const & fdb : status.fdbStatus() ) {
+      std::map< Wirex::EthAddr, LearnedHost > sorted;
+      for( auto const & host : fdb.value()->learnedHost() )
+        sorted.emplace( host.key(), host.value() );
+      for( auto const & [address, host] : sorted ) {
+        words << ( words.tellp() > 0 ? " " : "" ) << fdb.key().value() << "-"
+              << unsigned{ address.bytes()[5] } << "@" << host.intf().stringValue().view();
+        if( host.moves() != 0 )
+          words << "*" << host.moves();
+        if( host.entryType() != learnedDynamicMac )
+          words << "=" << stringValue( host.entryType() ).view();
+      }
+    }
+    return words.str();
+  }
+  static Wirex::EthAddr host( unsigned n ) {
+    return Wirex::EthAddr( 2, 0, 0, 0, 0, static_cast< Koi::U8 >( n ) );
+  }
+  Koi::U64 numNot( NotLearned why ) const {
+    return learner.totals().numNotLearned[static_cast< unsigned >( why )];
+  }
+};
 
-INSTANTIATE_TEST_SUITE_P(
-    OfEveryKind, Frames,
-    testing::Values(
-        FrameCase{ "untagged", frameFrom( mac( 1 ) ), native },
-        FrameCase{ "tagged", frameFrom( mac( 1 ), tag( 0x8100, 100 ) ), 100u },
-        FrameCase{ "priorityAndDropBitsAreNotTheVlan", frameFrom( mac( 1 ), tag( 0x8100, 0xf064 ) ),
-                   100u },
-        FrameCase{ "lowestVlan", frameFrom( mac( 1 ), tag( 0x8100, 1 ) ), 1u },
-        FrameCase{ "highestVlan", frameFrom( mac( 1 ), tag( 0x8100, 4094 ) ), 4094u },
-        FrameCase{ "reservedVlan", frameFrom( mac( 1 ), tag( 0x8100, 0xefff ) ),
-                   NotLearned::reservedVlan },
-        FrameCase{ "priorityTagged", frameFrom( mac( 1 ), tag( 0x8100, 0xe000 ) ), native },
-        FrameCase{ "innerTagsSayNothing",
-                   frameFrom( mac( 1 ), tag( 0x8100, 5 ) + tag( 0x8100, 4095 ) ), 5u },
-        FrameCase{ "serviceTagged", frameFrom( mac( 1 ), tag( 0x88a8, 5 ) + tag( 0x8100, 6 ) ),
-                   native },
-        FrameCase{ "otherTag", frameFrom( mac( 1 ), tag( 0x9100, 4095 ) ), native },
-        FrameCase{ "lengthInsteadOfType", frameFrom( mac( 1 ) ).replace( 12, 2, "\0\x26", 2 ),
-                   native },
-        FrameCase{ "headerOnly", frameFrom( mac( 1 ), "", 0 ), native },
-        FrameCase{ "oneByteShort", frameFrom( mac( 1 ) ).substr( 0, 13 ), NotLearned::tooShort },
-        FrameCase{ "empty", "", NotLearned::tooShort },
-        FrameCase{ "taggedHeaderOnly", frameFrom( mac( 1 ), tag( 0x8100, 9 ), 0 ), 9u },
-        FrameCase{ "taggedOneByteShort", frameFrom( mac( 1 ), tag( 0x8100, 9 ) ).substr( 0, 17 ),
-                   NotLearned::tooShort },
-        FrameCase{ "serviceTaggedHeaderOnly",
-                   frameFrom( mac( 1 ), tag( 0x88a8, 9 ) ).substr( 0, 14 ), native },
-        FrameCase{ "jumbo", frameFrom( mac( 1 ), "", 65000 ), native },
-        FrameCase{ "multicastSource", frameFrom( mac( 1, 1 ) ), NotLearned::groupSource },
-        FrameCase{ "broadcastSource", frameFrom( std::string( 6, '\xff' ) ),
-                   NotLearned::groupSource },
-        FrameCase{ "zeroSource", frameFrom( std::string( 6, '\0' ) ), NotLearned::zeroSource },
-        FrameCase{ "theFirstReasonCounts", frameFrom( mac( 1, 1 ), tag( 0x8100, 4095 ) ),
-                   NotLearned::reservedVlan } ),
-    []( auto const & c ) { return c.param.name; } );
-
-/// Counts what observers of one database hear.
-struct Listener : Bridging::FdbStatus::NotifieeConst {
-  void onLearnedHost( Wirex::EthAddr const & ) override { ++heard; }
+/// Counts what observers of one database hear, and does something then.
+struct Listener : FdbStatus::NotifieeConst {
+  using NotifieeConst::onLearnedHost;
+  void onLearnedHost( Wirex::EthAddr const & ) override {
+    ++heard;
+    if( react )
+      react();
+  }
   int heard = 0;
-};
-
-struct LearnerTest : testing::Test {
-  void frameIs( char const * intf, std::int64_t seconds, std::string const & bytes,
-                Koi::U16 nativeVlan = 1 ) {
-    learner.frameIs( { Wirex::IntfId( Koi::String8( intf ) ), Bridging::VlanId( nativeVlan ) },
-                     { { seconds, 250'000'000 }, bytesOf( bytes ) } );
-  }
-  nlohmann::ordered_json entries() {
-    return nlohmann::ordered_json::parse( macTableJson( learner ) )["entries"];
-  }
-  Learner learner;
+  std::function< void() > react;
 };
 
 TEST_F( LearnerTest, aHostMovesBetweenPortsButNotBetweenVlans ) {
   frameIs( "eth1", 10, frameFrom( mac( 1 ) ) );
   Listener listener;
-  learner.forEachDatabase( [&]( auto const & status ) { listener.notifierIs( &status ); } );
+  listener.notifierIs( status.fdbStatus( Fid( 1 ) ).ptr() );
+  auto const now = [&] { return status.fdbStatus( Fid( 1 ) )->learnedHost( host( 1 ) ); };
 
   frameIs( "eth1", 20, frameFrom( mac( 1 ) ) );
   EXPECT_EQ( listener.heard, 0 );  // where it was: nothing has changed, not even a time
-  EXPECT_EQ( entries()[0]["moves"], 0 );
-  EXPECT_EQ( entries()[0]["lastMoveTime"], 10.25 );
+  EXPECT_EQ( now(), LearnedHost( host( 1 ), intf( "eth1" ), 0, 10.25, learnedDynamicMac ) );
 
   frameIs( "eth2", 30, frameFrom( mac( 1 ) ) );
   frameIs( "eth2", 40, frameFrom( mac( 1 ) ) );
   EXPECT_EQ( listener.heard, 1 );
   frameIs( "eth1", 50, frameFrom( mac( 1 ) ) );
-  frameIs( "eth3", 60, frameFrom( mac( 1 ), tag( 0x8100, 2 ) ) );
-  frameIs( "eth3", 70, frameFrom( mac( 1 ) ), 3 );
-  auto const got = entries();
-  ASSERT_EQ( got.size(), 3u );
-  EXPECT_EQ( got[0].dump(), R"({"fid":1,"address":"02:00:00:00:00:01","intf":"eth1",)"
-                            R"("entryType":"learnedDynamicMac","moves":2,"lastMoveTime":50.25})" );
-  EXPECT_EQ( got[1]["moves"], 0 );
-  EXPECT_EQ( got[2]["fid"], 3 );
-  EXPECT_EQ( learner.totals().numHosts, 3u );
+  EXPECT_EQ( now(), LearnedHost( host( 1 ), intf( "eth1" ), 2, 50.25, learnedDynamicMac ) );
+  hostIs( 1, "eth3", 2, 60 );
+  EXPECT_EQ( table(), "1-1@eth1*2 2-1@eth3" );
+  EXPECT_EQ( learner.totals().numHosts, 2u );
   EXPECT_EQ( learner.totals().numMoves, 2u );
 }
 
-TEST_F( LearnerTest, entriesComeByVlanThenByAddress ) {
-  for( unsigned n : { 200u, 3u, 100u } )
-    for( unsigned vlan : { 4094u, 2u, 1000u } )
-      frameIs( "lag7", 1, frameFrom( mac( n ), tag( 0x8100, vlan ) ) );
-  std::string order;
-  for( auto const & entry : entries() )
-    order += std::to_string( entry["fid"].get< int >() ) + "-" +
-             entry["address"].get< std::string >().substr( 15 ) + " ";
-  EXPECT_EQ( order, "2-03 2-64 2-c8 1000-03 1000-64 1000-c8 4094-03 4094-64 4094-c8 " );
+TEST_F( LearnerTest, vlansMayShareADatabase ) {
+  config->vidToFidMapIs( VlanId( 5 ), Fid( 60000 ) );
+  config->vidToFidMapIs( VlanId( 6 ), Fid( 60000 ) );
+  hostIs( 1, "eth1", 5 );
+  hostIs( 1, "eth2", 6 );
+  hostIs( 2, "eth2", 6 );
+  hostIs( 3, "eth2", 7 );
+  EXPECT_EQ( table(), "7-3@eth2 60000-1@eth2*1 60000-2@eth2" );
+  config->vidToFidMapDel( VlanId( 6 ) );  // what it has taught goes with it
+  EXPECT_EQ( table(), "7-3@eth2" );
+  hostIs( 1, "eth2", 6 );
+  EXPECT_EQ( table(), "6-1@eth2 7-3@eth2" );
 }
 
-TEST_F( LearnerTest, theTextAlignsWhateverTheWidths ) {
-  EXPECT_EQ( macTableText( learner ),
-             "VLAN  MAC address  Type  Port  Moves  Last move\n"
-             "----  -----------  ----  ----  -----  ---------\n"
-             "\n"
-             "Hosts: 0, VLANs: 0, moves: 0\n"
-             "Frames read: 0\n"
-             "Frames not learned from: 0 (too short: 0, VLAN 4095: 0, group source: 0, all-zero "
-             "source: 0)\n" );
-  frameIs( "eth1", 1353690039, frameFrom( mac( 1 ) ) );
-  frameIs( "eth10/32/4", 0, frameFrom( mac( 255 ), tag( 0x8100, 4094 ) ) );
-  frameIs( "eth1", 1, frameFrom( mac( 255 ), tag( 0x8100, 4094 ) ) );
-  frameIs( "eth10/32/4", 0, frameFrom( mac( 255 ), tag( 0x8100, 4094 ) ) );
-  frameIs( "eth1", 1, "short" );
-  frameIs( "eth1", 1, frameFrom( mac( 1, 1 ) ) );
-  frameIs( "eth1", 1, frameFrom( mac( 1, 1 ) ) );
-  EXPECT_EQ(
-      macTableText( learner ),
-      "VLAN  MAC address        Type             Port        Moves  Last move\n"
-      "----  -----------------  ---------------  ----------  -----  ---------------------------\n"
-      "   1  02:00:00:00:00:01  learned dynamic  eth1            0  2012-11-23T17:00:39.250000Z\n"
-      "4094  02:00:00:00:00:ff  learned dynamic  eth10/32/4      2  1970-01-01T00:00:00.250000Z\n"
-      "\n"
-      "Hosts: 2, VLANs: 2, moves: 2\n"
-      "Frames read: 7\n"
-      "Frames not learned from: 3 (too short: 1, VLAN 4095: 0, group source: 2, all-zero source: "
-      "0)\n" );
+// ---- ageing: hosts are seen at whole seconds and a quarter
+
+TEST_F( LearnerTest, hostsThatAreNotSeenForLongerThanTheAgeingTimeGo ) {
+  hostIs( 1, "eth1", 5, 0 );
+  hostIs( 2, "eth1", 5, 100 );
+  hostIs( 1, "eth1", 5, 200 );
+  hostIs( 3, "eth1", 5, 400 );
+  EXPECT_EQ( table(), "5-1@eth1 5-2@eth1 5-3@eth1" );  // 300 seconds are not longer
+  frameIs( "eth2", 401, "" );                          // any frame moves the clock
+  EXPECT_EQ( table(), "5-1@eth1 5-3@eth1" );
+  EXPECT_EQ( learner.totals().numAged, 1u );
+  EXPECT_EQ( learner.totals().numHosts, 2u );
+  hostIs( 1, "eth2", 5, 1000 );  // aged out before it is seen: no move
+  EXPECT_EQ( table(), "5-1@eth2" );
+  config->hostAgingTimeIs( 0 );
+  frameIs( "eth2", 1'000'000, "" );
+  EXPECT_EQ( table(), "5-1@eth2" );
+  config->hostAgingTimeIs( 0.5 );  // at once
+  EXPECT_EQ( table(), "" );
 }
 
-TEST( MacTable, timesAreUtcInMicroseconds ) {
-  EXPECT_EQ( timeText( 1353690039.425111 ), "2012-11-23T17:00:39.425111Z" );
-  EXPECT_EQ( timeText( 1709251199.9999999 ),
-             "2024-03-01T00:00:00.000000Z" );  // the 29th of February ends
-  EXPECT_EQ( timeText( -0.5 ), "1969-12-31T23:59:59.500000Z" );
-  EXPECT_EQ( timeText( -62167219200 ), "0000-01-01T00:00:00.000000Z" );
-  EXPECT_EQ( timeText( 253402300800 ), "253402300800.000000" );
+TEST_F( LearnerTest, clocksThatRunBackwardsOrWildAgeNothingWrongly ) {
+  hostIs( 1, "eth1", 5, 1000 );
+  hostIs( 2, "eth1", 5, 500 );  // counts as 1000
+  hostIs( 3, "eth1", 5, INT64_MIN );
+  hostIs( 4, "eth1", 5, 1300 );
+  EXPECT_EQ( table(), "5-1@eth1 5-2@eth1 5-3@eth1 5-4@eth1" );
+  hostIs( 4, "eth1", 5, 1301 );
+  EXPECT_EQ( table(), "5-4@eth1" );
+  hostIs( 5, "eth1", 5, INT64_MAX );
+  hostIs( 6, "eth1", 5, 1302 );
+  EXPECT_EQ( table(), "5-5@eth1 5-6@eth1" );
 }
 
-TEST( MacTable, theJsonIsOneObjectWithItsSchema ) {
-  EXPECT_EQ( macTableJson( Learner() ),
-             "{\n  \"schema\": \"lumo.mac-table/1\",\n  \"entries\": []\n}\n" );
+TEST_F( LearnerTest, spanningTreeMayShortenTheAgeingTime ) {
+  hostIs( 1, "eth1", 5, 0 );
+  hostIs( 2, "eth1", 5, 20 );
+  topology->agingTimeIs( 400 );
+  EXPECT_EQ( table(), "5-1@eth1 5-2@eth1" );
+  topology->agingTimeIs( 15 );
+  EXPECT_EQ( table(), "5-2@eth1" );
+  config->hostAgingTimeIs( 0 );
+  frameIs( "eth1", 40, "" );
+  EXPECT_EQ( table(), "" );
+}
+
+// ---- configured hosts
+
+TEST_F( LearnerTest, aConfiguredHostStandsInItsPlaceUntilItIsRemoved ) {
+  auto const fdb = config->fdbConfigIs( Fid( 5 ) );
+  fdb->configuredHostIs( ConfiguredHost( host( 1 ), intf( "eth2" ), configuredStaticMac, "" ) );
+  hostIs( 1, "eth1" );
+  hostIs( 1, "eth2" );
+  hostIs( 1, "eth1", 6 );
+  hostIs( 2, "eth1" );
+  hostIs( 2, "eth3" );
+  EXPECT_EQ( table(), "5-1@eth2=configuredStaticMac 5-2@eth3*1 6-1@eth1" );
+  EXPECT_EQ( numNot( NotLearned::configured ), 2u );
+  fdb->configuredHostIs( ConfiguredHost( host( 2 ), intf( "eth4" ), configuredSecureMac, "a" ) );
+  fdb->configuredHostIs( ConfiguredHost( host( 1 ), intf( "eth5" ), configuredStaticMac, "" ) );
+  frameIs( "eth1", 1'000'000, "" );
+  EXPECT_EQ( table(), "5-1@eth5=configuredStaticMac 5-2@eth4=configuredSecureMac" );
+  EXPECT_TRUE( learner.flush( 0, {} ) );
+  fdb->configuredHostDel( host( 2 ) );
+  EXPECT_EQ( table(), "5-1@eth5=configuredStaticMac" );
+  hostIs( 2, "eth1", 5, 1'000'000 );
+  config->fdbConfigDel( Fid( 5 ) );
+  EXPECT_EQ( table(), "5-2@eth1" );
+  EXPECT_EQ( learner.totals().numHosts, 1u );
+}
+
+TEST_F( LearnerTest, aLearnerBeginsWithWhatIsConfigured ) {
+  hostIs( 1, "eth1" );
+  config->fdbConfigIs( Fid( 5 ) )
+      ->configuredHostIs( ConfiguredHost( host( 2 ), intf( "eth2" ), configuredStaticMac, "" ) );
+  config->vidToFidMapIs( VlanId( 6 ), Fid( 5 ) );
+  bridge.flushRequests->hostTableFlushRequestIs( "mine", HostTableFlushRequest() );
+  bridge.flushReplies->hostTableFlushReplyIs( "stale", true );
+  Learner next( bridge );
+  EXPECT_EQ( table(), "5-2@eth2=configuredStaticMac" );
+  next.frameIs( next.port( intf( "eth1" ) ),
+                { {}, bytesOf( frameFrom( mac( 3 ), tag( 0x8100, 6 ) ) ) } );
+  EXPECT_EQ( table(), "5-2@eth2=configuredStaticMac 5-3@eth1" );
+  EXPECT_TRUE( bridge.flushReplies->hostTableFlushReply( "mine" ) );
+  EXPECT_FALSE( bridge.flushReplies->hostTableFlushReply().contains( "stale" ) );
+}
+
+// ---- configuration that changes
+
+struct ConfigChange {
+  char const * name;
+  void ( *change )( TestBridge const & );
+  char const * left;   // of 5-1@eth1, 5-2@eth2, 6-3@eth1 and the untagged 1-4@eth1
+  char const * later;  // when all four have sent again
+};
+void PrintTo( ConfigChange const & c, std::ostream * out ) { *out << c.name; }
+
+struct AfterAChange : LearnerTest, testing::WithParamInterface< ConfigChange > {};
+
+TEST_P( AfterAChange, goesWhatThePortNoLongerCarriesAndStaysTheRest ) {
+  for( char const * port_ : { "eth1", "eth2" } )
+    for( unsigned vlan_ : { 1u, 5u, 6u } )
+      member( vlan_, port_ );
+  port( "eth1" );
+  auto const topo = topologyOf( 5, Topology::forwarding );
+  topo->topoPortConfigIs( intf( "eth1" ), 1, Topology::forwarding );
+  auto const all = [&] {
+    hostIs( 1, "eth1", 5 );
+    hostIs( 2, "eth2", 5 );
+    hostIs( 3, "eth1", 6 );
+    frameIs( "eth1", 0, frameFrom( mac( 4 ) ) );
+  };
+  all();
+  ASSERT_EQ( table(), "1-4@eth1 5-1@eth1 5-2@eth2 6-3@eth1" );
+  GetParam().change( *this );
+  EXPECT_EQ( table(), GetParam().left );
+  all();
+  EXPECT_EQ( table(), GetParam().later );
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Learner, AfterAChange,
+    testing::Values(
+        ConfigChange{ "portLeavesTheVlan",
+                      []( TestBridge const & b ) { b.vlan( 5 )->intfDel( intf( "eth1" ) ); },
+                      "1-4@eth1 5-2@eth2 6-3@eth1", "1-4@eth1 5-2@eth2 6-3@eth1" },
+        ConfigChange{ "portCarriesTheVlanOutwards",
+                      []( TestBridge const & b ) { b.member( 5, "eth1", egress ); },
+                      "1-4@eth1 5-2@eth2 6-3@eth1", "1-4@eth1 5-2@eth2 6-3@eth1" },
+        ConfigChange{ "vlanIsSuspended",
+                      []( TestBridge const & b ) { b.vlan( 5 )->adminStateIs( suspended ); },
+                      "1-4@eth1 6-3@eth1", "1-4@eth1 6-3@eth1" },
+        ConfigChange{ "vlanIsRemoved",
+                      []( TestBridge const & b ) { b.config->vlanConfigDel( VlanId( 5 ) ); },
+                      "1-4@eth1 6-3@eth1", "1-4@eth1 5-1@eth1 5-2@eth2 6-3@eth1" },
+        ConfigChange{
+            "portIsRemoved",
+            []( TestBridge const & b ) { b.config->switchIntfConfigDel( intf( "eth1" ) ); },
+            "5-2@eth2", "1-4@eth1 5-1@eth1 5-2@eth2 6-3@eth1" },
+        ConfigChange{ "portBecomesAnAccessPort",
+                      []( TestBridge const & b ) { b.port( "eth1", access, 6 ); },
+                      "5-2@eth2 6-3@eth1", "5-2@eth2 6-3@eth1 6-4@eth1" },
+        ConfigChange{ "portBecomesATunnel",
+                      []( TestBridge const & b ) { b.port( "eth1", dot1qTunnel, 6 ); },
+                      "5-2@eth2 6-3@eth1", "5-2@eth2 6-1@eth1 6-3@eth1 6-4@eth1" },
+        ConfigChange{ "portIsRouted", []( TestBridge const & b ) { b.port( "eth1", routed, 1 ); },
+                      "5-2@eth2", "5-2@eth2" },
+        ConfigChange{
+            "nativeVlanChanges", []( TestBridge const & b ) { b.port( "eth1", trunk, 6 ); },
+            "1-4@eth1 5-1@eth1 5-2@eth2 6-3@eth1", "1-4@eth1 5-1@eth1 5-2@eth2 6-3@eth1 6-4@eth1" },
+        ConfigChange{ "tagsOfAnotherType",
+                      []( TestBridge const & b ) {
+                        b.port( "eth1" )->vlanTpidIs( VlanTpidOrNone( 0x88a8 ) );
+                      },
+                      "1-4@eth1 5-1@eth1 5-2@eth2 6-3@eth1",
+                      "1-1@eth1 1-3@eth1 1-4@eth1 5-1@eth1 5-2@eth2 6-3@eth1" } ),
+    []( auto const & c ) { return c.param.name; } );
+
+TEST_F( LearnerTest, whereLearningIsSwitchedOffWhatWasLearnedStaysAndAges ) {
+  struct {
+    std::function< void( bool ) > pauseIs;
+    NotLearned why;
+  } const cases[] = {
+      { [&]( bool p ) { port( "eth1" )->macLearningEnabledIs( !p ); }, NotLearned::portLearnsNot },
+      { [&]( bool p ) { member( 5, "eth1" )->macLearningIs( !p ); }, NotLearned::vlanLearnsNot },
+      { [&]( bool p ) {
+         topologyOf( 5, Topology::forwarding )
+             ->topoPortConfigIs( intf( "eth1" ), 1, Topology::learning )
+             ->stateIs( p ? Topology::discarding : Topology::learning );
+       },
+        NotLearned::blocked },
+  };
+  member( 5, "eth1" );
+  std::int64_t time = 0;
+  for( auto const & c : cases ) {
+    hostIs( 1, "eth1", 5, time );
+    c.pauseIs( true );
+    EXPECT_EQ( table(), "5-1@eth1" );
+    hostIs( 1, "eth1", 5, time + 200 );
+    hostIs( 2, "eth1", 5, time + 200 );
+    EXPECT_EQ( numNot( c.why ), 2u );
+    EXPECT_EQ( table(), "5-1@eth1" );
+    frameIs( "eth2", time += 301, "" );
+    EXPECT_EQ( table(), "" );
+    c.pauseIs( false );
+    hostIs( 2, "eth1", 5, time );
+    EXPECT_EQ( table(), "5-2@eth1" );
+    frameIs( "eth2", time += 301, "" );
+  }
+}
+
+// ---- flush
+
+struct FlushTest : LearnerTest {
+  /// The answer to a request: 1 or 0; -1: none.
+  int answer( unsigned vlan, char const * name ) {
+    HostTableFlushRequest const request( static_cast< Koi::U16 >( vlan ), intf( name ) );
+    bridge.flushRequests->hostTableFlushRequestIs( "me", request );
+    auto const & replies = bridge.flushReplies->hostTableFlushReply();
+    int const got = replies.contains( "me" ) ? replies.value( "me" ) : -1;
+    bridge.flushRequests->hostTableFlushRequestDel( "me" );
+    EXPECT_TRUE( replies.empty() ) << "the answer goes with the request";
+    return got;
+  }
+};
+
+TEST_F( FlushTest, forgetsByVlanByPortByBothOrAll ) {
+  config->fdbConfigIs( Fid( 5 ) )
+      ->configuredHostIs( ConfiguredHost( host( 9 ), intf( "eth1" ), configuredStaticMac, "" ) );
+  vlan( 8 );
+  struct {
+    unsigned vlan;
+    char const * intf;
+    int answer;
+    std::string left;
+  } const cases[] = {
+      { 5, "", 1, "6-3@eth1 6-4@eth2" },
+      { 0, "eth1", 1, "5-2@eth2 6-4@eth2" },
+      { 6, "eth1", 1, "5-1@eth1 5-2@eth2 6-4@eth2" },
+      { 0, "", 1, "" },
+      { 0, "eth9", 1, "5-1@eth1 5-2@eth2 6-3@eth1 6-4@eth2" },
+      { 8, "", 1, "5-1@eth1 5-2@eth2 6-3@eth1 6-4@eth2" },  // configured, with no host
+      { 9, "", 0, "5-1@eth1 5-2@eth2 6-3@eth1 6-4@eth2" },  // nobody knows it
+      { 4095, "eth1", 0, "5-1@eth1 5-2@eth2 6-3@eth1 6-4@eth2" },
+      { 65535, "", 0, "5-1@eth1 5-2@eth2 6-3@eth1 6-4@eth2" },
+  };
+  for( auto const & c : cases ) {
+    hostIs( 1, "eth1", 5 );
+    hostIs( 2, "eth2", 5 );
+    hostIs( 3, "eth1", 6 );
+    hostIs( 4, "eth2", 6 );
+    EXPECT_EQ( answer( c.vlan, c.intf ), c.answer ) << c.vlan << c.intf;
+    std::string left = table();
+    std::string const fixed = "5-9@eth1=configuredStaticMac";
+    ASSERT_NE( left.find( fixed ), std::string::npos ) << left;
+    left.erase( left.find( fixed ), fixed.size() + 1 );
+    if( left.ends_with( " " ) )
+      left.pop_back();
+    EXPECT_EQ( left, c.left ) << c.vlan << c.intf;
+  }
+}
+
+TEST_F( FlushTest, aRequestThatChangesIsServedAgain ) {
+  hostIs( 1, "eth1" );
+  auto const & requests = bridge.flushRequests;
+  requests->hostTableFlushRequestIs( "me", HostTableFlushRequest( 7, {} ) );
+  EXPECT_FALSE( bridge.flushReplies->hostTableFlushReply( "me" ) );
+  EXPECT_EQ( table(), "5-1@eth1" );
+  requests->hostTableFlushRequestIs( "me", HostTableFlushRequest( 5, {} ) );
+  EXPECT_TRUE( bridge.flushReplies->hostTableFlushReply( "me" ) );
+  EXPECT_EQ( table(), "" );
+}
+
+TEST_F( FlushTest, spanningTreeGetsAReportOfEachFlushOfItsPort ) {
+  auto const topo = topologyOf( 5, Topology::forwarding );
+  auto const port_ = topo->topoPortConfigIs( intf( "eth1" ), 7, Topology::forwarding );
+  hostIs( 1, "eth1", 5 );
+  hostIs( 2, "eth2", 5 );
+  hostIs( 3, "eth1", 6 );
+  EXPECT_TRUE( bridge.topologyStatus->topoStatus().empty() );  // nothing was asked for
+  port_->fdbFlushIs( 3 );
+  EXPECT_EQ( table(), "5-2@eth2 6-3@eth1" );
+  auto const report = [&] {
+    auto const found = bridge.topologyStatus->topoStatus( topo->name() );
+    return found ? found->topoPortStatus( intf( "eth1" ) ) : nullptr;
+  };
+  ASSERT_TRUE( report() );
+  EXPECT_EQ( report()->fdbFlushReport(), 3u );
+  EXPECT_EQ( report()->creationNonce(), 7u );
+
+  // Another port of the same name that asks at once.
+  hostIs( 1, "eth1", 5 );
+  topo->topoPortConfigDel( intf( "eth1" ) );
+  EXPECT_EQ( table(), "5-1@eth1 5-2@eth2 6-3@eth1" );
+  Koi::transaction(
+      [&] { topo->topoPortConfigIs( intf( "eth1" ), 8, Topology::forwarding )->fdbFlushIs( 1 ); } );
+  EXPECT_EQ( table(), "5-2@eth2 6-3@eth1" );
+  EXPECT_EQ( report()->creationNonce(), 8u );
+  EXPECT_EQ( report()->fdbFlushReport(), 1u );
+}
+
+// ---- who is told may do anything
+
+TEST_F( LearnerTest, anObserverMayChangeTheConfigurationWhileItIsTold ) {
+  for( unsigned n = 1; n <= 4; ++n )
+    hostIs( n, "eth1" );
+  Listener listener;
+  listener.notifierIs( status.fdbStatus( Fid( 5 ) ).ptr() );
+  listener.react = [&] {  // in the midst of a flush
+    config->vlanConfigIs( VlanId( 5 ), false )->adminStateIs( suspended );
+    learner.flush( 0, {} );
+    config->vlanConfigDel( VlanId( 5 ) );
+    config->fdbConfigIs( Fid( 5 ) )
+        ->configuredHostIs( ConfiguredHost( host( 3 ), intf( "eth7" ), configuredStaticMac, "" ) );
+  };
+  learner.flush( 5, intf( "eth1" ) );
+  EXPECT_EQ( table(), "5-3@eth7=configuredStaticMac" );
+  listener.react = nullptr;
+  hostIs( 4, "eth1" );
+  EXPECT_EQ( table(), "5-3@eth7=configuredStaticMac 5-4@eth1" );
+  EXPECT_EQ( learner.totals().numHosts, 2u );
+}
+
+TEST_F( LearnerTest, countsHostsByDatabase ) {
+  hostIs( 1, "eth1", 5 );
+  hostIs( 2, "eth1", 5 );
+  hostIs( 1, "eth1", 6 );
+  hostIs( 1, "eth2", 6 );
+  auto const counts = [&] {
+    std::string words;
+    for( auto const & count : learner.counts().numHosts() )
+      words += std::to_string( count.key().value() ) + ":" + std::to_string( count.value() ) + " ";
+    return words + std::to_string( learner.counts().total() );
+  };
+  EXPECT_EQ( counts(), "5:2 6:1 3" );
+  learner.flush( 5, {} );
+  EXPECT_EQ( counts(), "5:0 6:1 1" );
+
+  auto const mine = hostCountsFactory( Koi::Name( "mine" ) );
+  auto const counter = hostCounterFactory( bridge.status, mine );
+  EXPECT_EQ( mine->total(), 1u );
+  status.fdbStatusDel( Fid( 6 ) );
+  EXPECT_EQ( mine->total(), 0u );
+  EXPECT_FALSE( mine->numHosts().contains( Fid( 6 ) ) );
 }
 
 }  // namespace
