@@ -122,6 +122,9 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
   app.add_option( "--native", natives, "the VLAN of the port's untagged frames (1)" )
       ->type_name( "PORT=VLAN" )
       ->allow_extra_args( false );
+  app.add_option( "--config", options.configPath,
+                  "the bridge's configuration in JSON; --native and --aging prevail" )
+      ->type_name( "FILE" );
   app.add_option( "--aging", aging, "how long a host stays that is not seen (300); 0 is for ever" )
       ->type_name( "SECONDS" );
   app.add_flag( "--json", options.json, "print one JSON object instead of the table" );

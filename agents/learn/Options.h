@@ -18,6 +18,7 @@ struct PortCapture {
 
 struct Options {
   std::vector< PortCapture > captures;  // as named; no port twice
+  std::string configPath;               // the file of --config; empty: none
   std::optional< Koi::Seconds > agingTime;
   bool json = false;
 

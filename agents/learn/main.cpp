@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "ConfigFile.h"
 #include "Learner.h"
 #include "MacTable.h"
 #include "MergedCaptures.h"
@@ -63,6 +64,13 @@ int main( int argc, char ** argv ) {
 
   Learn::Progress progress;
   auto const config = Bridging::configFactory( Koi::Name( "config" ) );
+  try {
+    if( !options.configPath.empty() )
+      Learn::readConfigFile( options.configPath, *config );
+  } catch( std::runtime_error const & e ) {  // its text names the file and the place
+    fmt::print( stderr, "learn: {}\n", e.what() );
+    return statusFailed;
+  }
   options.applyTo( *config );
   Learn::Learner learner( { .config = config } );
   std::vector< Learn::Port * > ports;

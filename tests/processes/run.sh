@@ -50,9 +50,17 @@ fi
 ran 0
 cp "$work/out" "$work/table"
 [ ! -s "$work/err" ] || wrong "something on stderr: $( cat "$work/err" )"
-ran 0 --capture "eth1=$captureFile"
-cmp "$work/out" "$work/table" || wrong "the real capture is not what ./run shows"
-ran 0 --capture "eth1=$captureFile" --json
+ran 0 --capture "eth1=$captureFile" --aging 0
+tail -n +3 "$work/table" | head -n "$( wc -l < "$work/out" )" > "$work/real"   # below its heading
+cmp "$work/out" "$work/real" || wrong "the real capture is not what ./run shows first"
+for line in 'Hosts: 19, VLANs: 1, moves: 0, aged out: 0' 'Hosts: 7, VLANs: 3, moves: 2, aged out: 1' \
+            '  10  00:00:5e:00:53:01  configured       eth2      0  -'; do
+  grep -qxF -- "$line" "$work/table" || wrong "./run does not print: $line"
+done
+ran 0 --json
+cp "$work/out" "$work/table.json"
+ran 0 --capture "eth1=$captureFile" --aging 0 --json
+cmp "$work/out" "$work/table.json" || wrong "./run --json shows something else than the real capture"
 addresses=$( grep -c '"address"' "$work/out" || true )
 [ "$addresses" -gt 1 ] || addresses=$( grep -o '"address"' "$work/out" | wc -l )
 [ "$addresses" -eq 19 ] || wrong "$addresses addresses, not 19"

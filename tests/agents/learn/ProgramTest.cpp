@@ -67,6 +67,11 @@ TEST( Program, wrongArgumentsAreNamedOnOneLine ) {
       { sound + "--native eth1=4095", "--native 'eth1=4095': the VLAN is a number from 1 to 4094" },
       { sound + "--native eth1=1x", "--native 'eth1=1x': the VLAN is a number from 1 to 4094" },
       { sound + "--native eth2=5", "--native 'eth2=5': no --capture names the port" },
+      { sound + "--aging -1",
+        "--aging '-1': a number of seconds was expected, or 0 for no ageing" },
+      { sound + "--aging 5m",
+        "--aging '5m': a number of seconds was expected, or 0 for no ageing" },
+      { sound + "--config /nonexistent.json", "/nonexistent.json: No such file or directory" },
       { sound + "--native eth1=5 --native eth1=6",
         "--native 'eth1=6': the port has a native VLAN already" },
   };
@@ -112,6 +117,25 @@ TEST( Program, readsPortsByTimeWithTheirNativeVlans ) {
   ]
 }
 )" );
+}
+
+TEST( Program, theCommandLinePrevailsOverTheConfiguration ) {
+  SavedFile const capture( PcapFile()
+                               .frame( 1, 0, frameFrom( mac( 1 ) ) )
+                               .frame( 8, 0, frameFrom( mac( 2 ) ) )
+                               .bytes() );
+  SavedFile const config( R"({ "hostAgingTime": 5, "switchIntfConfig": { "eth1": {
+      "switchportModeAndNativeVlan": { "switchportMode": "access", "nativeVlan": 10 } } } })" );
+  std::string const both = "--capture eth1=" + capture.path() + " --config " + config.path() +
+                           " | grep '^ ' | cut -c -23";
+  EXPECT_EQ( learn( both ).out, "  10  02:00:00:00:00:02\n" );
+  EXPECT_EQ( learn( "--aging 7 --native eth1=9 " + both ).out,
+             "   9  02:00:00:00:00:01\n   9  02:00:00:00:00:02\n" );
+  SavedFile const wrong( R"({ "hostAgingTime": "long" })" );
+  Outcome const run = learn( "--capture eth1=" + capture.path() + " --config " + wrong.path() );
+  EXPECT_EQ( run.status, 2 );
+  EXPECT_EQ( run.out, "" );
+  EXPECT_EQ( run.err.rfind( "learn: " + wrong.path() + ": /hostAgingTime: ", 0 ), 0u ) << run.err;
 }
 
 TEST( Program, aDamagedCaptureStopsOnlyItself ) {

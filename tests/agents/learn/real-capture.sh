@@ -27,23 +27,30 @@ trap 'rm -rf "$scratch"' EXIT
 tshark -n -r "$capture" -T fields -E occurrence=f -E separator=/t \
   -e frame.time_epoch -e eth.src -e eth.type -e vlan.id > "$scratch/frames"
 
-python3 - "$scratch/frames" > "$scratch/expected" << 'PYTHON'
+# compare AGING: the table at that ageing time.
+compare() {
+  python3 - "$scratch/frames" "$1" > "$scratch/expected" << 'PYTHON'
 import sys
+from decimal import Decimal
 
-hosts = {}
+hosts, aging = {}, int(sys.argv[2])  # of each host: when it was learned, when it was seen last
+now = Decimal(0)
 for line in open(sys.argv[1]):
     time, source, kind, vlan = line.rstrip('\n').split('\t')
+    now = max(now, Decimal(time))
+    if aging:
+        hosts = {key: h for key, h in hosts.items() if now - h[1] <= aging}
     first = int(source[:2], 16) if source else 1
     if first & 1 or source == '00:00:00:00:00:00' or vlan == '4095':
         continue
     tagged = kind == '0x8100' and int(vlan) != 0
-    hosts.setdefault((int(vlan) if tagged else 1, source), float(time))
-for (fid, source), time in sorted(hosts.items()):
-    print(fid, source, 'eth1', 'learnedDynamicMac', 0, repr(time))
+    hosts.setdefault((int(vlan) if tagged else 1, source), [time, now])[1] = now
+for (fid, source), (time, _) in sorted(hosts.items()):
+    print(fid, source, 'eth1', 'learnedDynamicMac', 0, repr(float(time)))
 PYTHON
 
-"$learn" --capture "eth1=$capture" --json > "$scratch/table.json"
-python3 - "$scratch/table.json" > "$scratch/got" << 'PYTHON'
+  "$learn" --capture "eth1=$capture" --aging "$1" --json > "$scratch/table.json"
+  python3 - "$scratch/table.json" > "$scratch/got" << 'PYTHON'
 import json
 import sys
 
@@ -53,5 +60,9 @@ for e in table['entries']:
     print(e['fid'], e['address'], e['intf'], e['entryType'], e['moves'], repr(e['lastMoveTime']))
 PYTHON
 
-diff -u "$scratch/expected" "$scratch/got"
-echo "$(wc -l < "$scratch/got") addresses, as tshark has them"
+  diff -u "$scratch/expected" "$scratch/got"
+  echo "$(wc -l < "$scratch/got") addresses at an ageing time of $1, as tshark has them"
+}
+
+compare 0
+compare 300
