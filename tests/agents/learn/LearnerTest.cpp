@@ -4,6 +4,7 @@
 #include <learn/Learner.h>
 
 #include <functional>
+#include <random>
 #include <sstream>
 
 #include "Bridges.h"
@@ -401,6 +402,104 @@ TEST_F( LearnerTest, anObserverMayChangeTheConfigurationWhileItIsTold ) {
   hostIs( 4, "eth1" );
   EXPECT_EQ( table(), "5-3@eth7=configuredStaticMac 5-4@eth1" );
   EXPECT_EQ( learner.totals().numHosts, 2u );
+}
+
+TEST_F( LearnerTest, anObserverMayRemoveTheVlanThatIsBeingSuspended ) {
+  auto const five = member( 5, "eth1" );
+  for( unsigned n = 1; n <= 3; ++n )
+    hostIs( n, "eth1" );
+  Listener listener;
+  listener.notifierIs( status.fdbStatus( Fid( 5 ) ).ptr() );
+  listener.react = [&] { config->vlanConfigDel( VlanId( 5 ) ); };
+  five->adminStateIs( suspended );
+  EXPECT_EQ( table(), "" );
+  hostIs( 1, "eth1" );
+  EXPECT_EQ( table(), "5-1@eth1" );
+}
+
+// Whatever is changed, in whatever order: what a port has read before it reads again.
+TEST_F( LearnerTest, portsFollowEveryChange ) {
+  unsigned const seed = std::random_device()();
+  SCOPED_TRACE( "seed " + std::to_string( seed ) );
+  std::mt19937 random( seed );
+  char const * const names[] = { "eth1", "eth2" };
+  auto const oneIn = [&]( unsigned n ) { return random() % n == 0; };
+  auto const step = [&] {
+    char const * const name = names[random() % 2];
+    VlanId const vlan_( 5 + random() % 3 );
+    Koi::Name const topo( oneIn( 2 ) ? "a" : "b" );
+    auto const port_ = config->switchIntfConfig( intf( name ) );
+    auto const config_ = config->vlanConfig( vlan_ );
+    auto const topo_ = topology->topoConfig( topo );
+    auto const state = static_cast< Topology::PortState >( random() % 4 );
+    switch( random() % 14 ) {
+      case 0:
+        return oneIn( 2 ) ? void( config->switchIntfConfigDel( intf( name ) ) )
+                          : void( port( name ) );
+      case 1:
+        return void( port( name, static_cast< SwitchportMode >( random() % 6 ),
+                           oneIn( 4 ) ? 0 : 5 + random() % 3 ) );
+      case 2:
+        return port_ ? port_->macLearningEnabledIs( !oneIn( 4 ) ) : void();
+      case 3:
+        return port_ ? port_->vlanTpidIs( VlanTpidOrNone( oneIn( 2 ) ? 0x8100 : 0x88a8 ) ) : void();
+      case 4:
+        return port_ ? port_->vlanTagFormatDropIs( singleTagged, oneIn( 4 ) ) : void();
+      case 5:
+        return oneIn( 3 ) ? void( config->vlanConfigDel( vlan_ ) ) : void( vlan( vlan_.value() ) );
+      case 6:
+      case 7:
+        if( config_ && oneIn( 4 ) )
+          config_->intfDel( intf( name ) );
+        else
+          member( vlan_.value(), name, static_cast< AllowedTrafficDirection >( random() % 3 ) );
+        return;
+      case 8:
+        return config_ ? config_->adminStateIs( oneIn( 4 ) ? suspended : active ) : void();
+      case 9:
+        return config_ ? config_->macLearningIs( !oneIn( 4 ) ) : void();
+      case 10:
+        return oneIn( 3 ) ? void( topology->topoConfigDel( topo ) )
+                          : void( topology->topoConfigIs( topo, 1, Topology::learning, false ) );
+      case 11:
+        return oneIn( 3 ) ? void( topology->vidToTopoMapDel( vlan_ ) )
+               : topo_    ? topology->vidToTopoMapIs( vlan_, topo_ )
+                          : void();
+      case 12:
+        return !topo_       ? void()
+               : oneIn( 3 ) ? void( topo_->topoPortConfigDel( intf( name ) ) )
+                            : topo_->topoPortConfigIs( intf( name ), 1, state )->stateIs( state );
+      default:
+        if( topo_ && topo_->topoPortConfig( intf( name ) ) )
+          topo_->topoPortConfig( intf( name ) )->stateIs( state );
+    }
+  };
+  unsigned numAdmitted = 0;
+  for( int n = 0; n < 5000; ++n ) {
+    step();
+    for( char const * name : names ) {
+      Port fresh( intf( name ), config, topology );
+      for( unsigned vlan_ = 4; vlan_ < 8; ++vlan_ ) {
+        std::string const tags = vlan_ == 4 ? "" : tag( oneIn( 4 ) ? 0x88a8 : 0x8100, vlan_ );
+        std::string const frame = frameFrom( mac( vlan_ ), tags );
+        frameIs( name, n, frame );
+        auto const got = learner.port( intf( name ) ).admissionOf( bytesOf( frame ) );
+        auto const expected = fresh.admissionOf( bytesOf( frame ) );
+        ASSERT_EQ( got.vlan, expected.vlan ) << n << name;
+        ASSERT_EQ( got.why, expected.why ) << n << name;
+        numAdmitted += got.vlan != 0;
+      }
+    }
+    std::size_t numHosts = 0;
+    for( auto const & fdb : status.fdbStatus() )
+      for( auto const & host : fdb.value()->learnedHost() ) {
+        ++numHosts;  // each VLAN has its own database here
+        ASSERT_TRUE( Port( host.value().intf(), config, topology ).carries( fdb.key().value() ) )
+            << n;
+      }
+    ASSERT_EQ( learner.totals().numHosts, numHosts );
+  }
+  EXPECT_GT( numAdmitted, 1000u );
 }
 
 TEST_F( LearnerTest, countsHostsByDatabase ) {
