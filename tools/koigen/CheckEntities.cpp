@@ -91,7 +91,9 @@ void checkCallback( Checks checks, Declaration const & d, Member const & watch, 
   c.attribute = attribute;
   bool const collection = attribute->kind == Member::hashed || attribute->kind == Member::ordered ||
                           attribute->kind == Member::queue;
-  if( !collection && attribute->kind != Member::scalar && attribute->kind != Member::child )
+  bool const changes = collection || attribute->settable || attribute->kind == Member::scalar ||
+                       attribute->kind == Member::child;
+  if( !changes )
     findings.add( c.place, "'" + attribute->name + "' of '" + watch.type.text + "' never changes" );
   else if( !collection && c.keyed )
     findings.add( c.key.place, "'" + attribute->name + "' is no collection and has no key" );

@@ -71,7 +71,7 @@ entity Named {
 /// d
 entity Keyed {
   param vlan : Vlan;            /// d
-  attr pair : Pair;             /// d
+  param pair : Pair settable;   /// d
 }
 /// d
 reactor Sm {
@@ -307,6 +307,9 @@ TEST_P( Callbacks, areToldWhereTheyStand ) {
 // clang-format off
 INSTANTIATE_TEST_SUITE_P( OfWatchedEntities, Callbacks, testing::Values(
   Case{ "onUsed; onBy( Vlan );", "" },
+  Case{ "onUsed;\n  }\n  watch k : Keyed { /// d\n    onPair;", "" },
+  Case{ "onUsed;\n  }\n  watch k : Keyed { /// d\n    onVlan;",
+        "57:5: 'vlan' of 'Keyed' never changes" },
   Case{ "onBy;", "54:5: 'by' is told of by key: write 'onBy( N::Vlan )'" },
   Case{ "used;", "54:5: a callback is named after an attribute: 'onAttribute'" },
   Case{ "onOther;", "54:5: 'onOther' names no attribute of 'Named'" },
