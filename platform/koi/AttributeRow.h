@@ -50,6 +50,10 @@ class Row {
   static constexpr AttributeKind kind = RowType::kind;
   static constexpr AttributeName name{ kind, E::koiName, row.name };
 
+  static constexpr bool isConstant() {
+    return requires( RowType const r ) { r.get(); };
+  }
+
   static Held & find( Entity & entity ) { return const_cast< Cell & >( me( entity ).*row.cell ); }
 
   /// Of a parameter, a constant, what is computed.

@@ -10,11 +10,13 @@
 
 namespace Koi {
 
-/// The type of what an attribute holds, or that of what it refers to.
+/// The type of what an attribute holds, or that of what it refers to, and how.
 template< class Cell >
 struct AttributeType {
   static constexpr KoiType const * node = nullptr;
   static constexpr KoiType const * target = nullptr;
+  static constexpr bool inKeyOrder = false;
+  static constexpr bool isWeak = false;
 };
 template< Value T >
 struct AttributeType< T > : AttributeType< void > {
@@ -29,11 +31,15 @@ struct AttributeType< Ptr< T > > : AttributeType< void > {
   static constexpr KoiType const * target = &T::_koiType;
 };
 template< class T >
-struct AttributeType< WeakPtr< T > > : AttributeType< Ptr< T > > {};
+struct AttributeType< WeakPtr< T > > : AttributeType< Ptr< T > > {
+  static constexpr bool isWeak = true;
+};
 template< class Tag, class K, class V >
 struct AttributeType< HashMap< Tag, K, V > > : AttributeType< V > {};
 template< class Tag, class K, class V >
-struct AttributeType< RbTreeMap< Tag, K, V > > : AttributeType< V > {};
+struct AttributeType< RbTreeMap< Tag, K, V > > : AttributeType< V > {
+  static constexpr bool inKeyOrder = true;
+};
 template< class Tag, class K, class V >
 struct AttributeType< LinkQueue< Tag, K, V > > : AttributeType< V > {};
 
@@ -67,7 +73,10 @@ constexpr KoiAttribute attributeAt() {
            .key = keyTypeOf< typename R::Cell >(),
            .access = &attributeAccess< attributeRows< E >, index >,
            .target = Type::target,
-           .keyInValue = R::isKeyInValue() };
+           .keyInValue = R::isKeyInValue(),
+           .inKeyOrder = Type::inKeyOrder,
+           .isWeak = Type::isWeak,
+           .isConstant = R::isConstant() };
 }
 template< class E >
 constexpr auto attributeList = []< std::size_t... i >( std::index_sequence< i... > ) {

@@ -56,6 +56,9 @@ struct KoiAttribute {
   AttributeAccess const * access = nullptr;  ///< of an entity's attribute
   KoiType const * target = nullptr;          ///< of a reference: what it refers to
   bool keyInValue = false;                   ///< members hold their key: set takes the value alone
+  bool inKeyOrder = false;                   ///< a collection that is walked by ascending key
+  bool isWeak = false;                       ///< a reference that does not keep its target
+  bool isConstant = false;                   ///< it is the same for all entities of the type
 };
 
 /// One parameter of an entity's constructor.

@@ -110,7 +110,7 @@ class ReactorOf : public Tracked< Derived, Reactor > {
   void koiIs( C & members, typename C::Key const & k, typename C::Given const & v ) {
     if( members.koiSet( k, v, koiStamp() ) != Change::unchanged )
       leaveWithTarget( members, k,
-                       [this, &members]( auto const & gone ) { koiDel( members, gone ); } );
+                       [this, &members]( auto const & gone ) { this->koiDel( members, gone ); } );
   }
   template< class C >
   typename C::Given koiDel( C & members, typename C::Key const & k ) {

@@ -39,24 +39,25 @@ std::string attributeKind( KoiType const & type, Koi::KoiAttribute const & attri
   bool const isInitial = std::ranges::any_of( type.parameters, [&]( auto const & parameter ) {
     return parameter.isInitial && std::string_view( parameter.name + 1 ) == attribute.name;
   } );
-  char const * const many = attribute.target ? " of references" : "";
+  std::string const reference = attribute.isWeak ? "weak reference" : "reference";
+  std::string const order = attribute.inKeyOrder ? "ordered collection" : "hashed collection";
   switch( attribute.access->kind ) {
     case AttributeKind::parameter:
-      return attribute.target ? "parameter, reference" : "parameter";
+      return attribute.target ? "parameter, " + reference : "parameter";
     case AttributeKind::computed:
-      return "computed";
+      return attribute.isConstant ? "constant" : "computed";
     case AttributeKind::scalar:
-      return isInitial ? "settable parameter" : attribute.target ? "reference" : "attribute";
+      return isInitial ? "settable parameter" : attribute.target ? reference : "attribute";
     case AttributeKind::child:
       return "child";
     case AttributeKind::members:
-      return std::string( "collection" ) + many;
+      return attribute.target ? order + " of " + reference + "s" : order;
     case AttributeKind::children:
-      return "collection of children";
+      return order + " of children";
     case AttributeKind::queue:
       break;
   }
-  return std::string( "queue" ) + many;
+  return attribute.target ? "queue of " + reference + "s" : "queue";
 }
 
 }  // namespace Lumo

@@ -15,9 +15,9 @@ std::string_view kindOf( Koi::KoiType const & type );
 /// How many attributes, fields or enumerators it has.
 std::size_t numAttributes( Koi::KoiType const & type );
 
-/// "field"; of an entity "parameter", "settable parameter", "attribute", "computed" (a constant is,
-/// too), "child", "collection", "collection of children" or "queue", and " of references" or
-/// "reference" where it refers to entities.
+/// "field"; of an entity "parameter", "settable parameter", "attribute", "constant", "computed",
+/// "child", "hashed collection", "ordered collection" or "queue", and " of children" where it owns
+/// entities; "reference", "weak reference" or " of references" where it refers to entities.
 std::string attributeKind( Koi::KoiType const & type, Koi::KoiAttribute const & attribute );
 
 /// The type of what an attribute or a parameter holds, or refers to.

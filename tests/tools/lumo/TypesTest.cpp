@@ -73,15 +73,15 @@ TEST( LumoTypes, aTypeIsShownInFull ) {
   vlanId                      Bridging::VlanId                  parameter
   internal                    Koi::Bool                         parameter
   configuredName              Koi::String8                      attribute
-  intf[ Wirex::IntfId ]       Bridging::VlanPortConfig          collection
+  intf[ Wirex::IntfId ]       Bridging::VlanPortConfig          hashed collection
   adminState                  Bridging::VlanAdminState          attribute
   macLearning                 Koi::Bool                         attribute
   vlanTypeAndPrimaryVlan      Bridging::VlanTypeAndPrimaryVlan  attribute
   vlanType                    Bridging::VlanType                computed
   primaryVlan                 Bridging::VlanId                  computed
-  defaultSource               Koi::String8                      computed
+  defaultSource               Koi::String8                      constant
   configSource                Koi::String8                      attribute
-  trunkGroup[ Koi::String8 ]  Koi::Bool                         collection
+  trunkGroup[ Koi::String8 ]  Koi::Bool                         hashed collection
 
 Bridging::VlanType: enumeration, 4 bytes
   normal     0
@@ -101,9 +101,13 @@ Bridging::LearnedHost: value, )" +
   EXPECT_NE( config.find( "Bridging::SwitchportModeAndNativeVlan  settable parameter\n" ),
              std::string::npos );
   EXPECT_NE(
-      config.find( "learnedHost[ Wirex::EthAddr ]  Bridging::LearnedHost  collection, members "
-                   "hold their key\n" ),
+      config.find( "learnedHost[ Wirex::EthAddr ]  Bridging::LearnedHost  hashed collection, "
+                   "members hold their key\n" ),
       std::string::npos );
+  EXPECT_NE( lumo( "types Bridging::Status" ).out.find( "ordered collection of children\n" ),
+             std::string::npos );
+  EXPECT_NE( lumo( "types Bridging::Topology::Config" ).out.find( "of weak references\n" ),
+             std::string::npos );
   EXPECT_NE( lumo( "types Bridging::VlanTypeAndPrimaryVlan" ).out.find( "field, or 0\n" ),
              std::string::npos );
 }
@@ -145,7 +149,7 @@ TEST( LumoTypes, jsonSaysAllOfEveryType ) {
     "parameters": [ { "name": "fid", "type": "Bridging::Fid" } ],
     "attributes": [
       { "name": "fid", "kind": "parameter", "type": "Bridging::Fid" },
-      { "name": "learnedHost", "kind": "collection", "type": "Bridging::LearnedHost",
+      { "name": "learnedHost", "kind": "hashed collection", "type": "Bridging::LearnedHost",
         "key": "Wirex::EthAddr", "keyInValue": true } ] } ] )" ) );
 }
 
