@@ -5,6 +5,7 @@
 // The map keeps what the table shows of a host. It has no configuration to obey, ages nothing and
 // tells nobody.
 
+#include <algorithm>
 #include <boost/unordered_map.hpp>
 #include <optional>
 #include <random>
@@ -30,6 +31,8 @@ class Traffic {
 
   Traffic() : bytes_( numFrames * size ), ports_( numFrames ) {
     std::mt19937 bits( 1 );
+    std::vector< std::uint32_t > addresses( numSources );
+    std::ranges::generate( addresses, bits );
     std::vector< bool > isOnSecond( numSources );
     for( std::size_t i = 0; i < numFrames; ++i ) {
       // Every source once, then any.
@@ -39,7 +42,7 @@ class Traffic {
       if( i % framesForAMove == framesForAMove - 1 )
         isOnSecond[source] = !isOnSecond[source];
       ports_[i] = isOnSecond[source];
-      write( &bytes_[i * size], source );
+      write( &bytes_[i * size], source % numVlans, addresses[source] );
     }
   }
 
@@ -51,27 +54,15 @@ class Traffic {
   std::size_t port( std::size_t i ) const { return ports_[i]; }
 
  private:
-  /// The sources of a VLAN have addresses of their own, scattered as those of cards are.
-  static void write( std::uint8_t * at, std::uint32_t source ) {
-    std::uint32_t const scattered = source * 2654435761u;
-    std::uint8_t const head[] = { 0xff,
-                                  0xff,
-                                  0xff,
-                                  0xff,
-                                  0xff,
-                                  0xff,  // to all
-                                  0x00,
-                                  0x00,
-                                  static_cast< std::uint8_t >( scattered >> 24 ),
-                                  static_cast< std::uint8_t >( scattered >> 16 ),
-                                  static_cast< std::uint8_t >( scattered >> 8 ),
-                                  static_cast< std::uint8_t >( scattered ),  //
-                                  0x81,
-                                  0x00,
-                                  0x00,
-                                  static_cast< std::uint8_t >( 1 + source % numVlans ),
-                                  0x08,
-                                  0x00 };
+  static void write( std::uint8_t * at, std::uint32_t vlanIndex, std::uint32_t address ) {
+    auto const byte = [&]( unsigned shift ) {
+      return static_cast< std::uint8_t >( address >> shift );
+    };
+    auto const vlan = static_cast< std::uint8_t >( 1 + vlanIndex );
+    // To all; from an address that is administered by hand; the tag; an IPv4 packet.
+    std::uint8_t const head[] = { 0xff, 0xff, 0xff,       0xff,       0xff,      0xff,
+                                  0x02, 0x00, byte( 24 ), byte( 16 ), byte( 8 ), byte( 0 ),
+                                  0x81, 0x00, 0x00,       vlan,       0x08,      0x00 };
     std::copy( std::begin( head ), std::end( head ), at );
   }
 

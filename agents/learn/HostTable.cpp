@@ -26,69 +26,98 @@ void HostTable::agingTimeIs( Koi::Seconds time ) {
   agingTime_ = nanoseconds > 0 && nanoseconds < static_cast< Koi::Seconds >( latest )
                    ? static_cast< std::int64_t >( nanoseconds )
                    : forEver;
+  byDue_.clear();
+  for( auto & [key, host] : hosts_ )
+    if( host.port )
+      listed( host, key );
+  firstDueIs();
   age();
 }
 
+void HostTable::firstDueIs() { firstDueAt_ = byDue_.empty() ? forEver : byDue_.begin()->first; }
+
+void HostTable::listed( Host & host, Koi::U64 key ) {
+  host.dueAt = agingTime_ == forEver ? forEver : host.seenAt + agingTime_;
+  if( host.dueAt == forEver )
+    return;
+  byDue_.emplace_hint( byDue_.end(), host.dueAt, key );  // mostly the last one
+  firstDueIs();
+}
+
+void HostTable::unlisted( Host & host, Koi::U64 key ) {
+  if( host.dueAt == forEver )
+    return;
+  byDue_.erase( { host.dueAt, key } );
+  firstDueIs();
+}
+
 void HostTable::age() {
-  while( !bySight_.empty() && isAged( bySight_.front() ) ) {
-    ++numbers_.numAged;
-    forget( bySight_.front() );
+  while( now_ > firstDueAt_ ) {
+    Koi::U64 const key = byDue_.begin()->second;
+    auto const at = hosts_.find( key );
+    if( isAged( at->second ) ) {
+      ++numbers_.numAged;
+      forget( at );
+    } else {
+      unlisted( at->second, key );
+      listed( at->second, key );
+    }
   }
 }
 
 bool HostTable::learn( Host & host, Koi::U64 key, Port & port, Koi::U16 vlan,
                        CaptureTime const & time ) {
-  Fid const fid( fidOf( key ) );
+  auto const number = static_cast< Koi::U16 >( key >> 48 );
+  Fid const fid( number );
   Koi::Ptr< FdbStatus > const fdb = status_->fdbStatus( fid );
   if( !fdb ) {  // whoever is told of a new database may change this table: that comes first
     hosts_.erase( key );
     status_->fdbStatusIs( fid );
-    return sightIs( fid.value(), key & addressMask, port, vlan, time );
+    return sightIs( number, key & addressMask, port, vlan, time );
   }
-  host.key = key;
-  host.port = &port;
-  host.vlan = vlan;
+  host = { &port, now_, forEver, number, vlan };
   ++numInVlan_[vlan];
-  host.seenAt = now_;
-  bySight_.push_back( host );
+  listed( host, key );
   fdb->learnedHostIs(
       LearnedHost( addressOf( key ), port.intf(), 0, time.asSeconds(), learnedDynamicMac ) );
   return true;
 }
 
-bool HostTable::move( Host & host, Port & port, Koi::U16 vlan, CaptureTime const & time ) {
+bool HostTable::move( Host & host, Koi::U64 key, Port & port, Koi::U16 vlan,
+                      CaptureTime const & time ) {
   host.port = &port;
   vlanIs( host, vlan );
-  seen( host );
+  host.seenAt = now_;
   ++numbers_.numMoves;
-  Wirex::EthAddr const address = addressOf( host.key );
-  Koi::Ptr< FdbStatus > const fdb = status_->fdbStatus( Fid( fidOf( host ) ) );
+  Wirex::EthAddr const address = addressOf( key );
+  Koi::Ptr< FdbStatus > const fdb = status_->fdbStatus( Fid( host.fid ) );
   fdb->learnedHostIs( LearnedHost( address, port.intf(), fdb->learnedHost( address ).moves() + 1,
                                    time.asSeconds(), learnedDynamicMac ) );
   return true;
 }
 
-void HostTable::unlist( Host & host ) {
+void HostTable::leavePort( Host & host, Koi::U64 key ) {
   if( !host.port )
     return;
-  bySight_.erase( List::s_iterator_to( host ) );
+  unlisted( host, key );
   --numInVlan_[host.vlan];
   host.port = nullptr;
 }
 
-void HostTable::forget( Host & host ) {
-  Koi::U64 const key = host.key;
-  unlist( host );
-  hosts_.erase( key );
-  status_->fdbStatus( Fid( fidOf( key ) ) )->learnedHostDel( addressOf( key ) );
+void HostTable::forget( Hosts::iterator at ) {
+  Koi::U64 const key = at->first;
+  Fid const fid( at->second.fid );
+  leavePort( at->second, key );
+  hosts_.erase( at );
+  status_->fdbStatus( fid )->learnedHostDel( addressOf( key ) );
 }
 
 void HostTable::configuredHostIs( Fid fid, ConfiguredHost const & configured ) {
   Koi::Ptr< FdbStatus > const fdb = status_->fdbStatusIs( fid );
   Koi::U64 const key = keyOf( fid.value(), numberOf( configured.address() ) );
   Host & host = hosts_[key];
-  unlist( host );
-  host.key = key;
+  leavePort( host, key );
+  host.fid = fid.value();
   fdb->learnedHostIs(
       LearnedHost( configured.address(), configured.intf(), 0, 0, configured.entryType() ) );
 }
@@ -96,13 +125,13 @@ void HostTable::configuredHostIs( Fid fid, ConfiguredHost const & configured ) {
 void HostTable::configuredHostDel( Fid fid, Wirex::EthAddr const & address ) {
   auto const at = hosts_.find( keyOf( fid.value(), numberOf( address ) ) );
   if( at != hosts_.end() && !at->second.port )
-    forget( at->second );
+    forget( at );
 }
 
 std::vector< Wirex::EthAddr > HostTable::configuredHosts( Fid fid ) const {
   std::vector< Wirex::EthAddr > addresses;
   for( auto const & [key, host] : hosts_ )
-    if( !host.port && fidOf( host ) == fid.value() )
+    if( !host.port && host.fid == fid.value() )
       addresses.push_back( addressOf( key ) );
   return addresses;
 }

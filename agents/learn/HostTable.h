@@ -5,15 +5,18 @@
 // while it is told: a function of this table that changes the status does so last.
 //
 // H1  Every host stands in the status, in the FdbStatus of its database, and the other way round.
-// H2  The learned ones are listed by last sight, the oldest first; those configured are not listed.
-// H3  The clock never goes back, so that the list is sorted by itself.
+// H2  Where hosts age, the learned ones are listed by when they are to be looked at: when they
+// would be
+//     too old had they not been seen since they were looked at last. So a frame writes its host's
+//     time and nothing else.
+// H3  The clock never goes back.
 #pragma once
 
 #include <Lumo/Bridging.h>
 
 #include <array>
-#include <boost/intrusive/list.hpp>
-#include <boost/unordered/unordered_map.hpp>
+#include <boost/unordered/unordered_flat_map.hpp>
+#include <set>
 #include <vector>
 
 #include "Capture.h"
@@ -32,18 +35,18 @@ struct HostNumbers {
 class HostTable {
  public:
   /// A host of the table.
-  struct Host : boost::intrusive::list_base_hook<> {
-    Koi::U64 key = 0;         // keyOf()
+  struct Host {
     Port * port = nullptr;    // null: configured
     std::int64_t seenAt = 0;  // nanoseconds
-    Koi::U16 vlan = 0;        // where it was seen last; several VLANs may share a database
+    std::int64_t dueAt = 0;   // when it is to be looked at; forEver: it is not listed
+    Koi::U16 fid = 0;
+    Koi::U16 vlan = 0;  // where it was seen last; several VLANs may share a database
   };
 
   /// Writes that status from now on; what an earlier table has left in it goes.
   explicit HostTable( Koi::Ptr< Bridging::Status > status );
   HostTable( HostTable const & ) = delete;
   HostTable & operator=( HostTable const & ) = delete;
-  ~HostTable() { bySight_.clear(); }
 
   /// How long a host stays that is not seen; 0 is for ever. Those that were not seen for longer go.
   void agingTimeIs( Koi::Seconds time );
@@ -52,7 +55,7 @@ class HostTable {
   /// ageing time go. A time before that of an earlier frame counts as that one.
   void timeIs( CaptureTime const & time ) {
     now_ = std::max( now_, nanosecondsOf( time ) );
-    if( !bySight_.empty() && isAged( bySight_.front() ) ) [[unlikely]]
+    if( now_ > firstDueAt_ ) [[unlikely]]
       age();
   }
 
@@ -66,12 +69,12 @@ class HostTable {
     Host & host = at->second;
     if( host.port == &port ) [[likely]] {
       vlanIs( host, vlan );
-      seen( host );
+      host.seenAt = now_;
       return true;
     }
     if( isFresh )
       return learn( host, key, port, vlan, time );
-    return host.port && move( host, port, vlan, time );
+    return host.port && move( host, key, port, vlan, time );
   }
 
   /// Stands in the table as configured from now on, in place of a learned one.
@@ -85,40 +88,35 @@ class HostTable {
   template< class Wanted >
   void forgetIf( Wanted wanted ) {
     std::vector< Koi::U64 > keys;
-    for( Host const & host : bySight_ )
-      if( wanted( host ) )
-        keys.push_back( host.key );
+    for( auto const & [key, host] : hosts_ )
+      if( host.port && wanted( host ) )
+        keys.push_back( key );
     for( Koi::U64 const key : keys )  // an observer may have changed anything meanwhile
       if( auto const at = hosts_.find( key );
           at != hosts_.end() && at->second.port && wanted( at->second ) )
-        forget( at->second );
+        forget( at );
   }
 
   /// Whether any host was seen last in that VLAN.
   bool hasHostsIn( Koi::U16 vlan ) const { return numInVlan_[vlan] != 0; }
-  static Koi::U16 fidOf( Host const & host ) { return fidOf( host.key ); }
 
   HostNumbers const & numbers() const { return numbers_; }
   Koi::Ptr< Bridging::Status > const & status() const { return status_; }
 
  private:
-  using List = boost::intrusive::list< Host, boost::intrusive::constant_time_size< false > >;
+  // One look-up is one or two lines of the cache. A host may move when another one comes.
+  using Hosts = boost::unordered_flat_map< Koi::U64, Host >;
 
   static constexpr AddressNumber addressMask = 0xffff'ffff'ffff;
 
   static constexpr Koi::U64 keyOf( Koi::U16 fid, AddressNumber address ) {
     return Koi::U64{ fid } << 48 | address;
   }
-  static constexpr Koi::U16 fidOf( Koi::U64 key ) { return static_cast< Koi::U16 >( key >> 48 ); }
   static Wirex::EthAddr addressOf( Koi::U64 key ) { return Learn::addressOf( key & addressMask ); }
 
   bool isAged( Host const & host ) const { return now_ - host.seenAt > agingTime_; }
-  void seen( Host & host ) {
-    if( host.seenAt == now_ )
-      return;  // the order of equal times says nothing
-    host.seenAt = now_;
-    bySight_.splice( bySight_.end(), bySight_, List::s_iterator_to( host ) );
-  }
+  void listed( Host & host, Koi::U64 key );
+  void unlisted( Host & host, Koi::U64 key );
   void vlanIs( Host & host, Koi::U16 vlan ) {
     if( host.vlan == vlan ) [[likely]]
       return;
@@ -126,10 +124,11 @@ class HostTable {
     ++numInVlan_[vlan];
     host.vlan = vlan;
   }
+  void firstDueIs();
   bool learn( Host & host, Koi::U64 key, Port & port, Koi::U16 vlan, CaptureTime const & time );
-  bool move( Host & host, Port & port, Koi::U16 vlan, CaptureTime const & time );
-  void unlist( Host & host );
-  void forget( Host & host );
+  bool move( Host & host, Koi::U64 key, Port & port, Koi::U16 vlan, CaptureTime const & time );
+  void leavePort( Host & host, Koi::U64 key );
+  void forget( Hosts::iterator at );
   void age();
   static std::int64_t nanosecondsOf( CaptureTime const & time );
 
@@ -137,8 +136,9 @@ class HostTable {
   static constexpr std::int64_t latest = INT64_MAX / 2, forEver = INT64_MAX;
 
   Koi::Ptr< Bridging::Status > const status_;
-  boost::unordered_map< Koi::U64, Host > hosts_;  // a host stays where it is until it goes
-  List bySight_;
+  Hosts hosts_;
+  std::set< std::pair< std::int64_t, Koi::U64 > > byDue_;  // dueAt and key
+  std::int64_t firstDueAt_ = forEver;
   std::array< Koi::U32, 4096 > numInVlan_{};
   std::int64_t now_ = -latest;
   std::int64_t agingTime_ = forEver;

@@ -86,8 +86,7 @@ bool Learner::flush( Koi::U16 vlan, Wirex::IntfId intf ) {
     return false;
   bool const isAny = intf == Wirex::IntfId();
   hosts_.forgetIf( [&]( HostTable::Host const & host ) {
-    return ( vlan == 0 || HostTable::fidOf( host ) == fids_[vlan] ) &&
-           ( isAny || host.port->intf() == intf );
+    return ( vlan == 0 || host.fid == fids_[vlan] ) && ( isAny || host.port->intf() == intf );
   } );
   return true;
 }
@@ -126,9 +125,8 @@ void Learner::fidChanged( VlanId vlan ) {
   Koi::U16 const fid = map.contains( vlan ) ? map.value( vlan ).value() : number;
   fids_[number] = fid;
   if( hosts_.hasHostsIn( number ) )
-    hosts_.forgetIf( [&]( HostTable::Host const & host ) {
-      return host.vlan == number && HostTable::fidOf( host ) != fid;
-    } );
+    hosts_.forgetIf(
+        [&]( HostTable::Host const & host ) { return host.vlan == number && host.fid != fid; } );
 }
 
 void Learner::fdbConfigChanged( Fid fid ) {

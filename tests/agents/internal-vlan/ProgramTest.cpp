@@ -1,33 +1,14 @@
 // ProgramTest.cpp: `internal-vlan` as a user runs it.
 #include <gtest/gtest.h>
-#include <support/PcapFile.h>
-#include <sys/wait.h>
-
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
+#include <support/Shell.h>
 
 namespace {
 
+using TestSupport::Outcome;
 using TestSupport::SavedFile;
 
-struct Outcome {
-  int status = -1;
-  std::string out, err;
-};
-
-std::string contents( std::string const & path ) {
-  std::ifstream file( path, std::ios::binary );
-  return { std::istreambuf_iterator< char >( file ), {} };
-}
-
 Outcome internalVlan( std::string const & arguments ) {
-  SavedFile const out( "" ), err( "" );
-  std::string const whole =
-      "{ '" INTERNAL_VLAN_PROGRAM "' " + arguments + "; } >" + out.path() + " 2>" + err.path();
-  int const status = std::system( whole.c_str() );
-  EXPECT_TRUE( WIFEXITED( status ) ) << arguments;
-  return { WEXITSTATUS( status ), contents( out.path() ), contents( err.path() ) };
+  return TestSupport::shell( INTERNAL_VLAN_PROGRAM, "$program " + arguments );
 }
 
 /// With these files; JSON after the others.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <support/PcapFile.h>
+#include <support/SavedFile.h>
 #include <unistd.h>
 
 #include <learn/Capture.h>

@@ -4,7 +4,7 @@
 #include "learn/ConfigFile.h"
 
 #include <gtest/gtest.h>
-#include <support/PcapFile.h>
+#include <support/SavedFile.h>
 
 #include <nlohmann/json.hpp>
 

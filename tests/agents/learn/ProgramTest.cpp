@@ -2,43 +2,25 @@
 
 #include <gtest/gtest.h>
 #include <support/PcapFile.h>
+#include <support/Shell.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
-
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
 
 #include "Frames.h"
 
 namespace Learn {
 namespace {
 
+using TestSupport::Outcome;
 using TestSupport::PcapFile;
 using TestSupport::SavedFile;
 
-struct Outcome {
-  int status = -1;
-  std::string out, err;
-};
-
-std::string contents( std::string const & path ) {
-  std::ifstream file( path, std::ios::binary );
-  return { std::istreambuf_iterator< char >( file ), {} };
-}
-
-/// Runs a command of the shell, in which $learn is the program.
+/// Runs a command of the shell, in which $program is ours.
 Outcome shell( std::string const & command ) {
-  SavedFile const out( "" ), err( "" );
-  std::string const whole =
-      "learn='" LEARN_PROGRAM "'; { " + command + "; } >" + out.path() + " 2>" + err.path();
-  int const status = std::system( whole.c_str() );
-  EXPECT_TRUE( WIFEXITED( status ) ) << command;
-  return { WEXITSTATUS( status ), contents( out.path() ), contents( err.path() ) };
+  return TestSupport::shell( LEARN_PROGRAM, command );
 }
 
-Outcome learn( std::string const & arguments ) { return shell( "$learn " + arguments ); }
+Outcome learn( std::string const & arguments ) { return shell( "$program " + arguments ); }
 
 std::string twoFrames() {
   return PcapFile()
@@ -178,7 +160,7 @@ TEST( Program, aReaderThatLeavesIsNoFaultButAFullDiskIs ) {
   for( unsigned n = 0; n < 2000; ++n )
     manyHosts.frame( n, 0, frameFrom( mac( n % 250 ), tag( 0x8100, 1 + n / 250 ) ) );
   SavedFile const capture( manyHosts.bytes() );
-  std::string const program = "$learn --capture eth1=" + capture.path();
+  std::string const program = "$program --capture eth1=" + capture.path();
   EXPECT_EQ( shell( "{ " + program + "; echo $? >&2; } | head -n 1" ).err, "0\n" );
   Outcome const full = shell( program + " >/dev/full" );
   EXPECT_EQ( full.status, 2 );
@@ -194,7 +176,7 @@ TEST( Program, anInterruptEndsTheReadingWithTheTableSoFar ) {
        seconds *= 2 ) {
     std::string const wait = std::to_string( seconds );
     run = shell( "( cat " + capture.path() + "; exec sleep " + wait +
-                 ".5 ) | timeout --preserve-status -s INT " + wait + " $learn --capture eth1=-" );
+                 ".5 ) | timeout --preserve-status -s INT " + wait + " $program --capture eth1=-" );
   }
   EXPECT_EQ( run.status, 130 );
   EXPECT_EQ( run.err, "" );

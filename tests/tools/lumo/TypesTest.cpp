@@ -1,41 +1,20 @@
 // TypesTest.cpp: `lumo types` as a user runs it, against the registry of this process.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include <Lumo/Bridging.h>
-#include <support/PcapFile.h>
+#include <support/Shell.h>
 #include <nlohmann/json.hpp>
 
 namespace {
 
-using TestSupport::SavedFile;
+using TestSupport::Outcome;
 
-struct Outcome {
-  int status = -1;
-  std::string out, err;
-};
+/// Runs a command of the shell, in which $program is ours.
+Outcome shell( std::string const & command ) { return TestSupport::shell( LUMO_PROGRAM, command ); }
 
-std::string contents( std::string const & path ) {
-  std::ifstream file( path, std::ios::binary );
-  return { std::istreambuf_iterator< char >( file ), {} };
-}
-
-/// Runs a command of the shell, in which $lumo is the program.
-Outcome shell( std::string const & command ) {
-  SavedFile const out( "" ), err( "" );
-  std::string const whole =
-      "lumo='" LUMO_PROGRAM "'; { " + command + "; } >" + out.path() + " 2>" + err.path();
-  int const status = std::system( whole.c_str() );
-  EXPECT_TRUE( WIFEXITED( status ) ) << command;
-  return { WEXITSTATUS( status ), contents( out.path() ), contents( err.path() ) };
-}
-
-Outcome lumo( std::string const & arguments ) { return shell( "$lumo " + arguments ); }
+Outcome lumo( std::string const & arguments ) { return shell( "$program " + arguments ); }
 
 std::vector< std::string > lines( std::string const & text ) {
   std::vector< std::string > all;
@@ -182,7 +161,7 @@ TEST( LumoTypes, helpSaysTheExitStatusAndWhoLeavesEarlyIsNoFault ) {
     EXPECT_EQ( help.status, 0 );
     EXPECT_NE( help.out.find( "Exit status: 0; 2 for " ), std::string::npos ) << help.out;
   }
-  Outcome const early = shell( "{ $lumo types --json; echo $? >&2; } | head -n 1" );
+  Outcome const early = shell( "{ $program types --json; echo $? >&2; } | head -n 1" );
   EXPECT_EQ( early.out, "{\n" );
   EXPECT_EQ( early.err, "0\n" );
 }
