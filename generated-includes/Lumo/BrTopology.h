@@ -61,15 +61,17 @@ class KOI_PUBLIC TopoPortConfig : public Koi::EntityOf< TopoPortConfig > {
 
   /// what it is to do
   PortState state() const { return state_; }
-  void stateIs( PortState v );
+  void stateIs( PortState v ) { koiIs( state_, v, NotifieeConst::koiOnState ); }
 
   /// counts the requests to forget what was learned on it
   Koi::U32 fdbFlush() const { return fdbFlush_; }
-  void fdbFlushIs( Koi::U32 v );
+  void fdbFlushIs( Koi::U32 v ) { koiIs( fdbFlush_, v, NotifieeConst::koiOnFdbFlush ); }
 
   /// a shorter aging time for what was learned on it; 0 for none
   Koi::Seconds lowerAgingTime() const { return lowerAgingTime_; }
-  void lowerAgingTimeIs( Koi::Seconds v );
+  void lowerAgingTimeIs( Koi::Seconds v ) {
+    koiIs( lowerAgingTime_, v, NotifieeConst::koiOnLowerAgingTime );
+  }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< TopoPortConfig > {
@@ -214,7 +216,7 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
 
   /// a shorter aging time; 0 for none
   Koi::Seconds agingTime() const { return agingTime_; }
-  void agingTimeIs( Koi::Seconds v );
+  void agingTimeIs( Koi::Seconds v ) { koiIs( agingTime_, v, NotifieeConst::koiOnAgingTime ); }
 
   class KoiTopoConfig;
   /// the topologies
@@ -250,11 +252,11 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
 
   /// hand STP BPDUs to the processor
   bool trapStpBpdus() const { return trapStpBpdus_; }
-  void trapStpBpdusIs( bool v );
+  void trapStpBpdusIs( bool v ) { koiIs( trapStpBpdus_, v, NotifieeConst::koiOnTrapStpBpdus ); }
 
   /// hand the BPDUs of spanning tree per VLAN to it
   bool trapPvstBpdus() const { return trapPvstBpdus_; }
-  void trapPvstBpdusIs( bool v );
+  void trapPvstBpdusIs( bool v ) { koiIs( trapPvstBpdus_, v, NotifieeConst::koiOnTrapPvstBpdus ); }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Config > {
@@ -336,19 +338,25 @@ class KOI_PUBLIC TopoPortStatus : public Koi::EntityOf< TopoPortStatus > {
 
   /// what it does
   PortState state() const { return state_; }
-  void stateIs( PortState v );
+  void stateIs( PortState v ) { koiIs( state_, v, NotifieeConst::koiOnState ); }
 
   /// how lively it is
   TopoPortChangeInfo changeInfo() const { return changeInfo_; }
-  void changeInfoIs( TopoPortChangeInfo const & v );
+  void changeInfoIs( TopoPortChangeInfo const & v ) {
+    koiIs( changeInfo_, v, NotifieeConst::koiOnChangeInfo );
+  }
 
   /// the fdbFlush that was served last
   Koi::U32 fdbFlushReport() const { return fdbFlushReport_; }
-  void fdbFlushReportIs( Koi::U32 v );
+  void fdbFlushReportIs( Koi::U32 v ) {
+    koiIs( fdbFlushReport_, v, NotifieeConst::koiOnFdbFlushReport );
+  }
 
   /// the lowerAgingTime that was applied last
   Koi::Seconds lowerAgingTimeReport() const { return lowerAgingTimeReport_; }
-  void lowerAgingTimeReportIs( Koi::Seconds v );
+  void lowerAgingTimeReportIs( Koi::Seconds v ) {
+    koiIs( lowerAgingTimeReport_, v, NotifieeConst::koiOnLowerAgingTimeReport );
+  }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< TopoPortStatus > {
@@ -505,15 +513,21 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
 
   /// how many instances of MSTP there may be
   Koi::U32 maximumMstpInstances() const { return maximumMstpInstances_; }
-  void maximumMstpInstancesIs( Koi::U32 v );
+  void maximumMstpInstancesIs( Koi::U32 v ) {
+    koiIs( maximumMstpInstances_, v, NotifieeConst::koiOnMaximumMstpInstances );
+  }
 
   /// how many topologies the hardware has
   Koi::U32 maximumTopologiesSupported() const { return maximumTopologiesSupported_; }
-  void maximumTopologiesSupportedIs( Koi::U32 v );
+  void maximumTopologiesSupportedIs( Koi::U32 v ) {
+    koiIs( maximumTopologiesSupported_, v, NotifieeConst::koiOnMaximumTopologiesSupported );
+  }
 
   /// the hardware does what was asked
   bool hardwareConfigured() const { return hardwareConfigured_; }
-  void hardwareConfiguredIs( bool v );
+  void hardwareConfiguredIs( bool v ) {
+    koiIs( hardwareConfigured_, v, NotifieeConst::koiOnHardwareConfigured );
+  }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Status > {
@@ -676,15 +690,21 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
 
   /// how many instances of MSTP there may be
   Koi::U32 maximumMstpInstances() const { return maximumMstpInstances_; }
-  void maximumMstpInstancesIs( Koi::U32 v );
+  void maximumMstpInstancesIs( Koi::U32 v ) {
+    koiIs( maximumMstpInstances_, v, NotifieeConst::koiOnMaximumMstpInstances );
+  }
 
   /// how many topologies the hardware has
   Koi::U32 maximumTopologiesSupported() const { return maximumTopologiesSupported_; }
-  void maximumTopologiesSupportedIs( Koi::U32 v );
+  void maximumTopologiesSupportedIs( Koi::U32 v ) {
+    koiIs( maximumTopologiesSupported_, v, NotifieeConst::koiOnMaximumTopologiesSupported );
+  }
 
   /// the hardware does what was asked
   bool hardwareConfigured() const { return hardwareConfigured_; }
-  void hardwareConfiguredIs( bool v );
+  void hardwareConfiguredIs( bool v ) {
+    koiIs( hardwareConfigured_, v, NotifieeConst::koiOnHardwareConfigured );
+  }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Status > {

@@ -833,7 +833,9 @@ class KOI_PUBLIC SviMappingState : public Koi::EntityOf< SviMappingState > {
 
   /// every secondary VLAN maps onto the primary's interface
   bool defaultSviMapping() const { return defaultSviMapping_; }
-  void defaultSviMappingIs( bool v );
+  void defaultSviMappingIs( bool v ) {
+    koiIs( defaultSviMapping_, v, NotifieeConst::koiOnDefaultSviMapping );
+  }
 
   class KoiSecondaryVlan;
   /// else those with an entry do
@@ -910,7 +912,9 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
   SwitchportModeAndNativeVlan switchportModeAndNativeVlan() const {
     return switchportModeAndNativeVlan_;
   }
-  void switchportModeAndNativeVlanIs( SwitchportModeAndNativeVlan const & v );
+  void switchportModeAndNativeVlanIs( SwitchportModeAndNativeVlan const & v ) {
+    koiIs( switchportModeAndNativeVlan_, v, NotifieeConst::koiOnSwitchportModeAndNativeVlan );
+  }
 
   /// what it does with tags
   SwitchportMode switchportMode() const { return switchportModeAndNativeVlan().switchportMode(); }
@@ -920,27 +924,39 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   /// do not flood unicast out of it
   bool blockUnknownUnicast() const { return blockUnknownUnicast_; }
-  void blockUnknownUnicastIs( bool v );
+  void blockUnknownUnicastIs( bool v ) {
+    koiIs( blockUnknownUnicast_, v, NotifieeConst::koiOnBlockUnknownUnicast );
+  }
 
   /// do not flood multicast out of it
   bool blockUnknownMulticast() const { return blockUnknownMulticast_; }
-  void blockUnknownMulticastIs( bool v );
+  void blockUnknownMulticastIs( bool v ) {
+    koiIs( blockUnknownMulticast_, v, NotifieeConst::koiOnBlockUnknownMulticast );
+  }
 
   /// learn source MAC addresses on it
   bool macLearningEnabled() const { return macLearningEnabled_; }
-  void macLearningEnabledIs( bool v );
+  void macLearningEnabledIs( bool v ) {
+    koiIs( macLearningEnabled_, v, NotifieeConst::koiOnMacLearningEnabled );
+  }
 
   /// flood out of it
   bool floodingEnabled() const { return floodingEnabled_; }
-  void floodingEnabledIs( bool v );
+  void floodingEnabledIs( bool v ) {
+    koiIs( floodingEnabled_, v, NotifieeConst::koiOnFloodingEnabled );
+  }
 
   /// ingress translation of the native VLAN
   VlanIdOrNone ingressNativeVlanXlate() const { return ingressNativeVlanXlate_; }
-  void ingressNativeVlanXlateIs( VlanIdOrNone const & v );
+  void ingressNativeVlanXlateIs( VlanIdOrNone const & v ) {
+    koiIs( ingressNativeVlanXlate_, v, NotifieeConst::koiOnIngressNativeVlanXlate );
+  }
 
   /// egress translation of the native VLAN
   VlanIdOrNone egressNativeVlanXlate() const { return egressNativeVlanXlate_; }
-  void egressNativeVlanXlateIs( VlanIdOrNone const & v );
+  void egressNativeVlanXlateIs( VlanIdOrNone const & v ) {
+    koiIs( egressNativeVlanXlate_, v, NotifieeConst::koiOnEgressNativeVlanXlate );
+  }
 
   class KoiIngressVlanXlate;
   /// ingress VLAN translations
@@ -976,7 +992,9 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   /// announces the tags that count on it
   VlanTpidOrNone vlanTpid() const { return vlanTpid_; }
-  void vlanTpidIs( VlanTpidOrNone const & v );
+  void vlanTpidIs( VlanTpidOrNone const & v ) {
+    koiIs( vlanTpid_, v, NotifieeConst::koiOnVlanTpid );
+  }
 
   class KoiVlanTagFormatDrop;
   /// tag formats that it drops
@@ -1011,15 +1029,21 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   /// keeps frames from going back out
   SourceportFilterMode sourceportFilterMode() const { return sourceportFilterMode_; }
-  void sourceportFilterModeIs( SourceportFilterMode v );
+  void sourceportFilterModeIs( SourceportFilterMode v ) {
+    koiIs( sourceportFilterMode_, v, NotifieeConst::koiOnSourceportFilterMode );
+  }
 
   /// VLANs of a tap port, a range list
   Koi::String8 tapAllowedVlans() const { return tapAllowedVlans_; }
-  void tapAllowedVlansIs( Koi::String8 const & v );
+  void tapAllowedVlansIs( Koi::String8 const & v ) {
+    koiIs( tapAllowedVlans_, v, NotifieeConst::koiOnTapAllowedVlans );
+  }
 
   /// VLANs of a tool port, a range list
   Koi::String8 toolAllowedVlans() const { return toolAllowedVlans_; }
-  void toolAllowedVlansIs( Koi::String8 const & v );
+  void toolAllowedVlansIs( Koi::String8 const & v ) {
+    koiIs( toolAllowedVlans_, v, NotifieeConst::koiOnToolAllowedVlans );
+  }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< SwitchIntfConfig > {
@@ -1227,7 +1251,9 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
 
   /// the name that configuration gave it
   Koi::String8 configuredName() const { return configuredName_; }
-  void configuredNameIs( Koi::String8 const & v );
+  void configuredNameIs( Koi::String8 const & v ) {
+    koiIs( configuredName_, v, NotifieeConst::koiOnConfiguredName );
+  }
 
   class KoiIntf;
   /// its member ports, and how each carries it
@@ -1243,15 +1269,17 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
 
   /// active or suspended
   VlanAdminState adminState() const { return adminState_; }
-  void adminStateIs( VlanAdminState v );
+  void adminStateIs( VlanAdminState v ) { koiIs( adminState_, v, NotifieeConst::koiOnAdminState ); }
 
   /// learn MAC addresses in it
   bool macLearning() const { return macLearning_; }
-  void macLearningIs( bool v );
+  void macLearningIs( bool v ) { koiIs( macLearning_, v, NotifieeConst::koiOnMacLearning ); }
 
   /// its private-VLAN role
   VlanTypeAndPrimaryVlan vlanTypeAndPrimaryVlan() const { return vlanTypeAndPrimaryVlan_; }
-  void vlanTypeAndPrimaryVlanIs( VlanTypeAndPrimaryVlan const & v );
+  void vlanTypeAndPrimaryVlanIs( VlanTypeAndPrimaryVlan const & v ) {
+    koiIs( vlanTypeAndPrimaryVlan_, v, NotifieeConst::koiOnVlanTypeAndPrimaryVlan );
+  }
 
   /// its role
   VlanType vlanType() const { return vlanTypeAndPrimaryVlan().vlanType(); }
@@ -1267,7 +1295,9 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
 
   /// the input source that it came from
   Koi::String8 configSource() const { return configSource_; }
-  void configSourceIs( Koi::String8 const & v );
+  void configSourceIs( Koi::String8 const & v ) {
+    koiIs( configSource_, v, NotifieeConst::koiOnConfigSource );
+  }
 
   class KoiTrunkGroup;
   /// the trunk groups that it belongs to
@@ -1387,37 +1417,53 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
 
   /// which source the VLANs came from
   Koi::String8 vlanConfigSourceDetail() const { return vlanConfigSourceDetail_; }
-  void vlanConfigSourceDetailIs( Koi::String8 const & v );
+  void vlanConfigSourceDetailIs( Koi::String8 const & v ) {
+    koiIs( vlanConfigSourceDetail_, v, NotifieeConst::koiOnVlanConfigSourceDetail );
+  }
 
   /// the bridge's own MAC address
   Wirex::EthAddr bridgeMacAddr() const { return bridgeMacAddr_; }
-  void bridgeMacAddrIs( Wirex::EthAddr const & v );
+  void bridgeMacAddrIs( Wirex::EthAddr const & v ) {
+    koiIs( bridgeMacAddr_, v, NotifieeConst::koiOnBridgeMacAddr );
+  }
 
   /// how long a learned host stays unseen; 0 is for ever
   Koi::Seconds hostAgingTime() const { return hostAgingTime_; }
-  void hostAgingTimeIs( Koi::Seconds v );
+  void hostAgingTimeIs( Koi::Seconds v ) {
+    koiIs( hostAgingTime_, v, NotifieeConst::koiOnHostAgingTime );
+  }
 
   /// pass Ethernet pause frames through
   bool pausePassThrough() const { return pausePassThrough_; }
-  void pausePassThroughIs( bool v );
+  void pausePassThroughIs( bool v ) {
+    koiIs( pausePassThrough_, v, NotifieeConst::koiOnPausePassThrough );
+  }
 
   /// from which end internal VLANs are taken
   InternalVlanAllocationPolicy internalVlanAllocationPolicy() const {
     return internalVlanAllocationPolicy_;
   }
-  void internalVlanAllocationPolicyIs( InternalVlanAllocationPolicy v );
+  void internalVlanAllocationPolicyIs( InternalVlanAllocationPolicy v ) {
+    koiIs( internalVlanAllocationPolicy_, v, NotifieeConst::koiOnInternalVlanAllocationPolicy );
+  }
 
   /// the VLANs that are set apart for internal use
   InternalVlanRange internalVlanRange() const { return internalVlanRange_; }
-  void internalVlanRangeIs( InternalVlanRange const & v );
+  void internalVlanRangeIs( InternalVlanRange const & v ) {
+    koiIs( internalVlanRange_, v, NotifieeConst::koiOnInternalVlanRange );
+  }
 
   /// when frames are passed on
   SwitchForwardingMode forwardingMode() const { return forwardingMode_; }
-  void forwardingModeIs( SwitchForwardingMode v );
+  void forwardingModeIs( SwitchForwardingMode v ) {
+    koiIs( forwardingMode_, v, NotifieeConst::koiOnForwardingMode );
+  }
 
   /// the mode of an interface that names none
   SwitchportMode defaultSwitchportMode() const { return defaultSwitchportMode_; }
-  void defaultSwitchportModeIs( SwitchportMode v );
+  void defaultSwitchportModeIs( SwitchportMode v ) {
+    koiIs( defaultSwitchportMode_, v, NotifieeConst::koiOnDefaultSwitchportMode );
+  }
 
   class KoiSwitchIntfConfig;
   /// the switchports
@@ -1971,11 +2017,15 @@ class KOI_PUBLIC NativeVlanXlateMapping : public Koi::EntityOf< NativeVlanXlateM
 
   /// the native VLAN
   VlanIdOrNone nativeVlanId() const { return nativeVlanId_; }
-  void nativeVlanIdIs( VlanIdOrNone const & v );
+  void nativeVlanIdIs( VlanIdOrNone const & v ) {
+    koiIs( nativeVlanId_, v, NotifieeConst::koiOnNativeVlanId );
+  }
 
   /// what it becomes
   VlanIdOrNone mappedVlanId() const { return mappedVlanId_; }
-  void mappedVlanIdIs( VlanIdOrNone const & v );
+  void mappedVlanIdIs( VlanIdOrNone const & v ) {
+    koiIs( mappedVlanId_, v, NotifieeConst::koiOnMappedVlanId );
+  }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< NativeVlanXlateMapping > {
@@ -2533,182 +2583,261 @@ class KOI_PUBLIC HwCapabilities : public Koi::EntityOf< HwCapabilities > {
 
   /// the largest frame that is forwarded, in bytes
   Koi::U32 maxFrameSize() const { return maxFrameSize_; }
-  void maxFrameSizeIs( Koi::U32 v );
+  void maxFrameSizeIs( Koi::U32 v ) { koiIs( maxFrameSize_, v, NotifieeConst::koiOnMaxFrameSize ); }
 
   /// the same less the 22 bytes of Layer-2 encapsulation; below 22 it wraps
   Koi::U32 maxFrameSizeWithoutL2Encapsulation() const;
 
   /// bridging
   bool bridgingSupported() const { return bridgingSupported_; }
-  void bridgingSupportedIs( bool v );
+  void bridgingSupportedIs( bool v ) {
+    koiIs( bridgingSupported_, v, NotifieeConst::koiOnBridgingSupported );
+  }
 
   /// 802.1Q tunnels
   bool dot1qTunnelSupported() const { return dot1qTunnelSupported_; }
-  void dot1qTunnelSupportedIs( bool v );
+  void dot1qTunnelSupportedIs( bool v ) {
+    koiIs( dot1qTunnelSupported_, v, NotifieeConst::koiOnDot1qTunnelSupported );
+  }
 
   /// tags on the native VLAN
   bool taggedNativeVlanSupported() const { return taggedNativeVlanSupported_; }
-  void taggedNativeVlanSupportedIs( bool v );
+  void taggedNativeVlanSupportedIs( bool v ) {
+    koiIs( taggedNativeVlanSupported_, v, NotifieeConst::koiOnTaggedNativeVlanSupported );
+  }
 
   /// spanning tree per VLAN
   bool pvstSupported() const { return pvstSupported_; }
-  void pvstSupportedIs( bool v );
+  void pvstSupportedIs( bool v ) { koiIs( pvstSupported_, v, NotifieeConst::koiOnPvstSupported ); }
 
   /// backup interfaces
   bool backupInterfacesSupported() const { return backupInterfacesSupported_; }
-  void backupInterfacesSupportedIs( bool v );
+  void backupInterfacesSupportedIs( bool v ) {
+    koiIs( backupInterfacesSupported_, v, NotifieeConst::koiOnBackupInterfacesSupported );
+  }
 
   /// static multicast groups
   bool staticMcastSupported() const { return staticMcastSupported_; }
-  void staticMcastSupportedIs( bool v );
+  void staticMcastSupportedIs( bool v ) {
+    koiIs( staticMcastSupported_, v, NotifieeConst::koiOnStaticMcastSupported );
+  }
 
   /// learning switched off per port
   bool noMacLearningSupported() const { return noMacLearningSupported_; }
-  void noMacLearningSupportedIs( bool v );
+  void noMacLearningSupportedIs( bool v ) {
+    koiIs( noMacLearningSupported_, v, NotifieeConst::koiOnNoMacLearningSupported );
+  }
 
   /// learning switched off per VLAN
   bool vlanMacLearningSupported() const { return vlanMacLearningSupported_; }
-  void vlanMacLearningSupportedIs( bool v );
+  void vlanMacLearningSupportedIs( bool v ) {
+    koiIs( vlanMacLearningSupported_, v, NotifieeConst::koiOnVlanMacLearningSupported );
+  }
 
   /// private VLANs
   bool privateVlansSupported() const { return privateVlansSupported_; }
-  void privateVlansSupportedIs( bool v );
+  void privateVlansSupportedIs( bool v ) {
+    koiIs( privateVlansSupported_, v, NotifieeConst::koiOnPrivateVlansSupported );
+  }
 
   /// VLAN translation
   bool vlanXlateSupported() const { return vlanXlateSupported_; }
-  void vlanXlateSupportedIs( bool v );
+  void vlanXlateSupportedIs( bool v ) {
+    koiIs( vlanXlateSupported_, v, NotifieeConst::koiOnVlanXlateSupported );
+  }
 
   /// dropping what no ingress translation matches
   bool ingressVlanMappingRequiredSupported() const { return ingressVlanMappingRequiredSupported_; }
-  void ingressVlanMappingRequiredSupportedIs( bool v );
+  void ingressVlanMappingRequiredSupportedIs( bool v ) {
+    koiIs( ingressVlanMappingRequiredSupported_, v,
+           NotifieeConst::koiOnIngressVlanMappingRequiredSupported );
+  }
 
   /// dropping by tag format
   bool vlanTagRequiredSupported() const { return vlanTagRequiredSupported_; }
-  void vlanTagRequiredSupportedIs( bool v );
+  void vlanTagRequiredSupportedIs( bool v ) {
+    koiIs( vlanTagRequiredSupported_, v, NotifieeConst::koiOnVlanTagRequiredSupported );
+  }
 
   /// translation of two tags
   bool doubleVlanXlateSupported() const { return doubleVlanXlateSupported_; }
-  void doubleVlanXlateSupportedIs( bool v );
+  void doubleVlanXlateSupportedIs( bool v ) {
+    koiIs( doubleVlanXlateSupported_, v, NotifieeConst::koiOnDoubleVlanXlateSupported );
+  }
 
   /// translation into an 802.1Q tunnel
   bool vlanXlateToDot1qTunnelSupported() const { return vlanXlateToDot1qTunnelSupported_; }
-  void vlanXlateToDot1qTunnelSupportedIs( bool v );
+  void vlanXlateToDot1qTunnelSupportedIs( bool v ) {
+    koiIs( vlanXlateToDot1qTunnelSupported_, v,
+           NotifieeConst::koiOnVlanXlateToDot1qTunnelSupported );
+  }
 
   /// tag protocol identifiers per port
   bool vlanTpidSupported() const { return vlanTpidSupported_; }
-  void vlanTpidSupportedIs( bool v );
+  void vlanTpidSupportedIs( bool v ) {
+    koiIs( vlanTpidSupported_, v, NotifieeConst::koiOnVlanTpidSupported );
+  }
 
   /// loop protection
   bool loopProtectSupported() const { return loopProtectSupported_; }
-  void loopProtectSupportedIs( bool v );
+  void loopProtectSupportedIs( bool v ) {
+    koiIs( loopProtectSupported_, v, NotifieeConst::koiOnLoopProtectSupported );
+  }
 
   /// virtual forwarding instances
   bool vfiForwarding() const { return vfiForwarding_; }
-  void vfiForwardingIs( bool v );
+  void vfiForwardingIs( bool v ) { koiIs( vfiForwarding_, v, NotifieeConst::koiOnVfiForwarding ); }
 
   /// VXLAN
   bool vxlanSupported() const { return vxlanSupported_; }
-  void vxlanSupportedIs( bool v );
+  void vxlanSupportedIs( bool v ) {
+    koiIs( vxlanSupported_, v, NotifieeConst::koiOnVxlanSupported );
+  }
 
   /// VXLAN over IPv6
   bool vxlanSupportedOverIpv6() const { return vxlanSupportedOverIpv6_; }
-  void vxlanSupportedOverIpv6Is( bool v );
+  void vxlanSupportedOverIpv6Is( bool v ) {
+    koiIs( vxlanSupportedOverIpv6_, v, NotifieeConst::koiOnVxlanSupportedOverIpv6 );
+  }
 
   /// routing into VXLAN
   bool vxlanRoutingSupported() const { return vxlanRoutingSupported_; }
-  void vxlanRoutingSupportedIs( bool v );
+  void vxlanRoutingSupportedIs( bool v ) {
+    koiIs( vxlanRoutingSupported_, v, NotifieeConst::koiOnVxlanRoutingSupported );
+  }
 
   /// VRFs in the overlay
   bool vxlanOverlayVrfsSupported() const { return vxlanOverlayVrfsSupported_; }
-  void vxlanOverlayVrfsSupportedIs( bool v );
+  void vxlanOverlayVrfsSupportedIs( bool v ) {
+    koiIs( vxlanOverlayVrfsSupported_, v, NotifieeConst::koiOnVxlanOverlayVrfsSupported );
+  }
 
   /// multicast groups as flood lists
   bool vxlanMcastGroupSupported() const { return vxlanMcastGroupSupported_; }
-  void vxlanMcastGroupSupportedIs( bool v );
+  void vxlanMcastGroupSupportedIs( bool v ) {
+    koiIs( vxlanMcastGroupSupported_, v, NotifieeConst::koiOnVxlanMcastGroupSupported );
+  }
 
   /// taking multicast out of VXLAN, but not putting it in
   bool vxlanMcastDecapOnlySupported() const { return vxlanMcastDecapOnlySupported_; }
-  void vxlanMcastDecapOnlySupportedIs( bool v );
+  void vxlanMcastDecapOnlySupportedIs( bool v ) {
+    koiIs( vxlanMcastDecapOnlySupported_, v, NotifieeConst::koiOnVxlanMcastDecapOnlySupported );
+  }
 
   /// sending ready-made VXLAN frames
   bool vxlanTxRawSupported() const { return vxlanTxRawSupported_; }
-  void vxlanTxRawSupportedIs( bool v );
+  void vxlanTxRawSupportedIs( bool v ) {
+    koiIs( vxlanTxRawSupported_, v, NotifieeConst::koiOnVxlanTxRawSupported );
+  }
 
   /// counters per tunnel endpoint
   bool vxlanVtepCtrSupported() const { return vxlanVtepCtrSupported_; }
-  void vxlanVtepCtrSupportedIs( bool v );
+  void vxlanVtepCtrSupportedIs( bool v ) {
+    koiIs( vxlanVtepCtrSupported_, v, NotifieeConst::koiOnVxlanVtepCtrSupported );
+  }
 
   /// a client of a VXLAN controller
   bool vxlanControllerClientSupported() const { return vxlanControllerClientSupported_; }
-  void vxlanControllerClientSupportedIs( bool v );
+  void vxlanControllerClientSupportedIs( bool v ) {
+    koiIs( vxlanControllerClientSupported_, v, NotifieeConst::koiOnVxlanControllerClientSupported );
+  }
 
   /// counters per VXLAN network
   bool vxlanVniCtrSupported() const { return vxlanVniCtrSupported_; }
-  void vxlanVniCtrSupportedIs( bool v );
+  void vxlanVniCtrSupportedIs( bool v ) {
+    koiIs( vxlanVniCtrSupported_, v, NotifieeConst::koiOnVxlanVniCtrSupported );
+  }
 
   /// VXLAN across a hitless upgrade
   bool vxlanHitless2Supported() const { return vxlanHitless2Supported_; }
-  void vxlanHitless2SupportedIs( bool v );
+  void vxlanHitless2SupportedIs( bool v ) {
+    koiIs( vxlanHitless2Supported_, v, NotifieeConst::koiOnVxlanHitless2Supported );
+  }
 
   /// several paths in the overlay
   bool overlayEcmpSupported() const { return overlayEcmpSupported_; }
-  void overlayEcmpSupportedIs( bool v );
+  void overlayEcmpSupportedIs( bool v ) {
+    koiIs( overlayEcmpSupported_, v, NotifieeConst::koiOnOverlayEcmpSupported );
+  }
 
   /// whether it needs VLANs for itself
   InternalVlanNeeded internalVlanNeeded() const { return internalVlanNeeded_; }
-  void internalVlanNeededIs( InternalVlanNeeded v );
+  void internalVlanNeededIs( InternalVlanNeeded v ) {
+    koiIs( internalVlanNeeded_, v, NotifieeConst::koiOnInternalVlanNeeded );
+  }
 
   /// switching the source-port filter
   bool sourceportFilterSupported() const { return sourceportFilterSupported_; }
-  void sourceportFilterSupportedIs( bool v );
+  void sourceportFilterSupportedIs( bool v ) {
+    koiIs( sourceportFilterSupported_, v, NotifieeConst::koiOnSourceportFilterSupported );
+  }
 
   /// link aggregation
   bool lagSupported() const { return lagSupported_; }
-  void lagSupportedIs( bool v );
+  void lagSupportedIs( bool v ) { koiIs( lagSupported_, v, NotifieeConst::koiOnLagSupported ); }
 
   /// policies of load balancing
   bool lagLoadBalancePoliciesSupported() const { return lagLoadBalancePoliciesSupported_; }
-  void lagLoadBalancePoliciesSupportedIs( bool v );
+  void lagLoadBalancePoliciesSupportedIs( bool v ) {
+    koiIs( lagLoadBalancePoliciesSupported_, v,
+           NotifieeConst::koiOnLagLoadBalancePoliciesSupported );
+  }
 
   /// tracing of virtual machines
   bool vmTracerSupported() const { return vmTracerSupported_; }
-  void vmTracerSupportedIs( bool v );
+  void vmTracerSupportedIs( bool v ) {
+    koiIs( vmTracerSupported_, v, NotifieeConst::koiOnVmTracerSupported );
+  }
 
   /// BFD between tunnel endpoints
   bool vxlanBfdSupported() const { return vxlanBfdSupported_; }
-  void vxlanBfdSupportedIs( bool v );
+  void vxlanBfdSupportedIs( bool v ) {
+    koiIs( vxlanBfdSupported_, v, NotifieeConst::koiOnVxlanBfdSupported );
+  }
 
   /// BFD on the members of an aggregation (RFC 7130)
   bool rfc7130Supported() const { return rfc7130Supported_; }
-  void rfc7130SupportedIs( bool v );
+  void rfc7130SupportedIs( bool v ) {
+    koiIs( rfc7130Supported_, v, NotifieeConst::koiOnRfc7130Supported );
+  }
 
   /// a logical router in the overlay
   bool vxlanLogicalRouterSupported() const { return vxlanLogicalRouterSupported_; }
-  void vxlanLogicalRouterSupportedIs( bool v );
+  void vxlanLogicalRouterSupportedIs( bool v ) {
+    koiIs( vxlanLogicalRouterSupported_, v, NotifieeConst::koiOnVxlanLogicalRouterSupported );
+  }
 
   /// routing by EVPN
   bool vxlanL3EvpnSupported() const { return vxlanL3EvpnSupported_; }
-  void vxlanL3EvpnSupportedIs( bool v );
+  void vxlanL3EvpnSupportedIs( bool v ) {
+    koiIs( vxlanL3EvpnSupported_, v, NotifieeConst::koiOnVxlanL3EvpnSupported );
+  }
 
   /// a Layer-2 MTU
   bool l2MtuSupported() const { return l2MtuSupported_; }
-  void l2MtuSupportedIs( bool v );
+  void l2MtuSupportedIs( bool v ) {
+    koiIs( l2MtuSupported_, v, NotifieeConst::koiOnL2MtuSupported );
+  }
 
   /// the largest one, in bytes
   Koi::U32 l2MtuMax() const { return l2MtuMax_; }
-  void l2MtuMaxIs( Koi::U32 v );
+  void l2MtuMaxIs( Koi::U32 v ) { koiIs( l2MtuMax_, v, NotifieeConst::koiOnL2MtuMax ); }
 
   /// the smallest one, in bytes
   Koi::U32 l2MtuMin() const { return l2MtuMin_; }
-  void l2MtuMinIs( Koi::U32 v );
+  void l2MtuMinIs( Koi::U32 v ) { koiIs( l2MtuMin_, v, NotifieeConst::koiOnL2MtuMin ); }
 
   /// telling which member a frame would take
   bool lagShowOutputIntfSupported() const { return lagShowOutputIntfSupported_; }
-  void lagShowOutputIntfSupportedIs( bool v );
+  void lagShowOutputIntfSupportedIs( bool v ) {
+    koiIs( lagShowOutputIntfSupported_, v, NotifieeConst::koiOnLagShowOutputIntfSupported );
+  }
 
   /// passing pause frames through
   bool pausePassThroughSupported() const { return pausePassThroughSupported_; }
-  void pausePassThroughSupportedIs( bool v );
+  void pausePassThroughSupportedIs( bool v ) {
+    koiIs( pausePassThroughSupported_, v, NotifieeConst::koiOnPausePassThroughSupported );
+  }
 
   class KoiSupportedForwardingMode;
   /// the forwarding modes, an ordered list
@@ -2728,55 +2857,89 @@ class KOI_PUBLIC HwCapabilities : public Koi::EntityOf< HwCapabilities > {
 
   /// packets into a VLAN interface
   bool vlanIntfInPktCountersSupported() const { return vlanIntfInPktCountersSupported_; }
-  void vlanIntfInPktCountersSupportedIs( bool v );
+  void vlanIntfInPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfInPktCountersSupported_, v, NotifieeConst::koiOnVlanIntfInPktCountersSupported );
+  }
 
   /// packets out of it
   bool vlanIntfOutPktCountersSupported() const { return vlanIntfOutPktCountersSupported_; }
-  void vlanIntfOutPktCountersSupportedIs( bool v );
+  void vlanIntfOutPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfOutPktCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfOutPktCountersSupported );
+  }
 
   /// unicast packets into it
   bool vlanIntfInUcastPktCountersSupported() const { return vlanIntfInUcastPktCountersSupported_; }
-  void vlanIntfInUcastPktCountersSupportedIs( bool v );
+  void vlanIntfInUcastPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfInUcastPktCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfInUcastPktCountersSupported );
+  }
 
   /// unicast packets out of it
   bool vlanIntfOutUcastPktCountersSupported() const {
     return vlanIntfOutUcastPktCountersSupported_;
   }
-  void vlanIntfOutUcastPktCountersSupportedIs( bool v );
+  void vlanIntfOutUcastPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfOutUcastPktCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfOutUcastPktCountersSupported );
+  }
 
   /// multicast packets into it
   bool vlanIntfInMcastPktCountersSupported() const { return vlanIntfInMcastPktCountersSupported_; }
-  void vlanIntfInMcastPktCountersSupportedIs( bool v );
+  void vlanIntfInMcastPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfInMcastPktCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfInMcastPktCountersSupported );
+  }
 
   /// multicast packets out of it
   bool vlanIntfOutMcastPktCountersSupported() const {
     return vlanIntfOutMcastPktCountersSupported_;
   }
-  void vlanIntfOutMcastPktCountersSupportedIs( bool v );
+  void vlanIntfOutMcastPktCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfOutMcastPktCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfOutMcastPktCountersSupported );
+  }
 
   /// bytes into it
   bool vlanIntfInOctetCountersSupported() const { return vlanIntfInOctetCountersSupported_; }
-  void vlanIntfInOctetCountersSupportedIs( bool v );
+  void vlanIntfInOctetCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfInOctetCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfInOctetCountersSupported );
+  }
 
   /// bytes out of it
   bool vlanIntfOutOctetCountersSupported() const { return vlanIntfOutOctetCountersSupported_; }
-  void vlanIntfOutOctetCountersSupportedIs( bool v );
+  void vlanIntfOutOctetCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfOutOctetCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfOutOctetCountersSupported );
+  }
 
   /// unicast bytes
   bool vlanIntfUcastOctetCountersSupported() const { return vlanIntfUcastOctetCountersSupported_; }
-  void vlanIntfUcastOctetCountersSupportedIs( bool v );
+  void vlanIntfUcastOctetCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfUcastOctetCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfUcastOctetCountersSupported );
+  }
 
   /// multicast bytes
   bool vlanIntfMcastOctetCountersSupported() const { return vlanIntfMcastOctetCountersSupported_; }
-  void vlanIntfMcastOctetCountersSupportedIs( bool v );
+  void vlanIntfMcastOctetCountersSupportedIs( bool v ) {
+    koiIs( vlanIntfMcastOctetCountersSupported_, v,
+           NotifieeConst::koiOnVlanIntfMcastOctetCountersSupported );
+  }
 
   /// routed packets alone
   bool vlanIntfL3CountersSupported() const { return vlanIntfL3CountersSupported_; }
-  void vlanIntfL3CountersSupportedIs( bool v );
+  void vlanIntfL3CountersSupportedIs( bool v ) {
+    koiIs( vlanIntfL3CountersSupported_, v, NotifieeConst::koiOnVlanIntfL3CountersSupported );
+  }
 
   /// forwarding of reserved group addresses
   bool ieeeReservedMacForwardAddrSupported() const { return ieeeReservedMacForwardAddrSupported_; }
-  void ieeeReservedMacForwardAddrSupportedIs( bool v );
+  void ieeeReservedMacForwardAddrSupportedIs( bool v ) {
+    koiIs( ieeeReservedMacForwardAddrSupported_, v,
+           NotifieeConst::koiOnIeeeReservedMacForwardAddrSupported );
+  }
 
   /// stands for all of them: the address of zeros
   static Wirex::EthAddr ieeeReservedMacForwardAddrAll() { return {}; }
@@ -3447,35 +3610,51 @@ class KOI_PUBLIC HwEnabled : public Koi::EntityOf< HwEnabled > {
 
   /// VLANs, ingress
   bool vlanIngressCountersEnabled() const { return vlanIngressCountersEnabled_; }
-  void vlanIngressCountersEnabledIs( bool v );
+  void vlanIngressCountersEnabledIs( bool v ) {
+    koiIs( vlanIngressCountersEnabled_, v, NotifieeConst::koiOnVlanIngressCountersEnabled );
+  }
 
   /// VLANs, egress
   bool vlanEgressCountersEnabled() const { return vlanEgressCountersEnabled_; }
-  void vlanEgressCountersEnabledIs( bool v );
+  void vlanEgressCountersEnabledIs( bool v ) {
+    koiIs( vlanEgressCountersEnabled_, v, NotifieeConst::koiOnVlanEgressCountersEnabled );
+  }
 
   /// VLANs, broadcast, unknown unicast and multicast
   bool vlanBumCountersEnabled() const { return vlanBumCountersEnabled_; }
-  void vlanBumCountersEnabledIs( bool v );
+  void vlanBumCountersEnabledIs( bool v ) {
+    koiIs( vlanBumCountersEnabled_, v, NotifieeConst::koiOnVlanBumCountersEnabled );
+  }
 
   /// sub-interfaces, ingress
   bool subintfIngressCountersEnabled() const { return subintfIngressCountersEnabled_; }
-  void subintfIngressCountersEnabledIs( bool v );
+  void subintfIngressCountersEnabledIs( bool v ) {
+    koiIs( subintfIngressCountersEnabled_, v, NotifieeConst::koiOnSubintfIngressCountersEnabled );
+  }
 
   /// sub-interfaces, egress
   bool subintfEgressCountersEnabled() const { return subintfEgressCountersEnabled_; }
-  void subintfEgressCountersEnabledIs( bool v );
+  void subintfEgressCountersEnabledIs( bool v ) {
+    koiIs( subintfEgressCountersEnabled_, v, NotifieeConst::koiOnSubintfEgressCountersEnabled );
+  }
 
   /// sub-interfaces, broadcast, unknown unicast and multicast
   bool subintfBumCountersEnabled() const { return subintfBumCountersEnabled_; }
-  void subintfBumCountersEnabledIs( bool v );
+  void subintfBumCountersEnabledIs( bool v ) {
+    koiIs( subintfBumCountersEnabled_, v, NotifieeConst::koiOnSubintfBumCountersEnabled );
+  }
 
   /// sub-interfaces, unicast and multicast
   bool subintfUMCountersEnabled() const { return subintfUMCountersEnabled_; }
-  void subintfUMCountersEnabledIs( bool v );
+  void subintfUMCountersEnabledIs( bool v ) {
+    koiIs( subintfUMCountersEnabled_, v, NotifieeConst::koiOnSubintfUMCountersEnabled );
+  }
 
   /// sub-interfaces, routed packets
   bool subintfL3CountersEnabled() const { return subintfL3CountersEnabled_; }
-  void subintfL3CountersEnabledIs( bool v );
+  void subintfL3CountersEnabledIs( bool v ) {
+    koiIs( subintfL3CountersEnabled_, v, NotifieeConst::koiOnSubintfL3CountersEnabled );
+  }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< HwEnabled > {
@@ -3893,47 +4072,61 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   /// whether it is a switchport
   bool enabled() const { return enabled_; }
-  void enabledIs( bool v );
+  void enabledIs( bool v ) { koiIs( enabled_, v, NotifieeConst::koiOnEnabled ); }
 
   /// the mode
   SwitchportMode switchportMode() const { return switchportMode_; }
-  void switchportModeIs( SwitchportMode v );
+  void switchportModeIs( SwitchportMode v ) {
+    koiIs( switchportMode_, v, NotifieeConst::koiOnSwitchportMode );
+  }
 
   /// the VLAN of an access port
   VlanId accessVlan() const { return accessVlan_; }
-  void accessVlanIs( VlanId const & v );
+  void accessVlanIs( VlanId const & v ) { koiIs( accessVlan_, v, NotifieeConst::koiOnAccessVlan ); }
 
   /// the native VLAN of a trunk port
   VlanIdOrNone trunkNativeVlan() const { return trunkNativeVlan_; }
-  void trunkNativeVlanIs( VlanIdOrNone const & v );
+  void trunkNativeVlanIs( VlanIdOrNone const & v ) {
+    koiIs( trunkNativeVlan_, v, NotifieeConst::koiOnTrunkNativeVlan );
+  }
 
   /// the native VLAN of a tap port
   VlanIdOrNone tapNativeVlan() const { return tapNativeVlan_; }
-  void tapNativeVlanIs( VlanIdOrNone const & v );
+  void tapNativeVlanIs( VlanIdOrNone const & v ) {
+    koiIs( tapNativeVlan_, v, NotifieeConst::koiOnTapNativeVlan );
+  }
 
   /// the tags that identify a tap port
   VlanIdTuple tapIdentificationVlan() const { return tapIdentificationVlan_; }
-  void tapIdentificationVlanIs( VlanIdTuple const & v );
+  void tapIdentificationVlanIs( VlanIdTuple const & v ) {
+    koiIs( tapIdentificationVlan_, v, NotifieeConst::koiOnTapIdentificationVlan );
+  }
 
   /// take VXLAN headers off
   bool tapVxlanStrip() const { return tapVxlanStrip_; }
-  void tapVxlanStripIs( bool v );
+  void tapVxlanStripIs( bool v ) { koiIs( tapVxlanStrip_, v, NotifieeConst::koiOnTapVxlanStrip ); }
 
   /// take MPLS labels off
   bool tapMplsPop() const { return tapMplsPop_; }
-  void tapMplsPopIs( bool v );
+  void tapMplsPopIs( bool v ) { koiIs( tapMplsPop_, v, NotifieeConst::koiOnTapMplsPop ); }
 
   /// VLANs of a trunk port, a range list
   Koi::String8 trunkAllowedVlans() const { return trunkAllowedVlans_; }
-  void trunkAllowedVlansIs( Koi::String8 const & v );
+  void trunkAllowedVlansIs( Koi::String8 const & v ) {
+    koiIs( trunkAllowedVlans_, v, NotifieeConst::koiOnTrunkAllowedVlans );
+  }
 
   /// VLANs of a tap port, a range list
   Koi::String8 tapAllowedVlans() const { return tapAllowedVlans_; }
-  void tapAllowedVlansIs( Koi::String8 const & v );
+  void tapAllowedVlansIs( Koi::String8 const & v ) {
+    koiIs( tapAllowedVlans_, v, NotifieeConst::koiOnTapAllowedVlans );
+  }
 
   /// VLANs of a tool port, a range list
   Koi::String8 toolAllowedVlans() const { return toolAllowedVlans_; }
-  void toolAllowedVlansIs( Koi::String8 const & v );
+  void toolAllowedVlansIs( Koi::String8 const & v ) {
+    koiIs( toolAllowedVlans_, v, NotifieeConst::koiOnToolAllowedVlans );
+  }
 
   class KoiTrunkGroup;
   /// the trunk groups that it belongs to
@@ -3951,23 +4144,33 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   /// do not flood unicast out of it
   bool blockUnknownUnicast() const { return blockUnknownUnicast_; }
-  void blockUnknownUnicastIs( bool v );
+  void blockUnknownUnicastIs( bool v ) {
+    koiIs( blockUnknownUnicast_, v, NotifieeConst::koiOnBlockUnknownUnicast );
+  }
 
   /// do not flood multicast out of it
   bool blockUnknownMulticast() const { return blockUnknownMulticast_; }
-  void blockUnknownMulticastIs( bool v );
+  void blockUnknownMulticastIs( bool v ) {
+    koiIs( blockUnknownMulticast_, v, NotifieeConst::koiOnBlockUnknownMulticast );
+  }
 
   /// learn source MAC addresses on it
   bool macLearningEnabled() const { return macLearningEnabled_; }
-  void macLearningEnabledIs( bool v );
+  void macLearningEnabledIs( bool v ) {
+    koiIs( macLearningEnabled_, v, NotifieeConst::koiOnMacLearningEnabled );
+  }
 
   /// flood out of it
   bool floodingEnabled() const { return floodingEnabled_; }
-  void floodingEnabledIs( bool v );
+  void floodingEnabledIs( bool v ) {
+    koiIs( floodingEnabled_, v, NotifieeConst::koiOnFloodingEnabled );
+  }
 
   /// map all secondary VLANs of the port's primary
   bool defaultPrivateVlanMapping() const { return defaultPrivateVlanMapping_; }
-  void defaultPrivateVlanMappingIs( bool v );
+  void defaultPrivateVlanMappingIs( bool v ) {
+    koiIs( defaultPrivateVlanMapping_, v, NotifieeConst::koiOnDefaultPrivateVlanMapping );
+  }
 
   class KoiPrivateVlanMapping;
   /// else those with an entry
@@ -3985,11 +4188,15 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   /// how a tool port marks where traffic came from
   ToolIdentityMode toolIdentityTagging() const { return toolIdentityTagging_; }
-  void toolIdentityTaggingIs( ToolIdentityMode v );
+  void toolIdentityTaggingIs( ToolIdentityMode v ) {
+    koiIs( toolIdentityTagging_, v, NotifieeConst::koiOnToolIdentityTagging );
+  }
 
   /// tags taken off towards a tool, a range list
   Koi::String8 toolDot1qRemoveVlans() const { return toolDot1qRemoveVlans_; }
-  void toolDot1qRemoveVlansIs( Koi::String8 const & v );
+  void toolDot1qRemoveVlansIs( Koi::String8 const & v ) {
+    koiIs( toolDot1qRemoveVlans_, v, NotifieeConst::koiOnToolDot1qRemoveVlans );
+  }
 
   /// to how many bytes tap traffic is cut; 0 not at all, 1 as the switch says
   Koi::U16 tapTruncationSize() const { return tapTruncationSize_; }
@@ -4056,11 +4263,15 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   /// ingress translation of the native VLAN
   VlanIdOrNone ingressNativeVlanXlate() const { return ingressNativeVlanXlate_; }
-  void ingressNativeVlanXlateIs( VlanIdOrNone const & v );
+  void ingressNativeVlanXlateIs( VlanIdOrNone const & v ) {
+    koiIs( ingressNativeVlanXlate_, v, NotifieeConst::koiOnIngressNativeVlanXlate );
+  }
 
   /// egress translation of the native VLAN
   VlanIdOrNone egressNativeVlanXlate() const { return egressNativeVlanXlate_; }
-  void egressNativeVlanXlateIs( VlanIdOrNone const & v );
+  void egressNativeVlanXlateIs( VlanIdOrNone const & v ) {
+    koiIs( egressNativeVlanXlate_, v, NotifieeConst::koiOnEgressNativeVlanXlate );
+  }
 
   class KoiIngressVlanXlate;
   /// ingress VLAN translations
@@ -4096,11 +4307,15 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   /// private-VLAN mapping on a trunk
   bool trunkPrivateVlanMapping() const { return trunkPrivateVlanMapping_; }
-  void trunkPrivateVlanMappingIs( bool v );
+  void trunkPrivateVlanMappingIs( bool v ) {
+    koiIs( trunkPrivateVlanMapping_, v, NotifieeConst::koiOnTrunkPrivateVlanMapping );
+  }
 
   /// announces the tags that count on it
   VlanTpidOrNone vlanTpid() const { return vlanTpid_; }
-  void vlanTpidIs( VlanTpidOrNone const & v );
+  void vlanTpidIs( VlanTpidOrNone const & v ) {
+    koiIs( vlanTpid_, v, NotifieeConst::koiOnVlanTpid );
+  }
 
   class KoiVlanTagFormatDrop;
   /// tag formats that it drops
@@ -4135,19 +4350,23 @@ class KOI_PUBLIC SwitchIntfConfig : public Koi::EntityOf< SwitchIntfConfig > {
 
   /// keeps frames from going back out
   SourceportFilterMode sourceportFilterMode() const { return sourceportFilterMode_; }
-  void sourceportFilterModeIs( SourceportFilterMode v );
+  void sourceportFilterModeIs( SourceportFilterMode v ) {
+    koiIs( sourceportFilterMode_, v, NotifieeConst::koiOnSourceportFilterMode );
+  }
 
   /// who wrote this
   Koi::String8 source() const { return source_; }
-  void sourceIs( Koi::String8 const & v );
+  void sourceIs( Koi::String8 const & v ) { koiIs( source_, v, NotifieeConst::koiOnSource ); }
 
   /// counts what its writer wrote
   Koi::U32 version() const { return version_; }
-  void versionIs( Koi::U32 v );
+  void versionIs( Koi::U32 v ) { koiIs( version_, v, NotifieeConst::koiOnVersion ); }
 
   /// the VLAN of a Layer-2 sub-interface
   VlanNameOrId l2SubIntfVlan() const { return l2SubIntfVlan_; }
-  void l2SubIntfVlanIs( VlanNameOrId const & v );
+  void l2SubIntfVlanIs( VlanNameOrId const & v ) {
+    koiIs( l2SubIntfVlan_, v, NotifieeConst::koiOnL2SubIntfVlan );
+  }
 
   /// the same request: all but the interface, who wrote it, and its version
   bool isEqual( SwitchIntfConfig const & other ) const;
@@ -4562,18 +4781,20 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
 
   /// the name; empty for the default
   Koi::String8 configuredName() const { return configuredName_; }
-  void configuredNameIs( Koi::String8 const & v );
+  void configuredNameIs( Koi::String8 const & v ) {
+    koiIs( configuredName_, v, NotifieeConst::koiOnConfiguredName );
+  }
 
   /// "default" for VLAN 1, else "VLAN" and four digits
   Koi::String8 defaultName() const;
 
   /// active or suspended
   VlanAdminState adminState() const { return adminState_; }
-  void adminStateIs( VlanAdminState v );
+  void adminStateIs( VlanAdminState v ) { koiIs( adminState_, v, NotifieeConst::koiOnAdminState ); }
 
   /// learn MAC addresses in it
   bool macLearning() const { return macLearning_; }
-  void macLearningIs( bool v );
+  void macLearningIs( bool v ) { koiIs( macLearning_, v, NotifieeConst::koiOnMacLearning ); }
 
   class KoiTrunkGroup;
   /// the trunk groups that it belongs to
@@ -4591,7 +4812,9 @@ class KOI_PUBLIC VlanConfig : public Koi::EntityOf< VlanConfig > {
 
   /// its private-VLAN role
   VlanTypeAndPrimaryVlan vlanTypeAndPrimaryVlan() const { return vlanTypeAndPrimaryVlan_; }
-  void vlanTypeAndPrimaryVlanIs( VlanTypeAndPrimaryVlan const & v );
+  void vlanTypeAndPrimaryVlanIs( VlanTypeAndPrimaryVlan const & v ) {
+    koiIs( vlanTypeAndPrimaryVlan_, v, NotifieeConst::koiOnVlanTypeAndPrimaryVlan );
+  }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< VlanConfig > {
@@ -4674,15 +4897,21 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
 
   /// of its VLANs
   Koi::U32 vlanConfigPriority() const { return vlanConfigPriority_; }
-  void vlanConfigPriorityIs( Koi::U32 v );
+  void vlanConfigPriorityIs( Koi::U32 v ) {
+    koiIs( vlanConfigPriority_, v, NotifieeConst::koiOnVlanConfigPriority );
+  }
 
   /// of its switchports
   Koi::U32 switchIntfConfigPriority() const { return switchIntfConfigPriority_; }
-  void switchIntfConfigPriorityIs( Koi::U32 v );
+  void switchIntfConfigPriorityIs( Koi::U32 v ) {
+    koiIs( switchIntfConfigPriority_, v, NotifieeConst::koiOnSwitchIntfConfigPriority );
+  }
 
   /// of its MAC addresses
   Koi::U32 fdbConfigPriority() const { return fdbConfigPriority_; }
-  void fdbConfigPriorityIs( Koi::U32 v );
+  void fdbConfigPriorityIs( Koi::U32 v ) {
+    koiIs( fdbConfigPriority_, v, NotifieeConst::koiOnFdbConfigPriority );
+  }
 
   class KoiVlanConfig;
   /// VLANs
@@ -4739,11 +4968,13 @@ class KOI_PUBLIC Config : public Koi::EntityOf< Config > {
 
   /// what people call the source
   Koi::String8 sourceDetail() const { return sourceDetail_; }
-  void sourceDetailIs( Koi::String8 const & v );
+  void sourceDetailIs( Koi::String8 const & v ) {
+    koiIs( sourceDetail_, v, NotifieeConst::koiOnSourceDetail );
+  }
 
   /// it holds more than defaults
   bool nonDefaultVal() const { return nonDefaultVal_; }
-  void nonDefaultValIs( bool v );
+  void nonDefaultValIs( bool v ) { koiIs( nonDefaultVal_, v, NotifieeConst::koiOnNonDefaultVal ); }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Config > {
@@ -4856,17 +5087,23 @@ class KOI_PUBLIC CliConfig : public Koi::EntityOf< CliConfig, Config > {
 
   /// how long a learned host stays unseen; 0 is for ever
   Koi::Seconds hostAgingTime() const { return hostAgingTime_; }
-  void hostAgingTimeIs( Koi::Seconds v );
+  void hostAgingTimeIs( Koi::Seconds v ) {
+    koiIs( hostAgingTime_, v, NotifieeConst::koiOnHostAgingTime );
+  }
 
   /// from which end internal VLANs are taken
   InternalVlanAllocationPolicy internalVlanAllocationPolicy() const {
     return internalVlanAllocationPolicy_;
   }
-  void internalVlanAllocationPolicyIs( InternalVlanAllocationPolicy v );
+  void internalVlanAllocationPolicyIs( InternalVlanAllocationPolicy v ) {
+    koiIs( internalVlanAllocationPolicy_, v, NotifieeConst::koiOnInternalVlanAllocationPolicy );
+  }
 
   /// the VLANs that are set apart for internal use
   InternalVlanRange internalVlanRange() const { return internalVlanRange_; }
-  void internalVlanRangeIs( InternalVlanRange const & v );
+  void internalVlanRangeIs( InternalVlanRange const & v ) {
+    koiIs( internalVlanRange_, v, NotifieeConst::koiOnInternalVlanRange );
+  }
 
   class KoiSviMapping;
   /// by primary VLAN
@@ -4886,15 +5123,21 @@ class KOI_PUBLIC CliConfig : public Koi::EntityOf< CliConfig, Config > {
 
   /// when frames are passed on
   SwitchForwardingMode forwardingMode() const { return forwardingMode_; }
-  void forwardingModeIs( SwitchForwardingMode v );
+  void forwardingModeIs( SwitchForwardingMode v ) {
+    koiIs( forwardingMode_, v, NotifieeConst::koiOnForwardingMode );
+  }
 
   /// the mode of an interface that names none
   Bridging::SwitchportMode defaultSwitchportMode() const { return defaultSwitchportMode_; }
-  void defaultSwitchportModeIs( Bridging::SwitchportMode v );
+  void defaultSwitchportModeIs( Bridging::SwitchportMode v ) {
+    koiIs( defaultSwitchportMode_, v, NotifieeConst::koiOnDefaultSwitchportMode );
+  }
 
   /// pass Ethernet pause frames through
   bool pausePassThrough() const { return pausePassThrough_; }
-  void pausePassThroughIs( bool v );
+  void pausePassThroughIs( bool v ) {
+    koiIs( pausePassThrough_, v, NotifieeConst::koiOnPausePassThrough );
+  }
 
   class KoiIeeeReservedForwarding;
   /// reserved group addresses: forwarded or not
@@ -5026,7 +5269,9 @@ class KOI_PUBLIC PrivateConfig : public Koi::EntityOf< PrivateConfig, Config > {
 
   /// whether it counts
   bool privateModeEnabled() const { return privateModeEnabled_; }
-  void privateModeEnabledIs( bool v );
+  void privateModeEnabledIs( bool v ) {
+    koiIs( privateModeEnabled_, v, NotifieeConst::koiOnPrivateModeEnabled );
+  }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< PrivateConfig, Config::NotifieeConst > {

@@ -130,7 +130,7 @@ class KOI_PUBLIC VlanIdSet : public Koi::EntityOf< VlanIdSet > {
 
   /// the VLANs, a range list such as "1-4094"
   Koi::String8 vlans() const { return vlans_; }
-  void vlansIs( Koi::String8 const & v );
+  void vlansIs( Koi::String8 const & v ) { koiIs( vlans_, v, NotifieeConst::koiOnVlans ); }
 
   class KoiTrunkGroup;
   /// the trunk groups that they belong to
@@ -157,11 +157,13 @@ class KOI_PUBLIC VlanIdSet : public Koi::EntityOf< VlanIdSet > {
 
   /// against other sources; the highest prevails
   Koi::U32 configPriority() const { return configPriority_; }
-  void configPriorityIs( Koi::U32 v );
+  void configPriorityIs( Koi::U32 v ) {
+    koiIs( configPriority_, v, NotifieeConst::koiOnConfigPriority );
+  }
 
   /// tell the peer of a pair of switches
   bool mlagSync() const { return mlagSync_; }
-  void mlagSyncIs( bool v );
+  void mlagSyncIs( bool v ) { koiIs( mlagSync_, v, NotifieeConst::koiOnMlagSync ); }
 
   /// Makes it what a new one is: vlans, then trunkGroup, configPriority and mlagSync. Observers are
   /// told of each change.

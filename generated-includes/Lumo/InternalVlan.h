@@ -123,7 +123,7 @@ class KOI_PUBLIC InternalVlanConfigDir : public Koi::EntityOf< InternalVlanConfi
 
   /// nothing but the whitelist may be handed out
   bool useWhitelist() const { return useWhitelist_; }
-  void useWhitelistIs( bool v );
+  void useWhitelistIs( bool v ) { koiIs( useWhitelist_, v, NotifieeConst::koiOnUseWhitelist ); }
 
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< InternalVlanConfigDir > {

@@ -17,15 +17,19 @@ class KOI_PUBLIC LumoHitlessState : public Koi::EntityOf< LumoHitlessState > {
 
   /// the bridging status is up to date again
   bool lumoStatusUpdate() const { return lumoStatusUpdate_; }
-  void lumoStatusUpdateIs( bool v );
+  void lumoStatusUpdateIs( bool v ) {
+    koiIs( lumoStatusUpdate_, v, NotifieeConst::koiOnLumoStatusUpdate );
+  }
 
   /// the sub-interfaces are up again
   bool lumoSubIntfUp() const { return lumoSubIntfUp_; }
-  void lumoSubIntfUpIs( bool v );
+  void lumoSubIntfUpIs( bool v ) { koiIs( lumoSubIntfUp_, v, NotifieeConst::koiOnLumoSubIntfUp ); }
 
   /// the down-link state is up to date again
   bool lumoDownLinksUpdate() const { return lumoDownLinksUpdate_; }
-  void lumoDownLinksUpdateIs( bool v );
+  void lumoDownLinksUpdateIs( bool v ) {
+    koiIs( lumoDownLinksUpdate_, v, NotifieeConst::koiOnLumoDownLinksUpdate );
+  }
 
   class KoiSubIntfWaitQ;
   /// the sub-interfaces still to be restored, an entry each

@@ -22,18 +22,18 @@ class EntityMutators : public Entity {
 
   /// attrIs( v ): an equal value is a no-op; a value outside its type's range is refused.
   template< class Cell >
-  void koiIs( Cell & cell, typename CellOf< Cell >::Given const & v,
+  void koiIs( Cell & cell, Argument< typename CellOf< Cell >::Given > v,
               AttributeCallback<> const & on ) {
     if( same( CellOf< Cell >::given( cell ), v ) )
       return;
-    koiAdmit();
-    checkRange( v );
-    Stamp const stamp = koiStamp();
-    cell = Cell( v );
-    leaveWithTarget( cell, [this, &on] {  // callbacks are constants
-      koiTell( koiStamp(), on );
-    } );
-    koiTell( stamp, on );
+    if constexpr( std::is_trivially_destructible_v< Cell > )
+      if( !koiHasAudience() ) [[likely]] {  // a few instructions in each mutator
+        checkRange( v );
+        koiStamp();
+        cell = Cell( v );
+        return;
+      }
+    koiChange( cell, v, on );
   }
 
   /// The same for an attribute that keeps the value it refuses; nobody is told of that one.
@@ -171,6 +171,20 @@ class EntityMutators : public Entity {
   }
 
  private:
+  /// Stores a value that differs, and tells.
+  template< class Cell >
+  [[gnu::noinline]] void koiChange( Cell & cell, Argument< typename CellOf< Cell >::Given > v,
+                                    AttributeCallback<> const & on ) {
+    koiAdmit();
+    checkRange( v );
+    Stamp const stamp = koiStamp();
+    cell = Cell( v );
+    leaveWithTarget( cell, [this, &on] {  // callbacks are constants
+      koiTell( koiStamp(), on );
+    } );
+    koiTell( stamp, on );
+  }
+
   void koiAdmit() const {
     if( koiIsRefusing() )
       koiRefuse();

@@ -83,6 +83,8 @@ class KOI_PUBLIC Entity : public PtrInterface {
   virtual ~Entity();
   void handleZeroRef() const override;
 
+  /// Whether somebody may have to be told of a change: there are logs, or there were observers.
+  bool koiHasAudience() const { return logs_ || observers_; }
   /// Whether a change is to be refused, by koiRefuse(): the entity is a read-only proxy.
   bool koiIsRefusing() const { return logs_ && logsRefuse(); }
   /// Raises ReadOnlyException "write-update from readonly proxy: <full name>".
@@ -102,7 +104,7 @@ class KOI_PUBLIC Entity : public PtrInterface {
     if( logs_ )
       mark( callback.index, stamp.origin );
     if( observers_ && !observers_->empty() )
-      tellOrNote( callback.any( callback ), key... );
+      tellOrNote( callback, key... );
   }
   /// Tells the observers alone: attrNotify( k ).
   template< class... Key >
@@ -110,7 +112,7 @@ class KOI_PUBLIC Entity : public PtrInterface {
                   std::type_identity_t< Key >... key ) {
     ++changes_;
     if( observers_ && !observers_->empty() )
-      tellOrNote( callback.any( callback ), key... );
+      tellOrNote( callback, key... );
   }
 
  private:
@@ -119,9 +121,10 @@ class KOI_PUBLIC Entity : public PtrInterface {
   class ChangeNotice;
 
   template< class... Key >
-  void tellOrNote( AnyCallback< Key... > const & callback, std::type_identity_t< Key >... key );
+  void tellOrNote( AttributeCallback< Key... > const & callback,
+                   std::type_identity_t< Key >... key );
   template< class... Key >
-  void tellEach( AnyCallback< Key... > const & callback, std::type_identity_t< Key >... key );
+  void tellEach( AttributeCallback< Key... > const & callback, std::type_identity_t< Key >... key );
 
   bool logsRefuse() const;
   U16 takeOrigin();
@@ -147,7 +150,7 @@ class KOI_PUBLIC Entity : public PtrInterface {
 template< class... Key >
 class Entity::ChangeNotice final : public Notice {
  public:
-  ChangeNotice( Entity * entity, AnyCallback< Key... > const & callback, Key... key )
+  ChangeNotice( Entity * entity, AttributeCallback< Key... > const & callback, Key... key )
       : Notice( hashOf( entity, callback.index, key... ) ),
         entity_( entity ),
         callback_( callback ),
@@ -170,12 +173,12 @@ class Entity::ChangeNotice final : public Notice {
   }
 
   Ptr< Entity > const entity_;
-  AnyCallback< Key... > const callback_;
+  AttributeCallback< Key... > const & callback_;  // a constant
   std::tuple< std::remove_cvref_t< Key >... > const key_;
 };
 
 template< class... Key >
-[[gnu::noinline]] void Entity::tellOrNote( AnyCallback< Key... > const & callback,
+[[gnu::noinline]] void Entity::tellOrNote( AttributeCallback< Key... > const & callback,
                                            std::type_identity_t< Key >... key ) {
   if( auto * const open = OpenTransaction::current() )
     open->add( std::make_unique< ChangeNotice< Key... > >( this, callback, key... ) );
@@ -184,7 +187,7 @@ template< class... Key >
 }
 
 template< class... Key >
-void Entity::tellEach( AnyCallback< Key... > const & callback,
+void Entity::tellEach( AttributeCallback< Key... > const & callback,
                        std::type_identity_t< Key >... key ) {
   if( !observers_ )
     return;
@@ -192,8 +195,7 @@ void Entity::tellEach( AnyCallback< Key... > const & callback,
   std::exception_ptr first;
   {
     Observers::Walk walk( *observers_, *this );
-    // A copy is nobody else's: what is told need not read it again.
-    AnyCallback< Key... > const on = callback;
+    AnyCallback< Key... > const on = callback.any( callback );
     U64 const passed = NotifieeBase::bitOf( on.index );
     while( NotifieeBase * const observer = walk.next( on.depth, passed ) )
       try {

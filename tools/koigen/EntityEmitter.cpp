@@ -59,32 +59,35 @@ std::string refusal( Declaration const & owner, Member const & member ) {
   return {};
 }
 
+/// A mutator that refuses nothing stands in the class: an attribute that nobody observes is changed
+/// without a call.
 MemberTexts scalarTexts( Context const & context, MemberOwner const & owner,
                          Member const & member ) {
-  std::string const argument = givenArgument( context, member.type );
-  std::string const read = member.name + ( member.type.hold == TypeUse::weak ? "_.ptr()" : "_" );
-  MemberTexts texts;
-  texts.declared =
-      page( "entityScalar", { { "doc", member.doc },
-                              { "attr", member.name },
-                              { "type", givenType( context, member.type ) },
-                              { "read", read },
-                              { "note", member.storedFirst ? "/// Keeps what it refuses." : "" },
-                              { "argument", argument } } );
-  Fill fill{ { "Owner", owner.declaration.name },
-             { "attr", member.name },
-             { "argument", argument },
-             { "on", owner.notifies ? ", " + callback( member ) : "" } };
-  if( member.storedFirst ) {
-    fill["bound"] = member.bound;
-    fill["refusal"] = owner.declaration.name + "::" + member.name + " > " + owner.declaration.name +
-                      "::" + member.bound + " not allowed";
-    texts.defined = page( "entityScalarStoredFirstBody", fill );
-  } else {
-    fill["refusal"] = refusal( owner.declaration, member );
-    texts.defined = page( "entityScalarBody", fill );
+  std::string const on = owner.notifies ? ", " + callback( member ) : "";
+  std::string const check = refusal( owner.declaration, member );
+  Fill declared{ { "doc", member.doc },
+                 { "attr", member.name },
+                 { "type", givenType( context, member.type ) },
+                 { "read", member.name + ( member.type.hold == TypeUse::weak ? "_.ptr()" : "_" ) },
+                 { "argument", givenArgument( context, member.type ) } };
+  if( !member.storedFirst && check.empty() ) {
+    declared["on"] = on;
+    return { page( "entityScalarPlain", declared ), {} };
   }
-  return texts;
+  Fill defined{ { "Owner", owner.declaration.name },
+                { "attr", member.name },
+                { "argument", declared["argument"] },
+                { "on", on } };
+  if( !member.storedFirst ) {
+    declared["note"] = "";
+    defined["refusal"] = check;
+    return { page( "entityScalar", declared ), page( "entityScalarBody", defined ) };
+  }
+  declared["note"] = "/// Keeps what it refuses.";
+  defined["bound"] = member.bound;
+  defined["refusal"] = owner.declaration.name + "::" + member.name + " > " +
+                       owner.declaration.name + "::" + member.bound + " not allowed";
+  return { page( "entityScalar", declared ), page( "entityScalarStoredFirstBody", defined ) };
 }
 
 /// A type that was written in one namespace, as another one has to write it.

@@ -1,0 +1,3 @@
+/// $doc$
+$type$ $attr$() const { return $read$; }
+void $attr$Is( $argument$ v ) { koiIs( $attr$_, v$on$ ); }
