@@ -6,24 +6,17 @@
 
 #include <internal-vlan/Choice.h>
 
-#include <vector>
+#include <koi/KeysOf.h>
 
 namespace Bridging {
 namespace {
 
+using Koi::keysOf;
 using Pair = InternalVlanKeySourcePair;
 using Allocator = InternalVlanAllocator;
 
 bool isReady( Allocator const & allocator ) {
   return allocator.requests() && allocator.config() && allocator.answers();
-}
-
-template< class C >
-std::vector< typename C::Key > keysOf( C const & members ) {
-  std::vector< typename C::Key > keys;
-  for( auto const & member : members )
-    keys.push_back( member.key() );
-  return keys;
 }
 
 /// The request's VLAN is that one from now on; none: it has none, and waits if it wants one.

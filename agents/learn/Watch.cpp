@@ -1,22 +1,11 @@
 #include "Watch.h"
 
-#include <vector>
+#include <koi/KeysOf.h>
 
 namespace Learn {
 
 using namespace Bridging;
-
-namespace {
-
-template< class C >
-std::vector< typename C::Key > keysOf( C const & members ) {
-  std::vector< typename C::Key > keys;
-  for( auto const & member : members )
-    keys.push_back( member.key() );
-  return keys;
-}
-
-}  // namespace
+using Koi::keysOf;
 
 Learner::Watch::Watch( Learner & learner )
     : config_( learner ), topologies_( learner ), flushRequests_( learner ) {}
