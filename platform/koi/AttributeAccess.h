@@ -63,6 +63,8 @@ class KOI_PUBLIC AttributeAccess {
   /// with beginWhole where `begin` says so.
   virtual bool writeWhole( Entity & entity, Place & place, bool begin, FlowOut & flow ) const;
   virtual bool writePending( Entity & entity, Place & place, FlowOut & flow ) const;
+  /// Since its last flush the collection changed in a way that single members do not tell.
+  virtual bool isToBeWhole( Entity const &, Place const & ) const { return false; }
   /// Changes the attribute as the peer says, through its mutators.
   virtual void apply( Entity & entity, FlowIn & flow ) const;
 

@@ -178,6 +178,8 @@ bool KoiNboAttrLogSa::flowOut( FlowOut & flow ) {
     while( is( i, dirty ) ) {
       if( !mirror_.hasRoom( is( i, begun ) ) )
         return false;
+      if( places_[i] && accessOf( entity_, i ).isToBeWhole( entity_, *places_[i] ) )
+        tellWhole( i );
       marks_[i] |= sent;
       enlist( mirror_.adapters().sent, *this );
       if( handleAttrFlowOut( i, flow ) )

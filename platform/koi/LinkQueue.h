@@ -91,6 +91,8 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
     if( change == Change::created ) {
       if( size() == 1 )
         head_ = place;
+      else if( place < next_ )
+        filled_ = stamp;
       next_ = std::max( next_, place + 1 );
     }
     return change;
@@ -134,6 +136,12 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
     }
   }
 
+  /// Whether somebody else than the peer put a member into a gap since the last whole flush. Once
+  /// the members before it are gone its number does not say that it comes first.
+  bool koiIsFilledSince( Place const & place ) const {
+    return filled_.change > place.flushed && filled_.origin != place.origin;
+  }
+
   /// As other collections have it: a queue is rare, and keeps its tag.
   LinkQueue & koiHeld() { return *this; }
 
@@ -153,6 +161,7 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
   Store members_;
   U64 head_ = 0;
   U64 next_ = 0;
+  Stamp filled_;  // the last member that was put into a gap
 };
 
 }  // namespace Koi

@@ -1,8 +1,9 @@
 // QueueLog.h: how queues are written to a log and applied from one. Included only where entity
 // types are registered.
 //
-// A number says which member is meant, not where it stands: numbers begin anew. So where both ends
-// changed a queue, the source's order holds, and it tells the proxy the whole of it.
+// A number says which member is meant, not where it stands: numbers begin anew. So where a gap was
+// filled the whole queue is told, and where both ends changed a queue, the source's order holds,
+// and it tells the proxy the whole of it.
 #pragma once
 
 #include <algorithm>
@@ -32,6 +33,9 @@ class QueueAccess final : public CollectionAccessOf< QueueAccess< C >, C > {
   constexpr explicit QueueAccess( Row row )
       : Base( row ), set_( Row::template setMember< Key, Given > ) {}
 
+  bool isToBeWhole( Entity const & entity, Place const & place ) const override {
+    return this->cell( entity ).koiIsFilledSince( place );
+  }
   void writeTail( C const & queue, FlowOut & flow ) const {
     flow.op( LogOp::tail );
     flowWrite( flow, queue.metadata().tail );

@@ -241,6 +241,22 @@ TEST( Mirror, aChildThatWasMadeAgainIsAnotherOneAlsoAcrossACut ) {
   }
 }
 
+TEST( Mirror, aMemberThatIsPutIntoAGapOfAQueueStandsThereAtBothEnds ) {
+  for( bool const fromProxy : { false, true } ) {
+    SCOPED_TRACE( fromProxy );
+    Pair pair;
+    Room & room = fromProxy ? *pair.proxy.room : *pair.source.room;
+    room.visitorIs( 9, ShelfNumber( 1 ) );
+    room.visitorIs( 2, ShelfNumber( 2 ) );  // behind it: numbers begin anew
+    pair.settle();
+    room.visitorIs( 16, ShelfNumber( 3 ) );
+    room.visitorDel( 9 );
+    pair.settle();
+    EXPECT_EQ( room.visitorMetadata().head, 16 );
+    EXPECT_EQ( pair.proxyText(), pair.sourceText() );
+  }
+}
+
 TEST( Mirror, aFlushIsToldWhenAllOfItIsThere ) {
   Pair pair;
   pair.settle();
