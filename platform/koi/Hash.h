@@ -15,6 +15,10 @@ namespace Koi {
 /// in the tail, lowest byte first, and four of their bytes make one more block.
 class HashStream {
  public:
+  constexpr HashStream() = default;
+  /// Begun with another seed: a hash that only who knows it can foresee.
+  constexpr explicit HashStream( U32 seed ) : state_( seed ) {}
+
   /// Four bytes as one word.
   constexpr void block( U32 word ) {
     state_ ^= stirred( word );
