@@ -1,0 +1,143 @@
+// QuillReader.h: looks entries up in the files of a table that another process writes. One thread uses an
+// object; any number of objects, in any processes, read one table. It takes no lock and costs the
+// writer nothing; see TableReader.h for what a look-up may find.
+//
+// An object reads the files that it opened. When the table is formatted anew they stay as they were;
+// isReplaced() says so.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include <mem/Plain.h>
+#include <quill/ConquerTable.h>
+#include <quill/TableReader.h>
+
+namespace Quill {
+
+template< class V >
+class QuillReader {
+ public:
+  using RecordOf = Record< V >;
+  using Key = typename RecordOf::Key;
+  using Engine = TableReader< RecordOf, Mem::Plain >;
+
+  /// Opens the table `name`. Raises Rova::MemoryResourceException "SlotReader::attach() no shared
+  /// memory region: <path>", "BucketReader::attach() no shared memory region: <path>",
+  /// "QuillReader::initialize() failed to read kindle file", and what TableDir raises;
+  /// Rova::CorruptionDetectedException "QuillReader::initialize() failed to validate buckets: <why>" and
+  /// "QuillReader::initialize() failed to validate slots: <why>".
+  QuillReader( Mem::RootPath const & root, std::string_view name,
+               Ntrace::Handler const & trace = Ntrace::Handler() )
+      : trace_( trace ), dir_( root, name, Mem::MappedFile::readOnly ) {
+    initialize();
+  }
+
+  /// The entry of a key. Raises as TableReader::lookup() does.
+  std::optional< V > lookup( Key const & key ) {
+    typename Engine::Value value;
+    if( !engine_->lookup( keyWords( key ), value ) )
+      return std::nullopt;
+    return RecordOf::value( value.word );
+  }
+  /// As many look-ups, faster: calls found( i, value or null ) for each, in order.
+  template< class Found >
+  void lookup( std::span< Key const > keys, Found found ) {
+    constexpr std::size_t most = 64;
+    KeyWords< RecordOf > words[most];
+    for( std::size_t first = 0; first < keys.size(); first += most ) {
+      std::size_t const count = std::min( most, keys.size() - first );
+      for( std::size_t i = 0; i < count; ++i )
+        words[i] = keyWords( keys[first + i] );
+      engine_->lookup( std::span( words, count ),
+                       [&]( std::size_t i, typename Engine::Value const * value ) {
+                         if( !value ) {
+                           found( first + i, static_cast< V const * >( nullptr ) );
+                           return;
+                         }
+                         V const v = RecordOf::value( value->word );
+                         found( first + i, &v );
+                       } );
+    }
+  }
+
+  /// The first entry, and the one behind a key, which need not be there any more; nothing at the end.
+  std::optional< V > first() {
+    typename Engine::Value value;
+    return engine_->first( value ) ? std::optional< V >( RecordOf::value( value.word ) )
+                                   : std::nullopt;
+  }
+  std::optional< V > next( Key const & key ) {
+    typename Engine::Value value;
+    return engine_->next( keyWords( key ), value )
+               ? std::optional< V >( RecordOf::value( value.word ) )
+               : std::nullopt;
+  }
+
+  /// The table has other files by now: this object reads what was before.
+  bool isReplaced() const {
+    auto const now = dir_.open( SlotTable::fileName, Mem::MappedFile::readOnly );
+    return !now || !engine_->slots().file().isSameFile( *now );
+  }
+  Engine & engine() { return *engine_; }
+
+ private:
+  static KeyWords< RecordOf > keyWords( Key const & key ) {
+    KeyWords< RecordOf > w{};
+    RecordOf::putKey( key, w.word );
+    return w;
+  }
+
+  void initialize() {
+    // A live file changes between two looks: who fails validation is looked at again.
+    constexpr int attempts = 100;
+    for( int i = 1;; ++i )
+      try {
+        tryInitialize();
+        break;
+      } catch( Rova::CorruptionDetectedException const & ) {
+        if( i == attempts )
+          throw;
+      }
+    trace_.trace( 5, "QuillReader::initialize() success" );
+  }
+  void tryInitialize() {
+    static Ntrace::Handler const silent( -1, {} );
+    auto buckets = dir_.open( BucketTable::fileName, Mem::MappedFile::readOnly );
+    if( !buckets )
+      throw Rova::MemoryResourceException( "BucketReader::attach() no shared memory region: " +
+                                           dir_.path() + "/" + BucketTable::fileName );
+    auto slots = dir_.open( SlotTable::fileName, Mem::MappedFile::readOnly );
+    if( !slots )
+      throw Rova::MemoryResourceException( "SlotReader::attach() no shared memory region: " +
+                                           dir_.path() + "/" + SlotTable::fileName );
+    // Slots come last when a table is formatted: old buckets under new slots are noticed here.
+    if( auto const now = dir_.open( BucketTable::fileName, Mem::MappedFile::readOnly );
+        !now || !buckets->isSameFile( *now ) )
+      throw Rova::CorruptionDetectedException(
+          "QuillReader::initialize() failed to validate buckets: formatted meanwhile" );
+    U32 const kindle = dir_.kindle();
+    if( kindle == 0 )
+      throw Rova::MemoryResourceException( "QuillReader::initialize() failed to read kindle file" );
+    std::string message;
+    auto const bucketHeader =
+        loadedHeader< Mem::Plain, BucketTable::Header >( buckets->base(), buckets->size() );
+    if( !bucketHeader.validate( silent, buckets->size(), kindle, message ) )
+      throw Rova::CorruptionDetectedException(
+          "QuillReader::initialize() failed to validate buckets: " + message );
+    auto const slotHeader =
+        loadedHeader< Mem::Plain, SlotTable::Header >( slots->base(), slots->size() );
+    if( !slotHeader.validate( silent, slots->size(), kindle, message ) ||
+        !slotHeader.isOf( { RecordOf::valueType, slotHeader.classTypeName(), RecordOf::valueSize, 0, 0 },
+                          message ) )
+      throw Rova::CorruptionDetectedException(
+          "QuillReader::initialize() failed to validate slots: " + message );
+    engine_ = std::make_unique< Engine >( std::move( slots ), std::move( buckets ) );
+  }
+
+  Ntrace::Handler const trace_;
+  Mem::TableDir dir_;
+  std::unique_ptr< Engine > engine_;
+};
+
+}  // namespace Quill

@@ -1,0 +1,287 @@
+// TableReader.h: looks entries up in a table that another process changes, over words. QuillReader puts
+// values on top; tests put another memory below. It takes no lock, writes nothing to the files, and
+// waits for nobody: a writer that is stopped anywhere, for ever, blocks no reader.
+//
+// A walk goes hand over hand: it keeps the pair (counter, link) that led it to a slot and looks at it
+// again after it read the slot. If the pair moved, the look-up begins again. What looks wrong may be a
+// race: it is corruption only when the same words look wrong twice in a row.
+//
+// Consistency: a look-up returns a value that the entry had, or "not found" that was true, at some
+// moment between its call and its return. A walk visits every key that is there throughout exactly
+// once; a key that comes or goes meanwhile at most once. The ledger is at the head of each writer's
+// file.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+
+#include <mem/Rova.h>
+#include <quill/QuillException.h>
+#include <quill/SeededFault.h>
+#include <quill/Slots.h>
+
+namespace Quill {
+
+template< class R, class M >
+class TableReader {
+ public:
+  using File = typename M::File;
+  using Key = KeyWords< R >;
+  using View = Slots< R, M >;
+
+  static constexpr U32 numWords = numWordsOf< R >;
+  struct Value {
+    U32 word[numWords];
+    Key key() const {
+      Key k;
+      std::copy_n( word, Key::count, k.word );
+      return k;
+    }
+  };
+
+  /// Takes files that validate.
+  TableReader( std::unique_ptr< File > slots, std::unique_ptr< File > buckets )
+      : slotFile_( std::move( slots ) ),
+        bucketFile_( std::move( buckets ) ),
+        slots_( *slotFile_ ),
+        buckets_( *bucketFile_ ) {
+    seed_ = loadedHeader< M, SlotTable::Header >( slotFile_->base(), slotFile_->size() ).seed;
+    remapped();
+  }
+
+  /// The entry of a key, whole; false when there is none. Raises Rova::CorruptionDetectedException
+  /// "QuillReader::doLookup() corrupt key detected, slot:<slot>" and "QuillReader::doLookup() hash
+  /// chain cycle detected, bucket:<b>"; ReaderStarvedException when 1,000,000 attempts in a row met a
+  /// change; Rova::MemoryResourceException when the grown files cannot be mapped.
+  bool lookup( Key const & key, Value & out ) {
+    return sought( key, R::hash( key.word, seed_ ), exactly, out );
+  }
+  /// As many look-ups, faster: calls found( i, value or null ) for each, in order.
+  template< class Found >
+  void lookup( std::span< Key const > keys, Found found ) {
+    constexpr std::size_t most = 64;
+    U32 hash[most];
+    Value value;
+    for( std::size_t first = 0; first < keys.size(); first += most ) {
+      auto const some = keys.subspan( first, std::min( most, keys.size() - first ) );
+      U32 const mask = mask_;
+      for( std::size_t i = 0; i < some.size(); ++i ) {
+        hash[i] = R::hash( some[i].word, seed_ );
+        M::prefetch( buckets_.at( hash[i] & mask ) );
+      }
+      for( std::size_t i = 0; i < some.size(); ++i )
+        prefetchSlot( buckets_.headOf( hash[i] & mask ).ref );
+      for( std::size_t i = 0; i < some.size(); ++i )
+        found( first + i, sought( some[i], hash[i], exactly, value ) ? &value : nullptr );
+    }
+  }
+
+  /// The first entry of the table, and the one behind a key, which need not be there: false at the
+  /// end. Entries come in an order of the table's own. Raises as lookup() does.
+  bool first( Value & out ) { return sought( Key{}, 0, fromHere, out ); }
+  bool next( Key const & key, Value & out ) {
+    return sought( key, R::hash( key.word, seed_ ), behind, out );
+  }
+
+  U32 seed() const { return seed_; }
+  /// How often a look-up began again since this reader began.
+  U64 numRetries() const { return numRetries_; }
+  View const & slots() const { return slots_; }
+  Buckets< M > const & buckets() const { return buckets_; }
+
+ private:
+  /// What is sought: the entry of the key, the first one behind it, the first one not before it.
+  enum Sought { exactly, behind, fromHere };
+  enum class Outcome { found, absent, again };
+  static constexpr U32 mostAttempts = 1000000;
+
+  /// What looked wrong: to be believed when it looks the same again.
+  struct Suspicion {
+    U64 count = 0, led = 0, link = 0;
+    U32 slot = noIndex;
+    bool isCycle = false;
+    friend bool operator==( Suspicion const &, Suspicion const & ) = default;
+  };
+
+  bool sought( Key const & key, U32 hash, Sought what, Value & out ) {
+    Outcome const outcome = attempt( key, hash, what, out );
+    if( outcome != Outcome::again ) [[likely]]
+      return outcome == Outcome::found;
+    return soughtAgain( key, hash, what, out );
+  }
+  [[gnu::noinline]] bool soughtAgain( Key const & key, U32 hash, Sought what, Value & out ) {
+    Suspicion before;
+    for( U32 i = 0; i < mostAttempts; ++i ) {
+      ++numRetries_;
+      if( suspicion_ ) {
+        if( *suspicion_ == before || M::lacks( SeededFault::suspectTwice ) )
+          corrupt( *suspicion_, hash );
+        before = *suspicion_;
+        suspicion_.reset();
+      } else {
+        before = {};
+      }
+      if( mustRemap_ || slotFile_->isLost() || bucketFile_->isLost() )
+        remap();
+      Outcome const outcome = attempt( key, hash, what, out );
+      if( outcome != Outcome::again )
+        return outcome == Outcome::found;
+    }
+    throw ReaderStarvedException( "QuillReader::doLookup() met a change at each of " +
+                                  std::to_string( mostAttempts ) + " attempts" );
+  }
+
+  Outcome attempt( Key const & key, U32 hash, Sought what, Value & out ) {
+    // O5, O6, O7, O13: what the count was; it is looked at again before anything is answered.
+    U64 const count = M::load( buckets_.numBuckets() );
+    if( count != count_ ) [[unlikely]] {
+      mustRemap_ = true;
+      return Outcome::again;
+    }
+    U32 bucket = hash & mask_;
+    U64 const * led = buckets_.at( bucket );
+    U64 pair = M::load( led );
+    for( U32 steps = 0;; ) {
+      U32 const link = Mem::unpacked( pair ).ref;
+      if( isEnd( link ) ) [[unlikely]] {
+        // The end of a chain: true while the link that says so stands.
+        if( M::load( led ) != pair && !M::lacks( SeededFault::recheckLastLink ) )
+          return Outcome::again;
+        if( link == noIndex )
+          return suspected( { count, pair, 0, noIndex, false } );
+        if( what == exactly || link == endMarker( 0 ) )
+          return isStill( count ) ? Outcome::absent : Outcome::again;
+        // A walk goes on at the next bucket, whose chain is behind this one.
+        bucket = link & ~endBit;
+        if( bucket > mask_ )
+          return suspected( { count, pair, 0, link, false } );
+        led = buckets_.at( bucket );
+        pair = M::load( led );
+        if( ++steps > numMapped_ + mask_ + 1 )
+          return suspected( { count, pair, 0, link, true } );
+        continue;
+      }
+      if( link >= numMapped_ ) [[unlikely]] {
+        // O1: a slot beyond the mapping is there when the count says so.
+        if( link < Mem::unpacked( M::load( slots_.numSlots() ) ).ref ) {
+          mustRemap_ = true;
+          return Outcome::again;
+        }
+        return suspected( { count, pair, 0, link, false } );
+      }
+      unsigned char * const slot = slots_.at( link );
+      U64 const next = M::load( View::link( slot ) );
+      Key there;
+      loadWords< M, Key::count >( there.word, View::value( slot ) );
+      if( what == exactly && there == key ) {
+        if( !loadValue( link, slot, out ) )
+          return Outcome::again;
+        // O4, O11, O12: the slot was this key's while it was read.
+        if( M::load( led ) != pair && !M::lacks( SeededFault::recheckLink ) )
+          return Outcome::again;
+        return isStill( count ) ? Outcome::found : Outcome::again;
+      }
+      U32 const hashThere = R::hash( there.word, seed_ );
+      if( M::load( led ) != pair && !M::lacks( SeededFault::recheckLink ) )
+        return Outcome::again;  // O4, O11, O12
+      // A key of the bucket that split off, or is about to merge, is met while chains are cut and joined.
+      U32 const modulo = M::lacks( SeededFault::splitKeys ) ? mask_ : mask_ >> 1;
+      if( ( ( hashThere ^ bucket ) & modulo ) != 0 ||
+          !( M::load( View::flags( slot ) ) & SlotTable::occupied ) )
+        return suspected( { count, pair, next, link, false } );
+      if( what == fromHere || isBehind( hashThere, there, hash, key ) ) {
+        if( what == exactly )
+          return isStill( count ) ? Outcome::absent : Outcome::again;
+        if( !loadValue( link, slot, out ) || M::load( led ) != pair )
+          return Outcome::again;
+        return isStill( count ) ? Outcome::found : Outcome::again;
+      }
+      if( ++steps > numMapped_ + mask_ + 1 )
+        return suspected( { count, pair, next, link, true } );
+      led = View::link( slot );
+      pair = next;
+    }
+  }
+
+  /// The value of a slot, not torn; false when it changed meanwhile.
+  bool loadValue( U32 index, unsigned char * slot, Value & out ) const {
+    U32 const sequence = M::load( View::sequence( slot ) );  // O3
+    if( sequence & 1 ) [[unlikely]] {
+      // O2: while it is odd, the lookaside slot has the value as it was.
+      unsigned char * const aside = slots_.lookaside();
+      U64 const named = M::load( View::link( aside ) );
+      if( Mem::unpacked( named ).ref != index )
+        return false;
+      loadWords< M, numWords >( out.word, View::value( aside ) );
+      if( M::load( View::link( aside ) ) != named && !M::lacks( SeededFault::recheckLookaside ) )
+        return false;
+      return M::load( View::sequence( slot ) ) == sequence;
+    }
+    loadWords< M, numWords >( out.word, View::value( slot ) );
+    return M::load( View::sequence( slot ) ) == sequence ||
+           M::lacks( SeededFault::recheckSequence );  // O3
+  }
+
+  bool isStill( U64 count ) const {
+    return ( M::load( buckets_.numBuckets() ) == count || M::lacks( SeededFault::recheckCount ) ) &&
+           !slotFile_->isLost() && !bucketFile_->isLost();
+  }
+  Outcome suspected( Suspicion const & suspicion ) {
+    suspicion_ = suspicion;
+    return Outcome::again;
+  }
+  [[noreturn]] void corrupt( Suspicion const & suspicion, U32 hash ) {
+    suspicion_.reset();
+    throw Rova::CorruptionDetectedException(
+        suspicion.isCycle
+            ? "QuillReader::doLookup() hash chain cycle detected, bucket:" +
+                  std::to_string( hash & mask_ )
+            : "QuillReader::doLookup() corrupt key detected, slot:" +
+                  std::to_string( suspicion.slot ) );
+  }
+
+  void prefetchSlot( U32 link ) const {
+    if( link < numMapped_ ) {
+      M::prefetch( slots_.at( link ) );
+      M::prefetch( slots_.at( link ) + View::slotSize - 1 );
+    }
+  }
+
+  /// The files' sizes, as the counts say that they are.
+  void remap() {
+    mustRemap_ = false;
+    slotFile_->remap();
+    bucketFile_->remap();
+    remapped();
+  }
+  void remapped() {
+    numMapped_ = slotFile_->base() ? slots_.numMapped() : 0;
+    if( numMapped_ == 0 || buckets_.numMapped() == 0 )
+      throw Rova::CorruptionDetectedException( "QuillReader::doLookup() bucket table detached" );
+    count_ = M::load( buckets_.numBuckets() );
+    U32 const numBuckets = Mem::unpacked( count_ ).ref;
+    if( !isPowerOfTwo( numBuckets ) )
+      throw Rova::CorruptionDetectedException( "BucketTable::validate() bad numBuckets:" +
+                                               std::to_string( numBuckets ) );
+    mask_ = numBuckets - 1;
+    if( numBuckets > buckets_.numMapped() ) {
+      // Doubled since the file was mapped.
+      mustRemap_ = true;
+      count_ = ~count_;
+    }
+  }
+
+  std::unique_ptr< File > slotFile_, bucketFile_;
+  View slots_;
+  Buckets< M > buckets_;
+  U32 seed_ = 0;
+  U32 numMapped_ = 0;
+  U32 mask_ = 0;
+  U64 count_ = 0;
+  bool mustRemap_ = false;
+  std::optional< Suspicion > suspicion_;
+  U64 numRetries_ = 0;
+};
+
+}  // namespace Quill
