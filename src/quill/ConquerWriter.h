@@ -231,7 +231,7 @@ class ConquerWriter {
 
   /// Whether the entry goes along to the other file.
   bool isKept( Entry const & entry, U32 pos ) const {
-    if( pos + 1 == pos_ && !M::lacks( SeededFault::keepLastEntry ) )
+    if( pos + 1 == pos_ )
       return true;  // I6
     if( entry.slot == noIndex )
       return false;

@@ -19,8 +19,7 @@ enum class SeededFault {
   keyOrder,                ///< an entry goes to the front of its chain
   linkCounter,             ///< a changed link keeps its counter
   unlinkBeforeClear,       ///< a removed slot is cleared, then unlinked
-  unlinkCounter,           ///< a freed slot keeps its link's counter
-  formatBeforeCount,       ///< new slots are formatted after they are counted
+  countSlots,              ///< new slots are not counted
   reserveSlots,            ///< room for new slots is not reserved
   resizeBeforeSplit,       ///< more buckets are counted before they are written
   splitHeads,              ///< a new bucket's head is not written
@@ -29,26 +28,22 @@ enum class SeededFault {
   moveBeforeUnlink,        ///< a moved entry is unlinked, then linked at its new place
   notifyMoveTo,            ///< the place that an entry moves to is not notified
   notifyMoveFrom,          ///< the place that it leaves is not notified
-  smallerCountRestarts,    ///< look-ups under way do not begin again after a shrink
   entryBeforePos,          ///< a notification is counted, then written
   tombstone,               ///< the earlier notification stays
   switchNewFirst,          ///< the old queue names the new one before that is whole
-  keepLastEntry,           ///< compaction may lose the last sequence
   // the repair
   repairFreeList,
   repairCounts,
   repairCut,
   repairValue,
   repairIntent,
-  repairNotifications,
   // the reader
   recheckLink,             ///< the link that led to a slot is not looked at again
-  recheckLastLink,         ///< nor the one that ends a chain
   recheckCount,            ///< nor the number of buckets
   recheckSequence,         ///< nor the slot's sequence
-  recheckLookaside,        ///< nor the link of the lookaside slot
   suspectTwice,            ///< what is odd once is corruption
   splitKeys,               ///< a key of the bucket that split off is corruption
+  count                    ///< not one: how many there are
 };
 
 }  // namespace Quill

@@ -13,8 +13,8 @@
 // O1  new slots formatted before numSlots grows     grow()         -> TableReader::remapped()
 //     A reader with the old count meets no new slot: none is linked before it is counted.
 // O2  the old value aside before the slot is odd    beginRewrite() -> TableReader::loadValue()
-//     The lookaside slot's link names the slot only while the copy is whole; its counter moves with
-//     every name, so a reader that meets the same link before and after the copy has a whole one.
+//     The copy stays as long as the slot is odd: a reader that meets the same odd sequence before and
+//     after it read the copy has a whole one.
 // O3  a rewritten value inside its odd sequence     beginRewrite() -> TableReader::loadValue()
 //     A reader that meets a new word has by that load met the odd sequence too, so that its second
 //     look at the sequence differs from its first.
@@ -79,12 +79,7 @@ class SlotWriterTable {
   }
   /// Puts an empty slot on the free list.
   void release( U32 slot ) {
-    if( M::lacks( SeededFault::unlinkCounter ) ) {
-      U64 * const at = View::link( view_.at( slot ) );
-      M::store( at, Mem::packed( { Mem::unpacked( M::load( at ) ).counter, free_ } ) );
-    } else {
-      linkIs( slot, free_ );
-    }
+    linkIs( slot, free_ );
     freeIs( slot );
   }
   void occupiedIs( U32 count ) {
@@ -230,12 +225,12 @@ class SlotWriterTable {
                     static_cast< void const * >( file_->base() ) );
     // 2. Format. Their links go on from what an earlier use left, so that nobody takes them for it.
     U32 const start = numSlots_;
-    if( !M::lacks( SeededFault::formatBeforeCount ) )
-      linkFree( start, count );
+    linkFree( start, count );
     // 3. Count them, then make them free.
-    numSlotsIs( count );  // O1: the slots are formatted.
-    if( M::lacks( SeededFault::formatBeforeCount ) )
-      linkFree( start, count );
+    if( M::lacks( SeededFault::countSlots ) )
+      numSlots_ = count;
+    else
+      numSlotsIs( count );  // O1: the slots are formatted.
     freeIs( start );
     trace_.trace( 2, "SlotWriter::grow() numSlots:", count );
   }

@@ -211,7 +211,7 @@ class TableAttach {
       table.freeListIs( [&]( U32 slot ) { return survey.isIn( slot ); } );
     if( table.occupiedSlots() != survey.numIn() && !M::lacks( SeededFault::repairCounts ) )
       table.occupiedIs( survey.numIn() );
-    // 4. The queue: who has which notification, and who lacks one.
+    // 4. The queue: who has which notification. Who was being changed is notified again.
     if( queue.currentPos() > queue.capacity() )
       return "bad currentPos:" + std::to_string( queue.currentPos() );
     queue.reservePositions( table.numSlots() );
@@ -229,11 +229,6 @@ class TableAttach {
       queue.markShrinkEnd();
     U32 const leaving = intent == noIndex ? noIndex : table.leaving();
     std::vector< U32 > unsaid;
-    if( !M::lacks( SeededFault::repairNotifications ) )
-      for( U32 slot = 0; slot < table.numSlots(); ++slot )
-        if( survey.isIn( slot ) && queue.position( slot ) == noIndex && slot != intent &&
-            slot != leaving )
-          unsaid.push_back( slot );
     for( U32 const slot : { intent, leaving } )
       if( slot < table.numSlots() && !M::lacks( SeededFault::repairIntent ) )
         unsaid.push_back( slot );

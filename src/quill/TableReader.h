@@ -145,9 +145,7 @@ class TableReader {
     for( U32 steps = 0;; ) {
       U32 const link = Mem::unpacked( pair ).ref;
       if( isEnd( link ) ) [[unlikely]] {
-        // The end of a chain: true while the link that says so stands.
-        if( M::load( led ) != pair && !M::lacks( SeededFault::recheckLastLink ) )
-          return Outcome::again;
+        // O4: the slot whose link ends the chain was in it after that link was read.
         if( link == noIndex )
           return suspected( { count, pair, 0, noIndex, false } );
         if( what == exactly || link == endMarker( 0 ) )
@@ -210,12 +208,9 @@ class TableReader {
     if( sequence & 1 ) [[unlikely]] {
       // O2: while it is odd, the lookaside slot has the value as it was.
       unsigned char * const aside = slots_.lookaside();
-      U64 const named = M::load( View::link( aside ) );
-      if( Mem::unpacked( named ).ref != index )
+      if( Mem::unpacked( M::load( View::link( aside ) ) ).ref != index )
         return false;
       loadWords< M, numWords >( out.word, View::value( aside ) );
-      if( M::load( View::link( aside ) ) != named && !M::lacks( SeededFault::recheckLookaside ) )
-        return false;
       return M::load( View::sequence( slot ) ) == sequence;
     }
     loadWords< M, numWords >( out.word, View::value( slot ) );

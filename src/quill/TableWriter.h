@@ -61,7 +61,8 @@ class TableWriter {
   Queue const & queue() const { return queue_; }
 
   /// Inserts or replaces the entry whose key the value carries; what comes back is the value's words
-  /// in its slot, until the next operation. Raises DirectWriteException "QuillWriter::write()
+  /// in its slot, until the next operation. With `notifies` false, who follows the queue is not told of
+  /// a replaced value, only of a new entry. Raises DirectWriteException "QuillWriter::write()
   /// unbalanced directSlot:<slot>", TableFullException, Rova::MemoryResourceException; nothing is
   /// changed then. Raises Rova::CorruptionDetectedException.
   U32 const * write( Value const & value, bool notifies = true ) {
@@ -153,7 +154,7 @@ class TableWriter {
     } else {
       slots_->endRewrite( slot );
     }
-    if( notifies )
+    if( notifies || directIsNew_ )
       queue_.notify( slot, false );
     slots_->intentIs( noIndex );
   }
@@ -184,7 +185,7 @@ class TableWriter {
       slot = allocated();
       if( !M::lacks( SeededFault::intentOfInsert ) )
         slots_->intentIs( slot );
-      if( M::lacks( SeededFault::linkBeforeNotify ) && notifies )
+      if( M::lacks( SeededFault::linkBeforeNotify ) )
         queue_.notify( slot, false );
       fill( slot, value );
       link( slot, found.before );
@@ -196,8 +197,9 @@ class TableWriter {
       storeWords< M, numWords >( View::value( slots_->view().at( slot ) ), value.word );
       slots_->endRewrite( slot );
     }
-    // 4. Say so.
-    if( notifies && !( found.slot == noIndex && M::lacks( SeededFault::linkBeforeNotify ) ) )
+    // 4. Say so. A new entry has its notification (I5).
+    bool const isNew = found.slot == noIndex;
+    if( isNew ? !M::lacks( SeededFault::linkBeforeNotify ) : notifies )
       queue_.notify( slot, false );  // O10: the entry is what it is to be.
     slots_->intentIs( noIndex );
     return View::value( slots_->view().at( slot ) );
@@ -330,8 +332,7 @@ class TableWriter {
     } else {
       trace_.trace( 2, "SlotWriter::shrink() newNumSlots:", numSlots );
       slots_->numSlotsIs( numSlots );
-      if( !M::lacks( SeededFault::smallerCountRestarts ) )
-        buckets_.numBucketsIs( buckets_.numBuckets() );  // O13: the smaller count is there.
+      buckets_.numBucketsIs( buckets_.numBuckets() );  // O13: the smaller count is there.
     }
     queue_.markShrinkEnd();
     shrinkTarget_ = noIndex;

@@ -42,6 +42,8 @@ std::string Context::bare( TypeUse const & type ) const {
     case Primitive::none:
       break;
   }
+  if( type.hidden )
+    return "::" + type.declaration->fullName();
   return type.text.empty() ? "void" : type.text;
 }
 
@@ -77,7 +79,7 @@ std::string Context::initial( Initial const & initial ) const {
       return "\"" + initial.text + "\"";
     case Initial::word:
       // Qualified by its enumeration, for an attribute may have the enumerator's name.
-      return initial.enumeration ? initial.type.text + "::" + initial.text : initial.text + "()";
+      return initial.enumeration ? bare( initial.type ) + "::" + initial.text : initial.text + "()";
     case Initial::construction: {
       std::vector< std::string > arguments;
       for( auto const & a : initial.arguments )

@@ -37,6 +37,7 @@ struct TypeUse {
   Hold hold = whole;
   Primitive primitive = Primitive::none;
   Declaration const * declaration = nullptr;
+  bool hidden = false;  // by the checker: C++ would look for the name in a namespace nearer by
 };
 
 /// One parameter of a function, of a constructor by hand or of a foreign entity.

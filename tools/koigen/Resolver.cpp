@@ -28,8 +28,12 @@ bool isType( Declaration const & d ) { return d.kind != Declaration::function; }
 
 Resolver::Resolver( Model & model, Findings & findings ) : model_( model ), findings_( findings ) {
   for( auto const & module : model_.modules )
-    for( auto const & d : module.declarations )
+    for( auto const & d : module.declarations ) {
       enter( d );
+      for( auto at = d.scope.find( "::" ); at != d.scope.npos; at = d.scope.find( "::", at + 2 ) )
+        scopes_.insert( d.scope.substr( 0, at ) );
+      scopes_.insert( d.scope );
+    }
   for( auto const & module : model_.modules )
     for( auto const & d : module.declarations )
       if( model_.types.count( d.scope ) )
@@ -103,7 +107,28 @@ bool Resolver::resolve( TypeUse & use, Declaration const & from, Need need ) {
   if( !visible( use, from, *found, pointed ? need : complete ) )
     return false;
   use.declaration = found;
+  use.hidden = isHidden( use.text, from, *found );
   return true;
+}
+
+/// A model looks for a whole name in each namespace; C++ goes no further out than to the first one
+/// that has a namespace or type of the name's first part.
+bool Resolver::isHidden( std::string const & name, Declaration const & from,
+                         Declaration const & found ) const {
+  auto const cut = name.find( "::" );
+  if( cut == name.npos )
+    return false;
+  for( std::string scope = from.scope; !scope.empty(); ) {
+    std::string const inside = scope + "::";
+    if( inside + name == found.fullName() )
+      return false;
+    std::string const first = inside + name.substr( 0, cut );
+    if( scopes_.count( first ) || model_.types.count( first ) )
+      return true;
+    auto const up = scope.rfind( "::" );
+    scope = up == scope.npos ? "" : scope.substr( 0, up );
+  }
+  return false;
 }
 
 bool Resolver::visible( TypeUse const & use, Declaration const & from, Declaration const & found,

@@ -33,11 +33,14 @@ class Resolver {
 
  private:
   void enter( Declaration const & d );
+  bool isHidden( std::string const & name, Declaration const & from,
+                 Declaration const & found ) const;
   bool visible( TypeUse const & use, Declaration const & from, Declaration const & found,
                 Need need );
 
   Model & model_;
   Findings & findings_;
+  std::set< std::string > scopes_;        // all namespaces, those around others too
   std::map< std::string, Place > names_;  // what a namespace already holds, by full name
   std::set< std::pair< Module const *, Module const * > > needed_;
   std::map< Module const *, std::vector< Declaration const * > > forward_;

@@ -1,5 +1,6 @@
 // GoldenTest.cpp: models in, headers and sources out, compared whole with the files beside them.
 #include <gtest/gtest.h>
+#include <koigen/Checker.h>
 #include <koigen/Emitter.h>
 #include <koigen/Files.h>
 
@@ -41,6 +42,27 @@ TEST( Golden, everyFormOfAValue ) {
 TEST( Golden, aModuleOfForeignTypesIsNotWritten ) {
   auto const model = loadedGolden( { "Addresses" } );
   EXPECT_TRUE( isForeign( moduleOf( model, "Addresses" ) ) );
+}
+
+TEST( Golden, aNameThatANearerNamespaceHidesIsWrittenFromTheOutside ) {
+  auto const model = parsedText( R"(module M;
+namespace A {
+/// d
+value V : u8;
+}
+namespace B::A {
+/// d
+value W : u8;
+/// d
+value X {
+  v : A::V;   /// d
+  w : A::W;   /// d
+}
+}
+)",
+                                 "M.koi" );
+  std::string const text = headerOf( model, "M" );
+  EXPECT_NE( text.find( "X( ::A::V const & v, A::W const & w )" ), text.npos ) << text;
 }
 
 TEST( Golden, theOrderOfTheCallChangesNothing ) {
