@@ -1,0 +1,75 @@
+// TableProofTest.cpp: every operation in every state that matters, stopped after every store and met by
+// readers between any two; and that a step which is left out is noticed.
+#include <chrono>
+
+#include <gtest/gtest.h>
+
+#include "TableProofs.h"
+
+using namespace Tests;
+using Quill::SeededFault;
+
+namespace {
+
+class OfEveryOperation : public testing::TestWithParam< Scenario > {};
+
+TEST_P( OfEveryOperation, aStopAfterAnyStoreLosesNothing ) {
+  Story const story( GetParam() );
+  Tried tried;
+  EXPECT_EQ( crashFault( story, tried ), "" );
+  std::printf( "%s: %zu stores, %llu stops\n", GetParam().name.c_str(), story.events.size(),
+               static_cast< unsigned long long >( tried.crashes ) );
+}
+
+TEST_P( OfEveryOperation, noReaderMeetsWhatNeverWas ) {
+  Story const story( GetParam() );
+  Tried tried;
+  EXPECT_EQ( raceFault( story, tried ), "" );
+  std::printf( "%s: %llu schedules\n", GetParam().name.c_str(),
+               static_cast< unsigned long long >( tried.schedules ) );
+}
+
+INSTANTIATE_TEST_SUITE_P( Table, OfEveryOperation, testing::ValuesIn( scenarios() ),
+                          []( auto const & scenario ) {
+                            std::string name = scenario.param.name;
+                            for( char & c : name )
+                              c = std::isalnum( static_cast< unsigned char >( c ) ) ? c : '_';
+                            return name;
+                          } );
+
+// ---- does it notice?
+
+std::string faultOf( Scenario const & scenario, Tried & tried ) {
+  try {
+    Story const story( scenario );
+    if( auto fault = crashFault( story, tried ); !fault.empty() )
+      return fault;
+    return raceFault( story, tried );
+  } catch( Koi::Exception const & e ) {
+    return e.what();
+  }
+}
+
+/// Raises the fault that the engine is to have, for one scope.
+struct Lacking {
+  explicit Lacking( SeededFault fault ) { RecordedMemory::lacking = fault; }
+  ~Lacking() { RecordedMemory::lacking = SeededFault::none; }
+};
+
+class OfEveryFault : public testing::TestWithParam< int > {};
+
+TEST_P( OfEveryFault, someOperationShowsIt ) {
+  Lacking const lacking( static_cast< SeededFault >( GetParam() ) );
+  Tried tried;
+  for( auto const & scenario : scenarios() )
+    if( auto const fault = faultOf( scenario, tried ); !fault.empty() ) {
+      std::printf( "%d: %s: %s\n", GetParam(), scenario.name.c_str(), fault.c_str() );
+      return;
+    }
+  FAIL() << "nothing noticed";
+}
+
+INSTANTIATE_TEST_SUITE_P( Table, OfEveryFault,
+                          testing::Range( 1, static_cast< int >( SeededFault::count ) ) );
+
+}  // namespace

@@ -1,0 +1,343 @@
+#include "TableProofs.h"
+
+#include <sstream>
+
+namespace Tests {
+namespace {
+
+template< class... Part >
+std::string text( Part const &... part ) {
+  std::ostringstream out;
+  ( out << ... << part );
+  return out.str();
+}
+
+// ---- crashes
+
+/// Whether somebody who had followed the queue up to the operation would miss a difference.
+std::string untoldFault( Story const & story, Disk & disk, ProbeWriter & writer,
+                         Content const & content ) {
+  std::set< U32 > told;
+  auto const & queue = writer.queue();
+  for( U32 pos = 0; pos < queue.currentPos(); ++pos )
+    if( auto const entry = queue.entry( queue.current(), pos ); entry.sequence > story.sequenceBefore )
+      told.insert( entry.slot );
+  Disk before( *story.before );
+  auto const old = ProbeTable::readerOn( before );
+  RecordedMemory::disk = &disk;
+  for( auto const & [key, version] : content ) {
+    auto const found = writer.buckets().find( key, writer.buckets().hash( key ) );
+    U32 const slot = found.slot;
+    RecordedMemory::disk = &before;
+    ProbeReader::Value value;
+    bool const same = old->lookup( key, value ) && versionOf( value ) == version &&
+                      ( slot < old->slots().numMapped() && old->slots().keyOf( slot ) == key );
+    RecordedMemory::disk = &disk;
+    if( !same && !told.contains( slot ) )
+      return text( "nobody was told of slot ", slot );
+  }
+  RecordedMemory::disk = &before;
+  for( U32 slot = 0; slot < old->slots().numMapped(); ++slot ) {
+    auto const key = old->slots().keyOf( slot );
+    bool const was = RecordedMemory::load( Quill::Slots< ProbeRecord, RecordedMemory >::flags(
+                         old->slots().at( slot ) ) ) != 0;
+    RecordedMemory::disk = &disk;
+    bool const isThere = content.contains( key ) &&
+                         writer.buckets().find( key, writer.buckets().hash( key ) ).slot == slot;
+    RecordedMemory::disk = &before;
+    if( was && !isThere && !told.contains( slot ) )
+      return text( "nobody was told that slot ", slot, " is empty" );
+  }
+  RecordedMemory::disk = &disk;
+  return {};
+}
+
+/// What a table must be like that a writer attached to after a stop.
+std::string faultAfterAttach( Story const & story, Disk & disk, ProbeWriter & writer,
+                              Quill::Attached how ) {
+  if( how != Quill::Attached::toExisting )
+    return "the table was formatted anew";
+  if( disk.isFaulted )
+    return "the writer stored where no room was reserved";
+  // 1. What is there is what was, before or after.
+  auto const reader = ProbeTable::readerOn( disk );
+  auto const content = walked( *reader );
+  if( !content )
+    return "a walk met a torn value or a key twice";
+  for( auto const & [key, versions] : story.states ) {
+    auto const at = content->find( key );
+    auto const now = at == content->end() ? std::nullopt : std::optional( at->second );
+    if( !versions.contains( now ) )
+      return text( "key ", key.word[0], " is ", now ? text( "at version ", *now ) : "gone" );
+  }
+  if( content->size() > story.states.size() )
+    return "a key came from nowhere";
+  // 2. Who follows the queue was told of each difference, or is to begin anew.
+  if( writer.queue().minSeq() <= story.sequenceBefore )
+    if( auto fault = untoldFault( story, disk, writer, *content ); !fault.empty() )
+      return fault;
+  // 3. It works.
+  ProbeKey const probeKey{ { 0x12345678, 77 } };
+  writer.write( probe< ProbeWriter::Value >( probeKey, 3 ) );
+  if( !writer.remove( probeKey ) )
+    return "a key that was written is not there";
+  return Quill::Validator< ProbeRecord, RecordedMemory >( writer ).fault();
+}
+
+std::string attachFault( Story const & story, Disk & disk, std::vector< MemoryEvent > * events ) {
+  disk.record = events;
+  Quill::Attached how{};
+  auto const writer = ProbeTable::writerOn( disk, story.shape, &how );
+  disk.record = nullptr;
+  return faultAfterAttach( story, disk, *writer, how );
+}
+
+// ---- schedules
+
+/// What a reader does in one run, with all it learns.
+std::string readFault( Story const & story, ProbeReader & reader, int what, ProbeKey const & key,
+                       States::mapped_type const & versions ) {
+  auto const judge = [&]( bool found, ProbeReader::Value const & value ) -> std::string {
+    if( !found )
+      return versions.contains( std::nullopt ) ? "" : "a key that is there was not found";
+    auto const version = versionOf( value );
+    if( !version || value.key() != key )
+      return "a torn value";
+    return versions.contains( version ) ? "" : text( "version ", *version, " never was" );
+  };
+  ProbeReader::Value value;
+  switch( what ) {
+    case 0:
+      return judge( reader.lookup( key, value ), value );
+    case 1: {
+      std::string fault;
+      ProbeKey const both[] = { key, key };
+      reader.lookup( std::span( both ), [&]( std::size_t, ProbeReader::Value const * v ) {
+        if( fault.empty() )
+          fault = judge( v, v ? *v : ProbeReader::Value{} );
+      } );
+      return fault;
+    }
+    default: {
+      auto const content = walked( reader );
+      if( !content )
+        return "a walk met a torn value or a key twice";
+      for( auto const & [k, some] : story.states ) {
+        auto const at = content->find( k );
+        if( !some.contains( at == content->end() ? std::nullopt : std::optional( at->second ) ) )
+          return text( "a walk met key ", k.word[0], " wrongly" );
+      }
+      return content->size() > story.states.size() ? "a walk met a key from nowhere" : "";
+    }
+  }
+}
+
+/// Who follows the queue, slot by slot, as a reader with a copy of its own does.
+class SlotFollower {
+ public:
+  using Memory = RecordedMemory;
+  using View = Quill::Slots< ProbeRecord, Memory >;
+  /// What a slot holds; nothing when it is free, or when its value does not prove itself.
+  using Held = std::optional< std::pair< ProbeKey, U32 > >;
+
+  SlotFollower( Disk & disk, U64 sequence ) : dir_( disk ), sequence_( sequence ) {
+    auto const slots = dir_.open( Quill::SlotTable::fileName, Memory::File::readOnly );
+    for( U32 slot = 0; slot < View( *slots ).numMapped(); ++slot )
+      held_[slot] = heldNow( slot );
+  }
+
+  /// Takes what is new; false when it came too late for some of it.
+  bool follow() {
+    std::unique_ptr< Memory::File > queues[2];
+    for( U32 id : { 0, 1 } )
+      queues[id] = dir_.open( Quill::ConquerTable::fileName[id], Memory::File::readOnly );
+    auto const word = [&]( U32 id, U64 at ) {
+      return Memory::load( reinterpret_cast< U32 const * >( queues[id]->base() + at ) );
+    };
+    U32 const id = word( 0, Quill::ConquerTable::currentTableAt );
+    U32 const end = word( id, Quill::ConquerTable::currentPosAt );
+    if( word( id, Quill::ConquerTable::minSeqAt ) > sequence_ )
+      return false;
+    for( U32 pos = 0; pos < end; ++pos ) {
+      U64 const at = Quill::ConquerTable::notificationAt( pos );
+      U32 const sequence = word( id, at ), slot = word( id, at + 8 );
+      if( sequence <= sequence_ )
+        continue;
+      sequence_ = sequence;
+      if( slot != Quill::noIndex )
+        held_[slot] = heldNow( slot );
+    }
+    return true;
+  }
+  /// Whether it has what is there.
+  bool isRight() {
+    auto const slots = dir_.open( Quill::SlotTable::fileName, Memory::File::readOnly );
+    U32 const count =
+        Mem::unpacked( Memory::load( View( *slots ).numSlots() ) ).ref;
+    for( U32 slot = 0; slot < count; ++slot )
+      if( held_[slot] != heldNow( slot ) )
+        return false;
+    return true;
+  }
+
+ private:
+  Held heldNow( U32 slot ) {
+    auto const file = dir_.open( Quill::SlotTable::fileName, Memory::File::readOnly );
+    View const view( *file );
+    if( slot >= view.numMapped() ||
+        !( Memory::load( View::flags( view.at( slot ) ) ) & Quill::SlotTable::occupied ) )
+      return std::nullopt;
+    ProbeReader::Value value;
+    Quill::loadWords< Memory, 8 >( value.word, View::value( view.at( slot ) ) );
+    auto const version = versionOf( value );
+    return version ? Held( std::pair( value.key(), *version ) ) : std::nullopt;
+  }
+
+  Memory::Dir dir_;
+  U64 sequence_;
+  std::map< U32, Held > held_;
+};
+
+bool isEachSlotToldOnce( Disk & disk ) {
+  RecordedMemory::Dir const dir( disk );
+  using Quill::ConquerTable;
+  std::array< std::unique_ptr< RecordedMemory::File >, 2 > queues;
+  for( U32 id : { 0, 1 } )
+    queues[id] = dir.open( ConquerTable::fileName[id], RecordedMemory::File::readOnly );
+  auto const header = [&]( U32 id ) {
+    return Quill::loadedHeader< RecordedMemory, ConquerTable::Header >( queues[id]->base(),
+                                                                        queues[id]->size() );
+  };
+  U32 const id = header( 0 ).currentTable;
+  std::set< U32 > told;
+  for( U32 pos = 0; pos < header( id ).currentPos; ++pos ) {
+    U32 const slot = RecordedMemory::load( reinterpret_cast< U32 const * >(
+        queues[id]->base() + ConquerTable::notificationAt( pos ) + 8 ) );
+    if( slot != Quill::noIndex && !told.insert( slot ).second )
+      return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::string crashFault( Story const & story, Tried & tried ) {
+  if( story.isFaulted )
+    return "the writer stored where no room was reserved";
+  std::size_t lastRepair = 0;
+  for( std::size_t count = 0; count <= story.events.size(); ++count ) {
+    Disk disk( *story.before );
+    for( std::size_t i = 0; i < count; ++i )
+      disk.apply( story.events[i] );
+    Disk const crashed( disk );
+    std::vector< MemoryEvent > repair;
+    ++tried.crashes;
+    if( auto fault = attachFault( story, disk, &repair ); !fault.empty() )
+      return text( "after store ", count, ": ", fault );
+    // The repair is stopped, too; the same repair need not be tried twice.
+    if( repair.size() == lastRepair && count % 4 != 0 )
+      continue;
+    lastRepair = repair.size();
+    for( std::size_t part = 1; part < repair.size(); ++part ) {
+      Disk twice( crashed );
+      for( std::size_t i = 0; i < part; ++i )
+        twice.apply( repair[i] );
+      ++tried.crashes;
+      if( auto fault = attachFault( story, twice, nullptr ); !fault.empty() )
+        return text( "after store ", count, " and store ", part, " of the repair: ", fault );
+    }
+  }
+  return {};
+}
+
+std::string raceFault( Story const & story, Tried & tried ) {
+  Disk disk( *story.before );
+  disk.replay = &story.events;
+  std::size_t const end = story.events.size();
+  // Keys that are touched, one that is not, one that never was.
+  std::vector< ProbeKey > keys;
+  bool hasStable = false;
+  for( auto const & [key, versions] : story.states )
+    if( versions.size() > 1 || !std::exchange( hasStable, true ) )
+      keys.push_back( key );
+  keys.push_back( { { 1, 0x7777 } } );
+  if( keys.size() > 6 )
+    keys.erase( keys.begin() + 3, keys.end() - 3 );
+  constexpr U64 most = 20000;  // loads: who is stopped or overtaken is served all the same
+  static States::mapped_type const never{ std::nullopt };
+  // The reader is one that attached at the start of the operation, or just now.
+  enum Reader { early, fresh };
+  auto const run = [&]( Reader which, ProbeKey const & key, int what, std::size_t start,
+                        std::array< Disk::Switch, 2 > const & switches, std::size_t count ) {
+    disk.begins( which == fresh ? start : 0, {}, 0 );
+    auto const reader = ProbeTable::readerOn( disk );
+    auto const at = story.states.find( key );
+    auto const & versions = at == story.states.end() ? never : at->second;
+    disk.begins( start, switches, count );
+    ++tried.schedules;
+    std::string fault;
+    try {
+      fault = readFault( story, *reader, what, key, versions );
+    } catch( Koi::Exception const & e ) {
+      fault = e.what();
+    }
+    if( fault.empty() && disk.numLoads > most )
+      fault = text( disk.numLoads, " loads" );
+    return fault.empty() ? fault
+                         : text( "reading ", key.word[0], "/", key.word[1], " way ", what, " from store ", start,
+                                 count > 0 ? text( ", at load ", switches[0].atLoad, " to store ",
+                                                   switches[0].to )
+                                           : "",
+                                 count > 1 ? text( ", at load ", switches[1].atLoad, " to store ",
+                                                   switches[1].to )
+                                           : "",
+                                 ": ", fault );
+  };
+  for( int what = 0; what < 3; ++what )
+    for( auto const & key : what == 2 ? std::vector( 1, keys.front() ) : keys ) {
+      // 1. The writer stops at a store for good, or goes on at any load of the reader.
+      for( std::size_t start = 0; start <= end; ++start ) {
+        if( auto fault = run( fresh, key, what, start, {}, 0 ); !fault.empty() )
+          return fault;
+        U64 const loads = disk.numLoads;
+        for( U64 load = 1; load <= loads; ++load )
+          if( auto fault = run( early, key, what, start, { { { load, end }, {} } }, 1 );
+              !fault.empty() )
+            return fault;
+      }
+      // 2. The writer begins at any load, is stopped at any store, and goes on later or never.
+      disk.begins( 0, {}, 0 );
+      if( auto fault = run( early, key, what, 0, {}, 0 ); !fault.empty() )
+        return fault;
+      U64 const loads = disk.numLoads;
+      for( U64 load = 1; load <= loads; ++load )
+        for( std::size_t to = 1; to < end; ++to ) {
+          if( auto fault = run( early, key, what, 0, { { { load, to }, {} } }, 1 );
+              !fault.empty() )
+            return fault;
+          if( auto fault = run( early, key, what, 0, { { { load, to }, { load + 3, end } } }, 2 );
+              !fault.empty() )
+            return fault;
+        }
+    }
+  // 3. A slot has one notification, unless entries moved.
+  disk.begins( end, {}, 0 );
+  if( !story.hasMoves && !isEachSlotToldOnce( disk ) )
+    return "a slot has two notifications";
+  // 4. Who follows the queue has, in the end, what is there.
+  for( std::size_t stop = 0; stop <= end; ++stop ) {
+    disk.begins( 0, {}, 0 );
+    SlotFollower follower( disk, story.sequenceBefore );
+    disk.begins( stop, {}, 0 );
+    bool inTime = follower.follow();
+    disk.finishes();
+    inTime = inTime && follower.follow();
+    ++tried.schedules;
+    if( inTime && !story.staysOpen && !follower.isRight() )
+      return text( "who followed the queue at store ", stop, " has not what is there" );
+  }
+  disk.rewindTo( 0 );
+  return {};
+}
+
+}  // namespace Tests
