@@ -27,6 +27,7 @@ class GenericIfIterator;
 class GenericNotifiee;
 struct EnumType;
 struct KoiType;
+struct RecordOps;
 
 using GenericIfPtr = Ptr< GenericIf const >;
 
@@ -108,6 +109,8 @@ struct KoiType {
   GenericIfPtr ( *logRead )( NboAttrLog::In & in ) = nullptr;
   /// a < b of two raw values; null when the type has no order.
   bool ( *less )( void const * a, void const * b ) = nullptr;
+  /// How its values lie in the slots of a table; null when they do not.
+  RecordOps const * record = nullptr;
 
   /// Of an entity: one that is built from what writeCtorArgs() wrote; null when that is refused,
   /// which is counted. Raises ParseException.

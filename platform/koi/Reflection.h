@@ -42,8 +42,10 @@ String8 GenericValue< T >::strRep() const {
 template< Value T >
 class Reflection {
  public:
-  static constexpr KoiType node( char const * name, EnumType const * enumType = nullptr ) {
+  static constexpr KoiType node( char const * name, EnumType const * enumType = nullptr,
+                                 RecordOps const * record = nullptr ) {
     KoiType node{ name, sizeof( T ), kind(), attributes(), enumType };
+    node.record = record;
     node.hashable = ClassValue< T > && hasHash< T >;
     node.genericIfFromStrRep = fromStrRep;
     node.genericIfFromCtorArgs = fromCtorArgs;

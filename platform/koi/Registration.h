@@ -8,12 +8,16 @@
 #include <koi/Value.h>
 #include <koi/ValueText.h>
 
-/// Compiles the cold bodies of a value type and defines its type node.
-#define KOI_VALUE( T )                                                       \
-  template class Koi::GenericValue< T >;                                     \
-  template Koi::String8 Koi::valueToStrep< T >( T const & );                 \
-  template T Koi::valueFromText< T >( Koi::String8::IteratorConst &,         \
-                                      Koi::String8::IteratorConst const & ); \
+/// Compiles the cold bodies of a value type.
+#define KOI_VALUE_BODIES( T )                                        \
+  template class Koi::GenericValue< T >;                             \
+  template Koi::String8 Koi::valueToStrep< T >( T const & );         \
+  template T Koi::valueFromText< T >( Koi::String8::IteratorConst &, \
+                                      Koi::String8::IteratorConst const & );
+
+/// The same, and defines its type node.
+#define KOI_VALUE( T )  \
+  KOI_VALUE_BODIES( T ) \
   constinit Koi::KoiType const T::_koiType = Koi::Reflection< T >::node( T::koiName );
 
 /// The same for an enumeration; behind the names stand its entries: { "none", 0 }, { "name", 1 }.
