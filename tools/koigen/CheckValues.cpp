@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "Context.h"
+#include "SlotLayout.h"
 
 namespace Koigen {
 namespace {
@@ -108,9 +109,45 @@ void checkField( Checks checks, Declaration & d, Member & m ) {
     checks.findings.add( m.type.place, "'or 0' needs a type that refuses 0" );
 }
 
+/// What is said of tables and slots where it does not belong, and the size of a foreign value.
+void checkSlotWords( Checks checks, Declaration const & d ) {
+  if( d.inTable && ( d.kind == Declaration::wrapper || d.foreign ) )
+    checks.findings.add( d.place, "a table's value is a structure whose first field is its key" );
+  if( !d.hashHeader.empty() && !d.inTable )
+    checks.findings.add( d.hashPlace, "'hashed in' is for the key of a table's value" );
+  if( d.numBytes.empty() )
+    return;
+  auto const number = integerOf( d.numBytes );
+  if( !number || number->magnitude == 0 || number->magnitude > SlotLayout::sizeMax )
+    checks.findings.add( d.bytesPlace, "'" + d.numBytes + "' is not a size from 1 to " +
+                                           std::to_string( SlotLayout::sizeMax ) );
+}
+
+/// A value that lies in the slots of a table.
+void checkTableValue( Checks checks, Declaration const & d ) {
+  // The name stands in the table's file, in 64 bytes with its end.
+  constexpr std::size_t nameMax = 63;
+  if( d.fullName().size() > nameMax )
+    checks.findings.add( d.place, "the name '" + d.fullName() +
+                                      "' of a table's value has more than " +
+                                      std::to_string( nameMax ) + " characters" );
+  auto const key = std::find_if( d.members.begin(), d.members.end(),
+                                 []( auto const & m ) { return m.kind == Member::field; } );
+  if( key == d.members.end() )
+    return;
+  if( key->settable )
+    checks.findings.add( key->place, "the key of a table's value is not 'settable'" );
+  bool const known = key->type.declaration || key->type.primitive != Primitive::none;
+  if( known && !isHashable( key->type ) )
+    checks.findings.add( key->type.place, "the key type '" + key->type.text + "' has no hash" );
+  for( auto const & fault : slotLayoutOf( d ).faults )
+    checks.findings.add( fault.place, fault.text );
+}
+
 }  // namespace
 
 void checkWrapper( Checks checks, Declaration & d ) {
+  checkSlotWords( checks, d );
   checkName( d.place, d.field, checks.findings );
   if( d.inOrder )
     checks.findings.add( d.place, "'" + d.name + "' has one field and is ordered anyway" );
@@ -123,6 +160,7 @@ void checkWrapper( Checks checks, Declaration & d ) {
 }
 
 void checkStructure( Checks checks, Declaration & d ) {
+  checkSlotWords( checks, d );
   if( d.foreign || !d.header.empty() )
     return;
   bool const anyField = std::any_of( d.members.begin(), d.members.end(),
@@ -133,6 +171,8 @@ void checkStructure( Checks checks, Declaration & d ) {
     if( m.kind == Member::field )
       checkField( checks, d, m );
   checkByHand( checks, d );
+  if( d.inTable )
+    checkTableValue( checks, d );
 }
 
 void checkEnumeration( Checks checks, Declaration & d ) {

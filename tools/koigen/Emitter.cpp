@@ -15,6 +15,11 @@ bool hasKind( Module const & module, Declaration::Kind kind ) {
                       [&]( auto const & d ) { return d.kind == kind && !d.foreign; } );
 }
 
+bool hasTableValue( Module const & module ) {
+  return std::any_of( module.declarations.begin(), module.declarations.end(),
+                      []( auto const & d ) { return d.inTable; } );
+}
+
 /// Whether an entity of the module owns a reactor.
 bool hasEntityReactor( Module const & module ) {
   return std::any_of( module.declarations.begin(), module.declarations.end(), []( auto const & d ) {
@@ -48,6 +53,8 @@ std::string declarationText( Context const & context, Declaration const & d ) {
 /// The headers of the runtime that the module's kinds of declarations need.
 std::string runtimeText( Module const & module ) {
   std::string text = "#include <koi/Value.h>\n";
+  if( hasTableValue( module ) )
+    text += "#include <koi/RecordBytes.h>\n";
   if( hasKind( module, Declaration::entity ) )
     text += "#include <koi/Entity.h>\n";
   if( hasEntityReactor( module ) )
@@ -72,6 +79,9 @@ std::string includesText( Module const & module ) {
   for( auto const & u : module.uses )
     isForeign( *u.module ) ? addForeign( *u.module ) : add( headerName( *u.module ) );
   addForeign( module );
+  for( auto const & d : module.declarations )
+    if( d.inTable )
+      add( d.hashHeader.empty() ? "quill/Record.h" : d.hashHeader );
   std::string text;
   for( auto const & name : names )
     text += "#include <" + name + ">\n";
@@ -132,6 +142,15 @@ std::string wrappersText( Module const & module ) {
   return text.empty() ? "" : "// Reflection wrappers: each holds one copy of a value.\n" + text;
 }
 
+/// How values lie in the slots of tables.
+std::string recordsText( Context const & context ) {
+  Texts records;
+  for( auto const & d : context.module().declarations )
+    if( d.inTable )
+      records.push_back( recordText( context, d ) );
+  return stacked( records );
+}
+
 /// Bodies of an entity or a reactor in its namespace.
 std::string inScope( Declaration const & d, std::string const & bodies ) {
   return page( "scope", { { "scope", d.scope }, { "declarations", bodies } } );
@@ -152,6 +171,10 @@ std::string typeText( Context const & context, Declaration const & d ) {
       return inScope( d, reactorBodyText( context, d ) ) + "KOI_REACTOR( " + d.fullName() + " )\n";
     case Declaration::function:
       return {};
+    case Declaration::structure:
+      if( d.inTable )
+        return "KOI_TABLE_VALUE( " + d.fullName() + ", Quill::Record< " + d.fullName() + " > )\n";
+      [[fallthrough]];
     default:
       return "KOI_VALUE( " + d.fullName() + " )\n";
   }
@@ -172,6 +195,7 @@ std::string headerOf( Model const & model, Module const & module ) {
                                    { "forward", forwardText( module ) },
                                    { "scopes", scopesText( context ) },
                                    { "wrappers", wrappersText( module ) },
+                                   { "records", recordsText( context ) },
                                    { "behind", behindText( module ) } } ) );
 }
 
@@ -201,6 +225,8 @@ Texts sourcesOf( Model const & model, Module const & module, std::size_t parts )
                                    stacked( names, "\\0\"\n            " ) + "\",\n            " +
                                    stacked( nodes, ",\n            " ) + " )\n";
   std::string runtime = "#include <koi/Registration.h>\n";
+  if( hasTableValue( module ) )
+    runtime += "#include <koi/RecordRegistration.h>\n";
   if( numObjects > 0 )
     runtime += "#include <koi/EntityRegistration.h>\n";
   Texts sources;

@@ -25,6 +25,7 @@ bool isForeign( Module const & module );
 // One declaration each, without a blank line at either end.
 std::string wrapperText( Context const & context, Declaration const & declaration );
 std::string structureText( Context const & context, Declaration const & declaration );
+std::string recordText( Context const & context, Declaration const & declaration );
 std::string enumerationText( Context const & context, Declaration const & declaration );
 std::string functionText( Context const & context, Declaration const & declaration );
 

@@ -153,6 +153,7 @@ struct Misplaced : if_must< at< three< '/' > >, failure > {};
 KOIGEN_WORD( Foreign, "foreign" );
 KOIGEN_WORD( Ordered, "ordered" );
 KOIGEN_WORD( Unhashed, "unhashed" );
+KOIGEN_WORD( Table, "table" );
 KOIGEN_WORD( Value, "value" );
 struct DeclName : Name {};
 struct Open : Sign< '{' > {};
@@ -170,6 +171,10 @@ struct Length : sor< plus< digit >, Name > {};
 struct MaxLength : if_must< T< TAO_PEGTL_KEYWORD( "max" ) >, T< Length > > {};
 struct TextByHand : T< TAO_PEGTL_STRING( "text by hand" ) > {};
 struct ByHand : if_must< Sign< ',' >, TextByHand > {};
+struct HashHeader : plus< not_one< '"', '\\', '\r', '\n' > > {};
+struct HashHeaderName : T< seq< one< '"' >, HashHeader, one< '"' > > > {};
+struct HashedWord : T< TAO_PEGTL_STRING( "hashed in" ) > {};
+struct HashedIn : if_must< HashedWord, HashHeaderName > {};
 struct WrapperOpen : Sign< '{' > {};
 struct WrapperMembers : seq< WrapperOpen,
                              star< sor< Misplaced, ConstMember, FunctionMember, ConstructorMember > >,
@@ -179,12 +184,15 @@ struct WrapperColon : Sign< ':' > {};
 struct WrapperBody : if_must< WrapperColon, T< StoredType >, opt< Named >,
                               opt< sor< Between, Positive, MaxLength > >, opt< ByHand >,
                               WrapperRest > {};
-struct StructureBody : seq< opt< ByHand >, Open,
+struct StructureBody : seq< opt< HashedIn >, opt< ByHand >, Open,
                             must< star< sor< Misplaced, ConstMember, FunctionMember,
                                              ConstructorMember, FieldMember > >, Close > > {};
 struct ForeignBody : seq< T< HeaderName >, must< DeclEnd > > {};
-struct ValueBody : sor< ForeignBody, WrapperBody, StructureBody > {};
-struct ValueDecl : seq< star< sor< Ordered, Unhashed > >,
+struct NumBytes : plus< digit > {};
+struct OfBytes : if_must< T< TAO_PEGTL_KEYWORD( "of" ) >, T< NumBytes >, BytesWord > {};
+struct ForeignValueBody : seq< T< HeaderName >, opt< OfBytes >, must< DeclEnd > > {};
+struct ValueBody : sor< ForeignValueBody, WrapperBody, StructureBody > {};
+struct ValueDecl : seq< star< sor< Ordered, Unhashed, Table > >,
                         if_must< Value, T< DeclName >, ValueBody > > {};
 
 // Enumerations.

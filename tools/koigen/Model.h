@@ -157,6 +157,13 @@ struct Declaration {
   std::string header;  // of a foreign one: "wirex/EthAddr.h"
   std::vector< Parameter > parameters;  // a foreign entity's constructor
 
+  std::string numBytes;  // of a foreign value, as written: "of 6 bytes"; empty: of no fixed size
+  Place bytesPlace;
+
+  bool inTable = false;    // a structure that lies in the slots of a table
+  std::string hashHeader;  // "hashed in": where the hash of its key is; empty: as of any key
+  Place hashPlace;
+
   bool inOrder = false;
   bool unhashed = false;
   bool textByHand = false;

@@ -11,7 +11,7 @@ namespace {
 struct State {
   Module module;
   std::string scope, doc;
-  bool foreign = false, inOrder = false, unhashed = false;
+  bool foreign = false, inOrder = false, unhashed = false, inTable = false;
   Member pending;       // what "virtual", "override" and "static" say of the function to come
   Parameter parameter;  // the one being read
   TypeUse::Hold hold = TypeUse::whole;
@@ -31,6 +31,7 @@ struct State {
     d.foreign = std::exchange( foreign, false );
     d.inOrder = std::exchange( inOrder, false );
     d.unhashed = std::exchange( unhashed, false );
+    d.inTable = std::exchange( inTable, false );
     module.declarations.push_back( std::move( d ) );
   }
 
@@ -88,6 +89,7 @@ ON( ScopeName, s.scope = in.string() );
 ON( Foreign, s.foreign = true );
 ON( Ordered, s.inOrder = true );
 ON( Unhashed, s.unhashed = true );
+ON( Table, s.inTable = true );
 ON( Value, s.begin( Declaration::structure, placeOf( in ) ) );
 ON( Enum, s.begin( Declaration::enumeration, placeOf( in ) ) );
 ON( Entity, s.begin( Declaration::entity, placeOf( in ) ) );
@@ -105,6 +107,9 @@ ON( High, s.decl().range.high = in.string(); s.decl().range.kind = Range::betwee
 ON( Positive, s.decl().range.kind = Range::positive; s.decl().range.place = placeOf( in ) );
 ON( Length, s.decl().range.kind = Range::length; s.decl().range.high = in.string();
             s.decl().range.place = placeOf( in ) );
+ON( NumBytes, s.decl().numBytes = in.string(); s.decl().bytesPlace = placeOf( in ) );
+ON( HashedWord, s.decl().hashPlace = placeOf( in ) );
+ON( HashHeader, s.decl().hashHeader = in.string() );
 ON( TextByHand, s.decl().textByHand = true );
 
 ON( EnumeratorName, s.decl().enumerators.push_back( { placeOf( in ), in.string(), {}, {}, 0 } ) );
@@ -198,6 +203,8 @@ EXPECTED( "the name of the declared was expected", T< G::DeclName > );
 EXPECTED( "':', '{' or a header was expected", G::ValueBody );
 EXPECTED( "':', '{', '(' or a header was expected", G::EntityRest );
 EXPECTED( "a header was expected", G::ForeignBody );
+EXPECTED( "a number of bytes was expected", T< G::NumBytes > );
+EXPECTED( "a header was expected", G::HashHeaderName );
 EXPECTED( "a primitive type was expected", T< G::StoredType > );
 EXPECTED( "the name of the field was expected", T< G::StoredField > );
 EXPECTED( "a number or a constant was expected", T< G::Low > );

@@ -124,6 +124,8 @@ std::string structureText( Context const & context, Declaration const & d ) {
   Texts constructors = { fieldConstructor( context, d, all ) };
   if( fixed.size() < all.size() )
     constructors.push_back( fieldConstructor( context, d, fixed ) );
+  if( d.inTable && fixed.size() > 1 )
+    constructors.push_back( fieldConstructor( context, d, { all.front() } ) );
   auto fill = common( context, d );
   constructors.push_back( fill["constructors"] );
   fill["constructors"] = stacked( constructors, "\n" );

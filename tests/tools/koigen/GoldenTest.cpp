@@ -39,6 +39,13 @@ TEST( Golden, everyFormOfAValue ) {
              std::vector< std::string >{ golden( "Values.module.cpp.golden" ) } );
 }
 
+TEST( Golden, valuesOfTables ) {
+  auto const model = loadedGolden( { "Slots" }, { KOIGEN_GOLDEN } );
+  EXPECT_EQ( headerOf( model, "Slots" ), golden( "Slots.h.golden" ) );
+  EXPECT_EQ( sourcesOf( model, moduleOf( model, "Slots" ), 1 ),
+             std::vector< std::string >{ golden( "Slots.module.cpp.golden" ) } );
+}
+
 TEST( Golden, aModuleOfForeignTypesIsNotWritten ) {
   auto const model = loadedGolden( { "Addresses" } );
   EXPECT_TRUE( isForeign( moduleOf( model, "Addresses" ) ) );

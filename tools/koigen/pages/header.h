@@ -10,4 +10,6 @@ $scopes$
 
 $wrappers$
 
+$records$
+
 $behind$
