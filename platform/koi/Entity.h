@@ -60,7 +60,7 @@ class EntityMutators : public Entity {
     if( members.koiSet( key, v, stamp ) == Change::unchanged )
       return koiUnstamp();
     leaveWithTarget( members, key, [this, &members, &on]( auto const & gone ) {
-      koiRemove( members, gone, on );
+      this->koiRemove( members, gone, on );
     } );
     koiTell( stamp, on, key );
   }

@@ -2,8 +2,8 @@
 // one thread at a time; the signal may come in any.
 //
 // The first registration installs a handler of SIGBUS. An access behind the end of a registered
-// mapping makes the rest of it plain zeros and sets its flag; any other SIGBUS goes where it would have
-// gone without us.
+// mapping makes the rest of it plain zeros and sets its flag; any other SIGBUS goes where it would
+// have gone without us.
 #pragma once
 
 #include <mem/Words.h>

@@ -73,8 +73,8 @@ void MappedFile::map( U64 size ) {
   if( size == 0 )
     return;
   int const protection = access_ == writable ? PROT_READ | PROT_WRITE : PROT_READ;
-  void * const at = mmap( nullptr, static_cast< std::size_t >( size ), protection, MAP_SHARED,
-                          descriptor_, 0 );
+  void * const at =
+      mmap( nullptr, static_cast< std::size_t >( size ), protection, MAP_SHARED, descriptor_, 0 );
   if( at == MAP_FAILED )
     refuse( "cannot map " );
   base_ = static_cast< unsigned char * >( at );
@@ -109,11 +109,10 @@ void MappedFile::reserve( U64 size ) {
   }
   if( size <= size_ )
     return;
-  void * const at =
-      base_ ? mremap( base_, static_cast< std::size_t >( size_ ), static_cast< std::size_t >( size ),
-                      MREMAP_MAYMOVE )
-            : mmap( nullptr, static_cast< std::size_t >( size ), PROT_READ | PROT_WRITE, MAP_SHARED,
-                    descriptor_, 0 );
+  void * const at = base_ ? mremap( base_, static_cast< std::size_t >( size_ ),
+                                    static_cast< std::size_t >( size ), MREMAP_MAYMOVE )
+                          : mmap( nullptr, static_cast< std::size_t >( size ),
+                                  PROT_READ | PROT_WRITE, MAP_SHARED, descriptor_, 0 );
   if( at == MAP_FAILED )
     refuse( "cannot map " );
   base_ = static_cast< unsigned char * >( at );
@@ -130,8 +129,8 @@ void MappedFile::cut( U64 size ) {
     unmap();
     return;
   }
-  void * const at = mremap( base_, static_cast< std::size_t >( size_ ),
-                            static_cast< std::size_t >( size ), 0 );
+  void * const at =
+      mremap( base_, static_cast< std::size_t >( size_ ), static_cast< std::size_t >( size ), 0 );
   KOI_ASSERT( at == base_ );
   size_ = size;
 }
@@ -142,7 +141,8 @@ void MappedFile::remap() {
 }
 
 bool MappedFile::isSameFile( MappedFile const & other ) const {
-  struct stat mine {}, theirs {};
+  struct stat mine {
+  }, theirs{};
   return fstat( descriptor_, &mine ) == 0 && fstat( other.descriptor_, &theirs ) == 0 &&
          mine.st_ino == theirs.st_ino && mine.st_dev == theirs.st_dev;
 }

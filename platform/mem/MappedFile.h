@@ -1,8 +1,10 @@
-// MappedFile.h: one file of shared memory and its mapping. One thread of one process uses an object;
-// the writer process maps a file writable and alone changes its size, others map it read-only.
+// MappedFile.h: one file of shared memory and its mapping. One thread of one process uses an
+// object; the writer process maps a file writable and alone changes its size, others map it
+// read-only.
 //
 // M1  Whatever the mapping covers had room reserved before: a write to it cannot fail.
-// M2  A file is never truncated in place while somebody may map it, but by cut(), whose caller knows
+// M2  A file is never truncated in place while somebody may map it, but by cut(), whose caller
+// knows
 //     that nobody looks behind the new end. Who looks all the same is told by isLost().
 #pragma once
 

@@ -1,6 +1,6 @@
 // Plain.h: how the product reaches shared memory and the system. A table engine is a template over
-// such a policy; a test puts another in its place, which records every store, stops after one, fails
-// a call, or leaves a step out.
+// such a policy; a test puts another in its place, which records every store, stops after one,
+// fails a call, or leaves a step out.
 #pragma once
 
 #include <mem/TableDir.h>

@@ -43,7 +43,8 @@ constexpr int directoryFlags = O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_RDONLY;
 
 int openedDirectory( int above, std::string const & name, MappedFile::Access access,
                      std::string const & path ) {
-  if( access == MappedFile::writable && mkdirat( above, name.c_str(), 0755 ) != 0 && errno != EEXIST )
+  if( access == MappedFile::writable && mkdirat( above, name.c_str(), 0755 ) != 0 &&
+      errno != EEXIST )
     refuse( "cannot make " + path );
   int const descriptor = openat( above, name.c_str(), directoryFlags );
   if( descriptor < 0 )
@@ -114,7 +115,8 @@ bool TableDir::isLocked() {
     return false;
   }
   // Somebody may have removed the file after we opened it: then its lock is nobody's.
-  struct stat ours {}, named {};
+  struct stat ours {
+  }, named{};
   if( fstat( descriptor, &ours ) != 0 ||
       fstatat( descriptor_, "lock", &named, AT_SYMLINK_NOFOLLOW ) != 0 ||
       ours.st_ino != named.st_ino ) {
@@ -135,8 +137,7 @@ int TableDir::openAt( int directory, std::string const & file, int flags ) const
 std::unique_ptr< MappedFile > TableDir::open( std::string const & file,
                                               File::Access access ) const {
   std::string const path = path_ + "/" + file;
-  int const descriptor =
-      openAt( descriptor_, file, access == File::writable ? O_RDWR : O_RDONLY );
+  int const descriptor = openAt( descriptor_, file, access == File::writable ? O_RDWR : O_RDONLY );
   if( descriptor < 0 && errno == ENOENT )
     return nullptr;
   if( descriptor < 0 )
@@ -199,8 +200,8 @@ U32 TableDir::kindle() const {
     for( unsigned i = 0; i < bytes.size(); ++i )
       bytes[i] = static_cast< unsigned char >( kindle >> ( 8 * i ) );
     bool const isWritten = write( made, bytes.data(), bytes.size() ) == 4;
-    bool const isPut = isWritten && linkat( rootDescriptor_, name.c_str(), rootDescriptor_, "kindle",
-                                            0 ) == 0;
+    bool const isPut =
+        isWritten && linkat( rootDescriptor_, name.c_str(), rootDescriptor_, "kindle", 0 ) == 0;
     int const why = errno;
     close( made );
     unlinkat( rootDescriptor_, name.c_str(), 0 );

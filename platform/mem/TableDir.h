@@ -1,9 +1,9 @@
 // TableDir.h: where the files of a table stand: a directory below the root of shared memory. One
 // thread of one process uses an object.
 //
-//   <root>/kindle          the generation that files are trusted in: 4 bytes, little-endian, never 0
-//   <root>/<table>/lock    whom the table's writer holds locked as long as it lives; never removed
-//   <root>/<table>/...     what the table consists of
+//   <root>/kindle          the generation that files are trusted in: 4 bytes, little-endian, never
+//   0 <root>/<table>/lock    whom the table's writer holds locked as long as it lives; never
+//   removed <root>/<table>/...     what the table consists of
 //
 // The root is LUMO_SHM_ROOT of the environment, else /dev/shm/lumo. Whoever writes first makes it
 // with mode 0755; a writer refuses one that another user owns. Directories have mode 0755 and files
@@ -37,8 +37,8 @@ class KOI_PUBLIC TableDir {
 
   /// `name` may have several parts: "counters/vlanIntf". A writer makes what is missing. Raises
   /// Rova::MemoryResourceException "cannot open <path>: <why>", and for a writer "<root> belongs to
-  /// another user"; ArgumentException "<name> is no name of a table" where a part is empty or begins
-  /// with a dot.
+  /// another user"; ArgumentException "<name> is no name of a table" where a part is empty or
+  /// begins with a dot.
   TableDir( RootPath const & root, std::string_view name, File::Access access );
   ~TableDir();
   TableDir( TableDir const & ) = delete;

@@ -28,9 +28,7 @@ struct VersionedRef {
 };
 
 /// The same two words as one number.
-constexpr U64 packed( VersionedRef pair ) {
-  return U64{ pair.ref } << 32 | pair.counter;
-}
+constexpr U64 packed( VersionedRef pair ) { return U64{ pair.ref } << 32 | pair.counter; }
 constexpr VersionedRef unpacked( U64 word ) {
   return { static_cast< U32 >( word ), static_cast< U32 >( word >> 32 ) };
 }

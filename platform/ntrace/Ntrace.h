@@ -1,5 +1,5 @@
-// Ntrace.h: what the system says of its own doings, by numbered levels: 0 errors, 2 and 3 changes of
-// structure, 5 decisions, 7 to 9 details of single entries. One thread at a time.
+// Ntrace.h: what the system says of its own doings, by numbered levels: 0 errors, 2 and 3 changes
+// of structure, 5 decisions, 7 to 9 details of single entries. One thread at a time.
 //
 // Lines go to standard error unless the program has another place for them. LUMO_TRACE in the
 // environment is the highest level that is written, 0 to 9; without it nothing above 0 is.

@@ -1,12 +1,13 @@
-// BucketTable.h: the bucket file of a table: its header, and when it is believed. Written by the writer
-// process alone.
+// BucketTable.h: the bucket file of a table: its header, and when it is believed. Written by the
+// writer process alone.
 //
 //     0  magic        8  "QUILLBKT"
 //     8  version      4  2
 //    12  kindle       4  the generation the file was formatted under
 //    16  numBuckets   8  Mem::VersionedRef; the count is a power of two
 //    24  reserved     8
-//    32  buckets         8 each, Mem::VersionedRef: the counter grows by 4, then the chain's first link
+//    32  buckets         8 each, Mem::VersionedRef: the counter grows by 4, then the chain's first
+//    link
 #pragma once
 
 #include <cstddef>

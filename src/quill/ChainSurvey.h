@@ -1,8 +1,8 @@
-// ChainSurvey.h: walks every chain of a table and says who is in them. It changes nothing. Used by the
-// writer process, at attach and by the validator.
+// ChainSurvey.h: walks every chain of a table and says who is in them. It changes nothing. Used by
+// the writer process, at attach and by the validator.
 //
-// Chains are the truth of a table. What a stop in the middle of a split or a merge leaves, a chain that
-// runs on into the next bucket's, is no damage; it is listed, to be cut.
+// Chains are the truth of a table. What a stop in the middle of a split or a merge leaves, a chain
+// that runs on into the next bucket's, is no damage; it is listed, to be cut.
 #pragma once
 
 #include <string>

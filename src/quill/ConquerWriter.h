@@ -1,13 +1,14 @@
-// ConquerWriter.h: the writer's side of the notification queue: one live notification for each slot that
-// changed, in the order of the changes. Used by the table's writer, on one thread.
+// ConquerWriter.h: the writer's side of the notification queue: one live notification for each slot
+// that changed, in the order of the changes. Used by the table's writer, on one thread.
 //
-// I5  Sequences in a queue grow. An entry is live when the slot it names has it as its position; each
+// I5  Sequences in a queue grow. An entry is live when the slot it names has it as its position;
+// each
 //     occupied slot has exactly one, a free slot at most one.
 // I6  Exactly one of the two files names itself as current. It holds the last sequence, unless
 //     minSeq is that.
 //
-// The queue is as long as there are slots that ever changed: what a new notification replaces becomes a
-// tombstone, and when the file is full the live ones go to the other file.
+// The queue is as long as there are slots that ever changed: what a new notification replaces
+// becomes a tombstone, and when the file is full the live ones go to the other file.
 //
 // Ordering
 // --------
@@ -15,8 +16,8 @@
 //     Entries are 12 bytes, so every second sequence cannot be stored in one piece: an entry at or
 //     beyond currentPos is never read.
 // O9  the new queue whole before it is current      compact() -> whoever follows the queue
-//     The file's notifications counter moves before it is rewritten and after, so who still reads it
-//     from an earlier turn notices.
+//     The file's notifications counter moves before it is rewritten and after, so who still reads
+//     it from an earlier turn notices.
 #pragma once
 
 #include <array>
@@ -124,7 +125,8 @@ class ConquerWriter {
   }
   /// Takes back a slot's notification; false when it has none, or when it stands in the corral and
   /// stays there. Raises Rova::CorruptionDetectedException "ConquerWriter::tombstone() conquer slot
-  /// mismatch, slot:<slot>" and "ConquerWriter::notify() conquer index out-of-range, pos:<p> max:<m>".
+  /// mismatch, slot:<slot>" and "ConquerWriter::notify() conquer index out-of-range, pos:<p>
+  /// max:<m>".
   bool tombstone( U32 slot ) {
     U32 const pos = position( slot );
     if( pos == noIndex )

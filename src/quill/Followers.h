@@ -1,5 +1,5 @@
-// Followers.h: whom a table's writer tells that there is something new, and what they say they have.
-// Used by the table's writer, on one thread.
+// Followers.h: whom a table's writer tells that there is something new, and what they say they
+// have. Used by the table's writer, on one thread.
 #pragma once
 
 #include <quill/Links.h>
@@ -10,7 +10,8 @@ class Followers {
  public:
   virtual ~Followers() = default;
 
-  /// The lowest sequence that all attached readers have acknowledged; all ones when none is attached.
+  /// The lowest sequence that all attached readers have acknowledged; all ones when none is
+  /// attached.
   virtual U64 lowestSequence() const = 0;
   /// Some reader is attaching and has not said yet where it stands.
   virtual bool areAwaited() const = 0;

@@ -1,5 +1,5 @@
-// HostHash.h: the hash that chooses the bucket of a host: that of its address, begun with the table's
-// seed, exclusive-or its filtering database. Pure functions; any thread.
+// HostHash.h: the hash that chooses the bucket of a host: that of its address, begun with the
+// table's seed, exclusive-or its filtering database. Pure functions; any thread.
 #pragma once
 
 #include <Lumo/Bridging.h>

@@ -1,9 +1,10 @@
 // Links.h: how slots hang together. Pure functions; any thread.
 //
-// The entries of a table are one list in the order of their reversed hashes, those of one hash in the
-// order of their keys. A bucket is a way into it: with 2^k buckets, bucket b begins where the first
-// entry whose hash ends in the k bits of b would stand. So a bucket that splits only gains an entrance
-// in the middle of its chain, and the bucket behind b is the one that reversed counting names.
+// The entries of a table are one list in the order of their reversed hashes, those of one hash in
+// the order of their keys. A bucket is a way into it: with 2^k buckets, bucket b begins where the
+// first entry whose hash ends in the k bits of b would stand. So a bucket that splits only gains an
+// entrance in the middle of its chain, and the bucket behind b is the one that reversed counting
+// names.
 #pragma once
 
 #include <koi/Types.h>
@@ -28,7 +29,8 @@ constexpr U32 reversed( U32 x ) {
   return __builtin_bswap32( x );
 }
 
-/// A link that ends a bucket's chain: it names the bucket at which a walk goes on, 0 at the very end.
+/// A link that ends a bucket's chain: it names the bucket at which a walk goes on, 0 at the very
+/// end.
 constexpr U32 endMarker( U32 bucket ) { return endBit | bucket; }
 constexpr bool isEnd( U32 link ) { return link & endBit; }
 

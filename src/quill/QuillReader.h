@@ -1,9 +1,9 @@
-// QuillReader.h: looks entries up in the files of a table that another process writes. One thread uses an
-// object; any number of objects, in any processes, read one table. It takes no lock and costs the
-// writer nothing; see TableReader.h for what a look-up may find.
+// QuillReader.h: looks entries up in the files of a table that another process writes. One thread
+// uses an object; any number of objects, in any processes, read one table. It takes no lock and
+// costs the writer nothing; see TableReader.h for what a look-up may find.
 //
-// An object reads the files that it opened. When the table is formatted anew they stay as they were;
-// isReplaced() says so.
+// An object reads the files that it opened. When the table is formatted anew they stay as they
+// were; isReplaced() says so.
 #pragma once
 
 #include <optional>
@@ -25,8 +25,8 @@ class QuillReader {
   /// Opens the table `name`. Raises Rova::MemoryResourceException "SlotReader::attach() no shared
   /// memory region: <path>", "BucketReader::attach() no shared memory region: <path>",
   /// "QuillReader::initialize() failed to read kindle file", and what TableDir raises;
-  /// Rova::CorruptionDetectedException "QuillReader::initialize() failed to validate buckets: <why>" and
-  /// "QuillReader::initialize() failed to validate slots: <why>".
+  /// Rova::CorruptionDetectedException "QuillReader::initialize() failed to validate buckets:
+  /// <why>" and "QuillReader::initialize() failed to validate slots: <why>".
   QuillReader( Mem::RootPath const & root, std::string_view name,
                Ntrace::Handler const & trace = Ntrace::Handler() )
       : trace_( trace ), dir_( root, name, Mem::MappedFile::readOnly ) {
@@ -61,17 +61,17 @@ class QuillReader {
     }
   }
 
-  /// The first entry, and the one behind a key, which need not be there any more; nothing at the end.
+  /// The first entry, and the one behind a key, which need not be there any more; nothing at the
+  /// end. Raise as TableReader::lookup() does, and Rova::CorruptionDetectedException
+  /// "QuillReader::next() corrupt key detected" for a key with something where nothing belongs.
   std::optional< V > first() {
     typename Engine::Value value;
-    return engine_->first( value ) ? std::optional< V >( RecordOf::value( value.word ) )
-                                   : std::nullopt;
+    return engine_->first( value ) ? std::optional< V >( walkedTo( value ) ) : std::nullopt;
   }
   std::optional< V > next( Key const & key ) {
     typename Engine::Value value;
-    return engine_->next( keyWords( key ), value )
-               ? std::optional< V >( RecordOf::value( value.word ) )
-               : std::nullopt;
+    return engine_->next( keyWords( key ), value ) ? std::optional< V >( walkedTo( value ) )
+                                                   : std::nullopt;
   }
 
   /// The table has other files by now: this object reads what was before.
@@ -88,9 +88,16 @@ class QuillReader {
     return w;
   }
 
+  /// A walk goes on behind the key as the value has it: padding that is not zero would end nowhere.
+  static V walkedTo( typename Engine::Value const & value ) {
+    if( keyWords( RecordOf::key( value.word ) ) != value.key() )
+      throw Rova::CorruptionDetectedException( "QuillReader::next() corrupt key detected" );
+    return RecordOf::value( value.word );
+  }
+
   void initialize() {
     // A live file changes between two looks: who fails validation is looked at again.
-    constexpr int attempts = 100;
+    constexpr int attempts = 10;
     for( int i = 1;; ++i )
       try {
         tryInitialize();
@@ -128,8 +135,9 @@ class QuillReader {
     auto const slotHeader =
         loadedHeader< Mem::Plain, SlotTable::Header >( slots->base(), slots->size() );
     if( !slotHeader.validate( silent, slots->size(), kindle, message ) ||
-        !slotHeader.isOf( { RecordOf::valueType, slotHeader.classTypeName(), RecordOf::valueSize, 0, 0 },
-                          message ) )
+        !slotHeader.isOf(
+            { RecordOf::valueType, slotHeader.classTypeName(), RecordOf::valueSize, 0, 0 },
+            message ) )
       throw Rova::CorruptionDetectedException(
           "QuillReader::initialize() failed to validate slots: " + message );
     engine_ = std::make_unique< Engine >( std::move( slots ), std::move( buckets ) );

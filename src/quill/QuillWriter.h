@@ -1,5 +1,5 @@
-// QuillWriter.h: a table's writer. One process writes a table, on one thread; any number read it, with
-// QuillReader.
+// QuillWriter.h: a table's writer. One process writes a table, on one thread; any number read it,
+// with QuillReader.
 //
 // Values go by their Record; see TableWriter.h for what holds when the process is stopped.
 #pragma once
@@ -21,8 +21,8 @@ struct TableParameters {
   U32 initialSlots = 8;        ///< of a new table
   bool fixedCapacity = false;  ///< a new table has maxSlots at once, and never resizes
   bool shrinkSlots = true;
-  bool pruneConquer = true;    ///< what no reader needs any more leaves the queue
-  std::optional< U32 > seed;   ///< of a new table's hash; without it, by chance
+  bool pruneConquer = true;   ///< what no reader needs any more leaves the queue
+  std::optional< U32 > seed;  ///< of a new table's hash; without it, by chance
 };
 
 template< class V >
@@ -33,10 +33,11 @@ class QuillWriter {
   using Engine = TableWriter< RecordOf, Mem::Plain >;
 
   /// Attaches to the table `name`, or makes it. Raises Rova::MemoryResourceException "<path> has a
-  /// writer already", "SlotWriter::attach() cannot attach to shmem: <why>" and what TableDir raises;
-  /// Rova::InvalidInitializeException "QuillMap::init() 0 is not a valid initialization size" and for
-  /// a type name of 64 characters or more.
-  QuillWriter( Mem::RootPath const & root, std::string_view name, TableParameters const & parameters,
+  /// writer already", "SlotWriter::attach() cannot attach to shmem: <why>" and what TableDir
+  /// raises; Rova::InvalidInitializeException "QuillMap::init() 0 is not a valid initialization
+  /// size" and for a type name of 64 characters or more.
+  QuillWriter( Mem::RootPath const & root, std::string_view name,
+               TableParameters const & parameters,
                Ntrace::Handler const & trace = Ntrace::Handler() )
       : trace_( trace ), dir_( root, name, Mem::MappedFile::writable ), parameters_( parameters ) {
     if( parameters.maxSlots == 0 || parameters.maxSlots >= endBit || parameters.minSlots == 0 )

@@ -1,7 +1,8 @@
-// Record.h: how a value lies in a slot, and how its key chooses a bucket. Pure functions; any thread.
+// Record.h: how a value lies in a slot, and how its key chooses a bucket. Pure functions; any
+// thread.
 //
-// koigen writes a specialisation of Record for each value of a table. The engine sees only words: the
-// key's first, then the rest, at offsets that are the same for 32- and 64-bit processes.
+// koigen writes a specialisation of Record for each value of a table. The engine sees only words:
+// the key's first, then the rest, at offsets that are the same for 32- and 64-bit processes.
 #pragma once
 
 #include <compare>
@@ -13,15 +14,15 @@
 
 namespace Quill {
 
-/// What a specialisation has: the types Value and Key; valueType, the value's type name; keySize and
-/// valueSize in bytes, multiples of 4; putKey( key, words ), put( value, words ), key( words ) and
-/// value( words ), which check no range, for a formatted slot's key is all zeros; and hash( words,
-/// seed ), of the key's words.
+/// What a specialisation has: the types Value and Key; valueType, the value's type name; keySize
+/// and valueSize in bytes, multiples of 4; putKey( key, words ), put( value, words ), key( words )
+/// and value( words ), which check no range, for a formatted slot's key is all zeros; and hash(
+/// words, seed ), of the key's words.
 template< class Value >
 struct Record;
 
-/// The hash that chooses a key's bucket: that of the key's type, begun with the table's seed, so that
-/// whoever chooses keys does not choose their buckets. Table files depend on it.
+/// The hash that chooses a key's bucket: that of the key's type, begun with the table's seed, so
+/// that whoever chooses keys does not choose their buckets. Table files depend on it.
 template< class Key >
 struct BucketHash {
   static U32 of( Key const & key, U32 seed ) {
@@ -67,8 +68,8 @@ inline constexpr U32 slotSizeOf = ( 16 + R::valueSize + 7 ) & ~7u;
 template< class R >
 inline constexpr U32 numWordsOf = R::valueSize / 4;
 
-/// Copies the words of one value, or of a part, out of shared memory and into it: whole machine words
-/// where there are some. `from` and `to` in shared memory are multiples of 8 where count > 1.
+/// Copies the words of one value, or of a part, out of shared memory and into it: whole machine
+/// words where there are some. `from` and `to` in shared memory are multiples of 8 where count > 1.
 template< class M, U32 count >
 void loadWords( U32 * to, U32 const * from ) {
   U32 i = 0;

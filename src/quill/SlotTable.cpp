@@ -34,8 +34,8 @@ SlotTable::Header::Header( U32 kindle_, Layout const & layout, U32 numSlots_ )
 
 U32 SlotTable::Header::layoutHash() const {
   return Koi::hashOfBytes( valueType, sizeof valueType ) +
-         Koi::hashOfBytes( classType, sizeof classType ) + hashOf( valueSize ) + hashOf( slotSize ) +
-         hashOf( maxSlots ) + hashOf( seed );
+         Koi::hashOfBytes( classType, sizeof classType ) + hashOf( valueSize ) +
+         hashOf( slotSize ) + hashOf( maxSlots ) + hashOf( seed );
 }
 
 bool SlotTable::Header::validate( Ntrace::Handler const & handler, U64 fileSize, U32 kindle_,
@@ -52,8 +52,8 @@ bool SlotTable::Header::validate( Ntrace::Handler const & handler, U64 fileSize,
   if( kindle_ != 0 && kindle != kindle_ )
     return not_( "SlotTable::validate() bad kindle:", inHex( kindle ) );
   if( hash != layoutHash() )
-    return not_( "SlotTable::Header::validate() checksum fail: ", inHex( layoutHash() ), " != ",
-                 inHex( hash ) );
+    return not_( "SlotTable::Header::validate() checksum fail: ", inHex( layoutHash() ),
+                 " != ", inHex( hash ) );
   if( occupiedSlots > numSlots.ref )
     return not_( "SlotTable::Header::validate() bad occupiedSlots: ", occupiedSlots );
   if( freeSlots != noIndex && freeSlots >= numSlots.ref )

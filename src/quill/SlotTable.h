@@ -1,5 +1,6 @@
 // SlotTable.h: the slot file of a table: its header, its slots, and the rules by which either is
-// believed. The writer process formats and changes the file; readers map it read-only and never wait.
+// believed. The writer process formats and changes the file; readers map it read-only and never
+// wait.
 //
 //     0  magic          8  "QUILLSLT"
 //     8  version        4  10
@@ -23,9 +24,9 @@
 //    12  sequence       4  odd while the value is rewritten
 //    16  value             its key first
 //
-// The lookaside slot's link names the slot that is being changed, 0xFFFFFFFF when none is; while that
-// one's sequence is odd the lookaside slot holds its value as it was. Its own sequence is 1 + the slot
-// that an entry leaves which is moving into the named one, else 0.
+// The lookaside slot's link names the slot that is being changed, 0xFFFFFFFF when none is; while
+// that one's sequence is odd the lookaside slot holds its value as it was. Its own sequence is 1 +
+// the slot that an entry leaves which is moving into the named one, else 0.
 #pragma once
 
 #include <algorithm>

@@ -1,20 +1,20 @@
-// SlotWriterTable.h: the writer's hold on the slot file: who is free, how many there are, and which one
-// is being changed. Used by the table's writer, on one thread.
+// SlotWriterTable.h: the writer's hold on the slot file: who is free, how many there are, and which
+// one is being changed. Used by the table's writer, on one thread.
 //
 // I1  A slot is in exactly one bucket chain (OCCUPIED) or on the free list (not OCCUPIED).
 // I2  occupiedSlots counts the first kind; it equals numSlots when freeSlots is 0xFFFFFFFF.
 // I3  Every slot below numSlots has its room reserved and is formatted.
 //
-// A stop after any single store leaves I1 and I2 to the repair at the next attach: the chains are the
-// truth, free list and counts are made from them.
+// A stop after any single store leaves I1 and I2 to the repair at the next attach: the chains are
+// the truth, free list and counts are made from them.
 //
 // Ordering
 // --------
 // O1  new slots formatted before numSlots grows     grow()         -> TableReader::remapped()
 //     A reader with the old count meets no new slot: none is linked before it is counted.
 // O2  the old value aside before the slot is odd    beginRewrite() -> TableReader::loadValue()
-//     The copy stays as long as the slot is odd: a reader that meets the same odd sequence before and
-//     after it read the copy has a whole one.
+//     The copy stays as long as the slot is odd: a reader that meets the same odd sequence before
+//     and after it read the copy has a whole one.
 // O3  a rewritten value inside its odd sequence     beginRewrite() -> TableReader::loadValue()
 //     A reader that meets a new word has by that load met the odd sequence too, so that its second
 //     look at the sequence differs from its first.
@@ -94,8 +94,8 @@ class SlotWriterTable {
   }
 
   /// Puts the slots of [start, end) on the free list. Raises Rova::CorruptionDetectedException
-  /// "SlotWriterTable::addFreeSlots() free-list is not empty" and "SlotWriterTable::addFreeSlots() bad
-  /// index range, start:<start> end:<end>".
+  /// "SlotWriterTable::addFreeSlots() free-list is not empty" and "SlotWriterTable::addFreeSlots()
+  /// bad index range, start:<start> end:<end>".
   void addFreeSlots( U32 start, U32 end ) {
     if( free_ != noIndex )
       corrupt( "SlotWriterTable::addFreeSlots() free-list is not empty" );
@@ -166,11 +166,13 @@ class SlotWriterTable {
   /// Names the slot that is being changed until its notification stands; noIndex: none is.
   void intentIs( U32 slot ) { linkIs( View::link( view_.lookaside() ), slot ); }
 
-  /// Names the slot that an entry leaves, beside the intent that names where it goes; noIndex: none.
+  /// Names the slot that an entry leaves, beside the intent that names where it goes; noIndex:
+  /// none.
   void leavingIs( U32 slot ) { M::store( View::sequence( view_.lookaside() ), slot + 1 ); }
   U32 leaving() const { return M::load( View::sequence( view_.lookaside() ) ) - 1; }
 
-  /// Puts a slot's value aside, names the slot and makes its sequence odd. The value may be rewritten.
+  /// Puts a slot's value aside, names the slot and makes its sequence odd. The value may be
+  /// rewritten.
   void beginRewrite( U32 slot, bool isNamed = true ) {
     unsigned char * const at = view_.at( slot );
     if( !M::lacks( SeededFault::copyBeforeOverwrite ) ) {
@@ -206,15 +208,15 @@ class SlotWriterTable {
 
   void grow() {
     if( occupied_ != numSlots_ )
-      corrupt( "SlotWriter::grow() the slot table is full but numSlots:" +
-               std::to_string( numSlots_ ) + " and occupiedSlots: " + std::to_string( occupied_ ) +
-               " are not equal" );
+      corrupt(
+          "SlotWriter::grow() the slot table is full but numSlots:" + std::to_string( numSlots_ ) +
+          " and occupiedSlots: " + std::to_string( occupied_ ) + " are not equal" );
     if( limits_.fixedCapacity || numSlots_ >= limits_.maxSlots )
-      throw TableFullException( "SlotWriter::alloc() Quill table full (occupancy:" +
-                                std::to_string( occupied_ ) + " of " +
-                                std::to_string( limits_.fixedCapacity ? numSlots_ : limits_.maxSlots ) +
-                                ")" );
-    U32 const count = static_cast< U32 >( std::min( 2 * U64{ numSlots_ }, U64{ limits_.maxSlots } ) );
+      throw TableFullException(
+          "SlotWriter::alloc() Quill table full (occupancy:" + std::to_string( occupied_ ) +
+          " of " + std::to_string( limits_.fixedCapacity ? numSlots_ : limits_.maxSlots ) + ")" );
+    U32 const count =
+        static_cast< U32 >( std::min( 2 * U64{ numSlots_ }, U64{ limits_.maxSlots } ) );
     // 1. Room, which may move the file.
     unsigned char const * const before = file_->base();
     if( !M::lacks( SeededFault::reserveSlots ) )

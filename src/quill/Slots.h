@@ -1,5 +1,5 @@
-// Slots.h: the words of a mapped slot file and of a mapped bucket file, for the writer and for readers.
-// What the file says of itself is not checked here.
+// Slots.h: the words of a mapped slot file and of a mapped bucket file, for the writer and for
+// readers. What the file says of itself is not checked here.
 #pragma once
 
 #include <quill/BucketTable.h>
@@ -44,7 +44,8 @@ class Slots {
   }
   /// As many as the mapping covers.
   U32 numMapped() const {
-    return file_->size() < firstAt ? 0 : static_cast< U32 >( ( file_->size() - firstAt ) / slotSize );
+    return file_->size() < firstAt ? 0
+                                   : static_cast< U32 >( ( file_->size() - firstAt ) / slotSize );
   }
   File & file() const { return *file_; }
 

@@ -1,12 +1,13 @@
-// TableAttach.h: how a writer comes by its table: a new one, one that an earlier writer left, or a new
-// one in place of files that cannot be believed. Used by the writer process, with the table's lock.
+// TableAttach.h: how a writer comes by its table: a new one, one that an earlier writer left, or a
+// new one in place of files that cannot be believed. Used by the writer process, with the table's
+// lock.
 //
 // What an earlier writer left is repaired before it is judged: a stop after any single store leaves
 // something that the repair makes whole again. The repair may be stopped anywhere, too.
 //
-// New files are made under other names and put in place by renaming. The slot file is the table: it goes
-// first and comes last, so that new slots never stand over old buckets. Who maps the old ones keeps
-// them.
+// New files are made under other names and put in place by renaming. The slot file is the table: it
+// goes first and comes last, so that new slots never stand over old buckets. Who maps the old ones
+// keeps them.
 #pragma once
 
 #include <bit>
@@ -60,8 +61,9 @@ class TableAttach {
            dir_.open( BucketTable::fileName, File::readOnly );
   }
 
-  std::unique_ptr< Writer > writerOf( std::unique_ptr< File > slots, std::unique_ptr< File > buckets,
-                                      typename Queue::Files queues, U32 seed ) const {
+  std::unique_ptr< Writer > writerOf( std::unique_ptr< File > slots,
+                                      std::unique_ptr< File > buckets, typename Queue::Files queues,
+                                      U32 seed ) const {
     return std::make_unique< Writer >(
         std::make_unique< SlotsOf >( std::move( slots ), wish_.limits, trace_ ),
         std::move( buckets ), std::move( queues ), seed, wish_.prunes, wish_.followers, trace_ );
@@ -71,9 +73,9 @@ class TableAttach {
 
   std::unique_ptr< Writer > formatted() {
     U32 const numSlots =
-        wish_.limits.fixedCapacity ? wish_.limits.maxSlots
-                                   : std::clamp( wish_.initialSlots, wish_.limits.minSlots,
-                                                 wish_.limits.maxSlots );
+        wish_.limits.fixedCapacity
+            ? wish_.limits.maxSlots
+            : std::clamp( wish_.initialSlots, wish_.limits.minSlots, wish_.limits.maxSlots );
     SlotTable::Header const header( kindle_, wish_.layout, numSlots );
     dir_.remove( SlotTable::fileName );
     auto buckets = newBuckets( std::bit_ceil( numSlots ) );
@@ -158,8 +160,8 @@ class TableAttach {
       if( survey.isIn( slot ) && slot != intent && isOdd( slotView, slot ) )
         return not_( "odd sequence, slot:" + std::to_string( slot ) );
     // 3. What the chains say, the rest is made to say.
-    auto writer = writerOf( std::move( slots ), std::move( buckets ), std::move( queues ),
-                            slotHeader.seed );
+    auto writer =
+        writerOf( std::move( slots ), std::move( buckets ), std::move( queues ), slotHeader.seed );
     if( auto const fault = repair( *writer, survey, intent ); !fault.empty() )
       return not_( fault );
     if( auto const fault = Validator< R, M >( *writer ).fault(); !fault.empty() )
@@ -218,7 +220,8 @@ class TableAttach {
     U64 before = 0;
     for( U32 pos = 0; pos < queue.currentPos(); ++pos ) {
       auto const entry = queue.entry( queue.current(), pos );
-      if( entry.sequence <= before || ( entry.slot != noIndex && entry.slot >= table.limits().maxSlots ) )
+      if( entry.sequence <= before ||
+          ( entry.slot != noIndex && entry.slot >= table.limits().maxSlots ) )
         return "bad notification at " + std::to_string( pos );
       before = entry.sequence;
       if( entry.slot != noIndex )

@@ -1,10 +1,10 @@
-// TableReader.h: looks entries up in a table that another process changes, over words. QuillReader puts
-// values on top; tests put another memory below. It takes no lock, writes nothing to the files, and
-// waits for nobody: a writer that is stopped anywhere, for ever, blocks no reader.
+// TableReader.h: looks entries up in a table that another process changes, over words. QuillReader
+// puts values on top; tests put another memory below. It takes no lock, writes nothing to the
+// files, and waits for nobody: a writer that is stopped anywhere, for ever, blocks no reader.
 //
-// A walk goes hand over hand: it keeps the pair (counter, link) that led it to a slot and looks at it
-// again after it read the slot. If the pair moved, the look-up begins again. What looks wrong may be a
-// race: it is corruption only when the same words look wrong twice in a row.
+// A walk goes hand over hand: it keeps the pair (counter, link) that led it to a slot and looks at
+// it again after it read the slot. If the pair moved, the look-up begins again. What looks wrong
+// may be a race: it is corruption only when the same words look wrong twice in a row.
 //
 // Consistency: a look-up returns a value that the entry had, or "not found" that was true, at some
 // moment between its call and its return. A walk visits every key that is there throughout exactly
@@ -52,8 +52,9 @@ class TableReader {
 
   /// The entry of a key, whole; false when there is none. Raises Rova::CorruptionDetectedException
   /// "QuillReader::doLookup() corrupt key detected, slot:<slot>" and "QuillReader::doLookup() hash
-  /// chain cycle detected, bucket:<b>"; ReaderStarvedException when 1,000,000 attempts in a row met a
-  /// change; Rova::MemoryResourceException when the grown files cannot be mapped.
+  /// chain cycle detected, bucket:<b>"; ReaderStarvedException when 1,000,000 attempts in a row met
+  /// a change; Rova::MemoryResourceException when the grown files cannot be mapped;
+  /// "QuillReader::doLookup() bucket table detached" when a file was cut to nothing.
   bool lookup( Key const & key, Value & out ) {
     return sought( key, R::hash( key.word, seed_ ), exactly, out );
   }
@@ -161,11 +162,8 @@ class TableReader {
         continue;
       }
       if( link >= numMapped_ ) [[unlikely]] {
-        // O1: a slot beyond the mapping is there when the count says so.
-        if( link < Mem::unpacked( M::load( slots_.numSlots() ) ).ref ) {
-          mustRemap_ = true;
-          return Outcome::again;
-        }
+        // O1: a slot beyond the mapping is there when the count says so, and is mapped next time.
+        mustRemap_ = link < Mem::unpacked( M::load( slots_.numSlots() ) ).ref;
         return suspected( { count, pair, 0, link, false } );
       }
       unsigned char * const slot = slots_.at( link );
@@ -183,7 +181,8 @@ class TableReader {
       U32 const hashThere = R::hash( there.word, seed_ );
       if( M::load( led ) != pair && !M::lacks( SeededFault::recheckLink ) )
         return Outcome::again;  // O4, O11, O12
-      // A key of the bucket that split off, or is about to merge, is met while chains are cut and joined.
+      // A key of the bucket that split off, or is about to merge, is met while chains are cut and
+      // joined.
       U32 const modulo = M::lacks( SeededFault::splitKeys ) ? mask_ : mask_ >> 1;
       if( ( ( hashThere ^ bucket ) & modulo ) != 0 ||
           !( M::load( View::flags( slot ) ) & SlotTable::occupied ) )
@@ -229,11 +228,10 @@ class TableReader {
   [[noreturn]] void corrupt( Suspicion const & suspicion, U32 hash ) {
     suspicion_.reset();
     throw Rova::CorruptionDetectedException(
-        suspicion.isCycle
-            ? "QuillReader::doLookup() hash chain cycle detected, bucket:" +
-                  std::to_string( hash & mask_ )
-            : "QuillReader::doLookup() corrupt key detected, slot:" +
-                  std::to_string( suspicion.slot ) );
+        suspicion.isCycle ? "QuillReader::doLookup() hash chain cycle detected, bucket:" +
+                                std::to_string( hash & mask_ )
+                          : "QuillReader::doLookup() corrupt key detected, slot:" +
+                                std::to_string( suspicion.slot ) );
   }
 
   void prefetchSlot( U32 link ) const {
@@ -251,20 +249,22 @@ class TableReader {
     remapped();
   }
   void remapped() {
-    numMapped_ = slotFile_->base() ? slots_.numMapped() : 0;
-    if( numMapped_ == 0 || buckets_.numMapped() == 0 )
-      throw Rova::CorruptionDetectedException( "QuillReader::doLookup() bucket table detached" );
-    count_ = M::load( buckets_.numBuckets() );
-    U32 const numBuckets = Mem::unpacked( count_ ).ref;
-    if( !isPowerOfTwo( numBuckets ) )
-      throw Rova::CorruptionDetectedException( "BucketTable::validate() bad numBuckets:" +
-                                               std::to_string( numBuckets ) );
-    mask_ = numBuckets - 1;
-    if( numBuckets > buckets_.numMapped() ) {
-      // Doubled since the file was mapped.
-      mustRemap_ = true;
-      count_ = ~count_;
+    numMapped_ = slots_.numMapped();
+    // It may have doubled since it was mapped.
+    constexpr int attempts = 100;
+    for( int i = 0; i < attempts; ++i ) {
+      if( numMapped_ == 0 || buckets_.numMapped() == 0 )
+        break;
+      count_ = M::load( buckets_.numBuckets() );
+      U32 const numBuckets = Mem::unpacked( count_ ).ref;
+      if( isPowerOfTwo( numBuckets ) && numBuckets <= buckets_.numMapped() ) {
+        mask_ = numBuckets - 1;
+        return;
+      }
+      bucketFile_->remap();
     }
+    count_ = ~U64{ 0 };
+    throw Rova::CorruptionDetectedException( "QuillReader::doLookup() bucket table detached" );
   }
 
   std::unique_ptr< File > slotFile_, bucketFile_;

@@ -1,9 +1,10 @@
-// TableWriter.h: everything that changes a table, over words. QuillWriter puts values on top; tests put
-// another memory below. One process, one thread.
+// TableWriter.h: everything that changes a table, over words. QuillWriter puts values on top; tests
+// put another memory below. One process, one thread.
 //
 // Each operation names the slot that it changes (the intent) until that slot's notification stands,
-// so that a writer that is stopped anywhere leaves a table that the next attach repairs: the key that
-// was being changed is as before or as after, everything else is untouched, and the slot is notified.
+// so that a writer that is stopped anywhere leaves a table that the next attach repairs: the key
+// that was being changed is as before or as after, everything else is untouched, and the slot is
+// notified.
 //
 // Ordering
 // --------
@@ -60,11 +61,12 @@ class TableWriter {
   Queue & queue() { return queue_; }
   Queue const & queue() const { return queue_; }
 
-  /// Inserts or replaces the entry whose key the value carries; what comes back is the value's words
-  /// in its slot, until the next operation. With `notifies` false, who follows the queue is not told of
-  /// a replaced value, only of a new entry. Raises DirectWriteException "QuillWriter::write()
-  /// unbalanced directSlot:<slot>", TableFullException, Rova::MemoryResourceException; nothing is
-  /// changed then. Raises Rova::CorruptionDetectedException.
+  /// Inserts or replaces the entry whose key the value carries; what comes back is the value's
+  /// words in its slot, until the next operation. With `notifies` false, who follows the queue is
+  /// not told of a replaced value, only of a new entry. Raises DirectWriteException
+  /// "QuillWriter::write() unbalanced directSlot:<slot>", TableFullException,
+  /// Rova::MemoryResourceException; nothing is changed then. Raises
+  /// Rova::CorruptionDetectedException.
   U32 const * write( Value const & value, bool notifies = true ) {
     return write( value, buckets_.hash( value.key() ), notifies );
   }
@@ -85,8 +87,8 @@ class TableWriter {
     }
   }
 
-  /// Deletes the entry, and says what it was; false when there is none. Raises as write() does, with
-  /// "QuillWriter::remove() unbalanced directSlot:<slot>".
+  /// Deletes the entry, and says what it was; false when there is none. Raises as write() does,
+  /// with "QuillWriter::remove() unbalanced directSlot:<slot>".
   bool remove( Key const & key, Value * valueOut = nullptr ) {
     refuseUnbalanced( "remove" );
     queue_.reserve( 1 );
@@ -119,10 +121,10 @@ class TableWriter {
     return true;
   }
 
-  /// Opens an entry for writing in place, a new one with nothing but its key; what comes back is its
-  /// value's words, whose key is not to be touched, until directCommit(). Readers have the value as it
-  /// was until then. Raises as write() does, with "QuillWriter::directWrite() unbalanced
-  /// directSlot:<slot>".
+  /// Opens an entry for writing in place, a new one with nothing but its key; what comes back is
+  /// its value's words, whose key is not to be touched, until directCommit(). Readers have the
+  /// value as it was until then. Raises as write() does, with "QuillWriter::directWrite()
+  /// unbalanced directSlot:<slot>".
   U32 * directWrite( Key const & key ) {
     refuseUnbalanced( "directWrite" );
     queue_.reserve( 1 );
@@ -139,8 +141,8 @@ class TableWriter {
     directSlot_ = found.slot;
     return View::value( slots_->view().at( found.slot ) );
   }
-  /// Publishes what was written in place. Raises DirectWriteException "QuillWriter::directCommit() not
-  /// in direct mode! Make sure the DirectIs/Commit are properly paired!".
+  /// Publishes what was written in place. Raises DirectWriteException "QuillWriter::directCommit()
+  /// not in direct mode! Make sure the DirectIs/Commit are properly paired!".
   void directCommit( bool notifies = true ) {
     if( directSlot_ == noIndex )
       throw DirectWriteException(
@@ -160,8 +162,8 @@ class TableWriter {
   }
   U32 directSlot() const { return directSlot_; }
 
-  /// Moves entries to a shorter file when half of it would do. Much work is done in slices: the rest
-  /// follows with the next operations.
+  /// Moves entries to a shorter file when half of it would do. Much work is done in slices: the
+  /// rest follows with the next operations.
   void shrink() {
     U32 const threshold = slots_->shrinkThreshold();
     if( slots_->occupiedSlots() < threshold / 2 )
@@ -181,7 +183,8 @@ class TableWriter {
     auto const found = buckets_.find( value.key(), hash );
     U32 slot = found.slot;
     if( slot == noIndex ) {
-      // 1. A new slot: fill it, link it, count it. A bucket is a bucket after a move of the file, too.
+      // 1. A new slot: fill it, link it, count it. A bucket is a bucket after a move of the file,
+      // too.
       slot = allocated();
       if( !M::lacks( SeededFault::intentOfInsert ) )
         slots_->intentIs( slot );
@@ -256,7 +259,8 @@ class TableWriter {
     if( threshold == 0 )
       return;
     if( isMoving() || queue_.corralEnd() != 0 ) {
-      trace_.trace( 5, "QuillWriter::doMaybeShrinkSlots() shrink started, ignoring shrinkThreshold:",
+      trace_.trace( 5,
+                    "QuillWriter::doMaybeShrinkSlots() shrink started, ignoring shrinkThreshold:",
                     threshold );
       return;
     }
@@ -305,8 +309,9 @@ class TableWriter {
     if( to == noIndex || found.slot != from )
       slots_->corrupt( "SlotWriter::move() not valid toSlotId:" + std::to_string( to ) );
     if( to >= from )
-      slots_->corrupt( "SlotWriter::move() should always move entries to lower section fromSlotId:" +
-                       std::to_string( from ) + " toSlotId:" + std::to_string( to ) );
+      slots_->corrupt(
+          "SlotWriter::move() should always move entries to lower section fromSlotId:" +
+          std::to_string( from ) + " toSlotId:" + std::to_string( to ) );
     slots_->alloc();
     if( !M::lacks( SeededFault::intentOfMove ) ) {
       slots_->leavingIs( from );

@@ -16,7 +16,8 @@ class Validator {
   using Writer = TableWriter< R, M >;
   using View = Slots< R, M >;
 
-  explicit Validator( Writer const & writer ) : writer_( writer ), slots_( writer.slots().view() ) {}
+  explicit Validator( Writer const & writer )
+      : writer_( writer ), slots_( writer.slots().view() ) {}
 
   /// Empty, or the first promise that is not kept.
   std::string fault() {
@@ -31,7 +32,8 @@ class Validator {
 
  private:
   std::string walkFreeSlots() {
-    auto const header = loadedHeader< M, SlotTable::Header >( slots_.file().base(), slots_.file().size() );
+    auto const header =
+        loadedHeader< M, SlotTable::Header >( slots_.file().base(), slots_.file().size() );
     for( U32 slot = header.freeSlots; slot != noIndex; slot = slots_.linkOf( slot ).ref ) {
       if( slot >= writer_.slots().numSlots() )
         return "I1 Validator::walkFreeSlots() bad index:" + std::to_string( slot );
@@ -67,7 +69,8 @@ class Validator {
         return "I5 Validator::walkOccupiedSlots() unique notifications mismatch, slot:" +
                std::to_string( slot );
     }
-    auto const header = loadedHeader< M, SlotTable::Header >( slots_.file().base(), slots_.file().size() );
+    auto const header =
+        loadedHeader< M, SlotTable::Header >( slots_.file().base(), slots_.file().size() );
     if( header.occupiedSlots != survey.numIn() )
       return "I2 Validator::walkOccupiedSlots() mismatch header->occupiedSlots:" +
              std::to_string( header.occupiedSlots ) + " chains:" + std::to_string( survey.numIn() );
@@ -96,7 +99,8 @@ class Validator {
       return "I6 Validator::doValidate() both queues are current";
     auto const & now = queue.current() == conquer1 ? one : two;
     if( now.currentPos > now.notifications.ref ||
-        ( now.corralEnd != 0 && now.corralEnd < now.corralStart ) || now.corralEnd > queue.sequence() )
+        ( now.corralEnd != 0 && now.corralEnd < now.corralStart ) ||
+        now.corralEnd > queue.sequence() )
       return "I5 Validator::doValidate() corral or position out of range";
     return {};
   }

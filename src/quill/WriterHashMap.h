@@ -1,7 +1,8 @@
-// WriterHashMap.h: the writer's bucket index: where an entry stands in its chain, and how the buckets
-// split and merge while readers walk them. Used by the table's writer, on one thread.
+// WriterHashMap.h: the writer's bucket index: where an entry stands in its chain, and how the
+// buckets split and merge while readers walk them. Used by the table's writer, on one thread.
 //
-// I4  With 2^k buckets, bucket b's chain holds the entries whose hash ends in the k bits of b, in the
+// I4  With 2^k buckets, bucket b's chain holds the entries whose hash ends in the k bits of b, in
+// the
 //     order of Links.h, and ends with a marker that names the next bucket.
 //
 // A stop in the middle of a split or a merge leaves chains that run on into the next bucket's; the
@@ -46,7 +47,11 @@ class WriterHashMap {
 
   WriterHashMap( std::unique_ptr< File > file, SlotTableOf & slots, U32 seed,
                  Ntrace::Handler const & trace )
-      : file_( std::move( file ) ), view_( *file_ ), slots_( slots ), seed_( seed ), trace_( trace ) {
+      : file_( std::move( file ) ),
+        view_( *file_ ),
+        slots_( slots ),
+        seed_( seed ),
+        trace_( trace ) {
     numBuckets_ = Mem::unpacked( M::load( view_.numBuckets() ) ).ref;
   }
 
@@ -69,7 +74,8 @@ class WriterHashMap {
       Key const there = link < slots_.numSlots() ? slots_.view().keyOf( link ) : Key{};
       U32 const hashThere = this->hash( there );
       if( link >= slots_.numSlots() || ( ( hashThere ^ hash ) & ( numBuckets_ - 1 ) ) != 0 )
-        slots_.corrupt( "WriterHashMap::find() corrupt key detected, slot:" + std::to_string( link ) );
+        slots_.corrupt( "WriterHashMap::find() corrupt key detected, slot:" +
+                        std::to_string( link ) );
       if( there == key ) {
         found.slot = link;
         return found;
@@ -80,15 +86,17 @@ class WriterHashMap {
       link = slots_.view().linkOf( link ).ref;
     }
     if( link == noIndex )
-      slots_.corrupt( "WriterHashMap::find() corrupt key detected, slot:" + std::to_string( link ) );
+      slots_.corrupt( "WriterHashMap::find() corrupt key detected, slot:" +
+                      std::to_string( link ) );
     return found;
   }
 
   /// Links a filled slot behind a place.
   void linkIn( U32 slot, Place const & before ) {
-    Place const place = M::lacks( SeededFault::keyOrder )
-                            ? Place{ true, hash( slots_.view().keyOf( slot ) ) & ( numBuckets_ - 1 ) }
-                            : before;
+    Place const place =
+        M::lacks( SeededFault::keyOrder )
+            ? Place{ true, hash( slots_.view().keyOf( slot ) ) & ( numBuckets_ - 1 ) }
+            : before;
     slots_.linkIs( slot, Mem::unpacked( M::load( at( place ) ) ).ref );
     slots_.linkIs( at( place ), slot );  // O4: the slot is filled, and its link set.
   }
@@ -120,7 +128,8 @@ class WriterHashMap {
     for( U32 b = 0; b < before; ++b ) {
       prefetchHead( b, before );
       U32 link = view_.headOf( b ).ref;
-      for( ; !isEnd( link ) && bucketOf( link, after ) == b; link = slots_.view().linkOf( link ).ref )
+      for( ; !isEnd( link ) && bucketOf( link, after ) == b;
+           link = slots_.view().linkOf( link ).ref )
         lastStaying[b] = link;
       if( !M::lacks( SeededFault::splitHeads ) )
         slots_.linkIs( view_.at( b + before ), link );
@@ -151,7 +160,8 @@ class WriterHashMap {
   }
   /// Ends bucket b's chain behind `last`, or at its head, with the marker of bucket `next`.
   void cut( U32 b, U32 last, U32 next ) {
-    U64 * const end = last == noIndex ? view_.at( b ) : SlotTableOf::View::link( slots_.view().at( last ) );
+    U64 * const end =
+        last == noIndex ? view_.at( b ) : SlotTableOf::View::link( slots_.view().at( last ) );
     slots_.linkIs( end, endMarker( next ) );
   }
   /// Publishes the number of buckets; the same number again makes look-ups under way begin again.

@@ -1,6 +1,6 @@
-// RecordedMemory.h: a memory for the table engine that writes down every store and every call, so that a
-// test can stop a writer after any of them, let a reader meet any state between two loads, fail a
-// call, or leave a step of the engine out. One thread.
+// RecordedMemory.h: a memory for the table engine that writes down every store and every call, so
+// that a test can stop a writer after any of them, let a reader meet any state between two loads,
+// fail a call, or leave a step of the engine out. One thread.
 #pragma once
 
 #include <array>
@@ -123,8 +123,8 @@ class Disk {
 
   // ---- a reader beside a writer: replay is what the writer does, in order
   struct Switch {
-    U64 atLoad;       ///< before this load of the reader ...
-    std::size_t to;   ///< ... the writer has got so far
+    U64 atLoad;      ///< before this load of the reader ...
+    std::size_t to;  ///< ... the writer has got so far
   };
   std::vector< MemoryEvent > const * replay = nullptr;
   std::array< Switch, 2 > switches{};
@@ -179,8 +179,8 @@ class Disk {
   };
 
   std::pair< U32, U32 > placeOf( void const * at ) const {
-    auto const offset = static_cast< std::size_t >( static_cast< unsigned char const * >( at ) -
-                                                    memory_->bytes );
+    auto const offset =
+        static_cast< std::size_t >( static_cast< unsigned char const * >( at ) - memory_->bytes );
     KOI_ASSERT( offset < sizeof memory_->bytes );
     return { static_cast< U32 >( offset / inodeSize ), static_cast< U32 >( offset % inodeSize ) };
   }

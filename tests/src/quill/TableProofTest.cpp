@@ -1,5 +1,5 @@
-// TableProofTest.cpp: every operation in every state that matters, stopped after every store and met by
-// readers between any two; and that a step which is left out is noticed.
+// TableProofTest.cpp: every operation in every state that matters, stopped after every store and
+// met by readers between any two; and that a step which is left out is noticed.
 #include <chrono>
 
 #include <gtest/gtest.h>

@@ -20,7 +20,8 @@ std::string untoldFault( Story const & story, Disk & disk, ProbeWriter & writer,
   std::set< U32 > told;
   auto const & queue = writer.queue();
   for( U32 pos = 0; pos < queue.currentPos(); ++pos )
-    if( auto const entry = queue.entry( queue.current(), pos ); entry.sequence > story.sequenceBefore )
+    if( auto const entry = queue.entry( queue.current(), pos );
+        entry.sequence > story.sequenceBefore )
       told.insert( entry.slot );
   Disk before( *story.before );
   auto const old = ProbeTable::readerOn( before );
@@ -172,8 +173,7 @@ class SlotFollower {
   /// Whether it has what is there.
   bool isRight() {
     auto const slots = dir_.open( Quill::SlotTable::fileName, Memory::File::readOnly );
-    U32 const count =
-        Mem::unpacked( Memory::load( View( *slots ).numSlots() ) ).ref;
+    U32 const count = Mem::unpacked( Memory::load( View( *slots ).numSlots() ) ).ref;
     for( U32 slot = 0; slot < count; ++slot )
       if( held_[slot] != heldNow( slot ) )
         return false;
@@ -283,15 +283,17 @@ std::string raceFault( Story const & story, Tried & tried ) {
     }
     if( fault.empty() && disk.numLoads > most )
       fault = text( disk.numLoads, " loads" );
-    return fault.empty() ? fault
-                         : text( "reading ", key.word[0], "/", key.word[1], " way ", what, " from store ", start,
-                                 count > 0 ? text( ", at load ", switches[0].atLoad, " to store ",
-                                                   switches[0].to )
-                                           : "",
-                                 count > 1 ? text( ", at load ", switches[1].atLoad, " to store ",
-                                                   switches[1].to )
-                                           : "",
-                                 ": ", fault );
+    return fault.empty()
+               ? fault
+               : text( "reading ", key.word[0], "/", key.word[1], " way ", what, " from store ",
+                       start,
+                       count > 0
+                           ? text( ", at load ", switches[0].atLoad, " to store ", switches[0].to )
+                           : "",
+                       count > 1
+                           ? text( ", at load ", switches[1].atLoad, " to store ", switches[1].to )
+                           : "",
+                       ": ", fault );
   };
   for( int what = 0; what < 3; ++what )
     for( auto const & key : what == 2 ? std::vector( 1, keys.front() ) : keys ) {
@@ -312,8 +314,7 @@ std::string raceFault( Story const & story, Tried & tried ) {
       U64 const loads = disk.numLoads;
       for( U64 load = 1; load <= loads; ++load )
         for( std::size_t to = 1; to < end; ++to ) {
-          if( auto fault = run( early, key, what, 0, { { { load, to }, {} } }, 1 );
-              !fault.empty() )
+          if( auto fault = run( early, key, what, 0, { { { load, to }, {} } }, 1 ); !fault.empty() )
             return fault;
           if( auto fault = run( early, key, what, 0, { { { load, to }, { load + 3, end } } }, 2 );
               !fault.empty() )

@@ -45,22 +45,28 @@ std::vector< Scenario > made() {
     std::string const of = " of " + std::to_string( size );
     ProbeTable::Shape const shape{ size, 1, 1024, true };
     U32 const most = size == 1 ? 0 : size / 2;
-    add( "insert" + of, shape, [=]( auto & t ) { fill( t, most ); },
-         []( auto & t ) { t.write( key( 7 ), 5 ); } );
-    add( "overwrite" + of, shape, [=]( auto & t ) { fill( t, most + 1 ); },
-         []( auto & t ) { t.write( key( 0 ), 5 ); } );
-    add( "remove" + of, { size, size, 1024, true }, [=]( auto & t ) { fill( t, most + 1 ); },
-         []( auto & t ) { t.remove( key( 0 ) ); } );
-    add( "reuse" + of, { size, size, 1024, true }, [=]( auto & t ) { fill( t, most + 1 ); },
-         []( auto & t ) {
-           t.remove( key( 0 ) );
-           t.write( key( 7 ), 6 );
-         } );
-    add( "insert where another was" + of, { size, size, 1024, true },
-         [=]( auto & t ) { fill( t, most + 1 ), t.remove( key( 0 ) ); },
-         []( auto & t ) { t.write( key( 7 ), 6 ); } );
-    add( "grow" + of, shape, [=]( auto & t ) { fill( t, size ); },
-         []( auto & t ) { t.write( key( 7 ), 5 ); } );
+    add(
+        "insert" + of, shape, [=]( auto & t ) { fill( t, most ); },
+        []( auto & t ) { t.write( key( 7 ), 5 ); } );
+    add(
+        "overwrite" + of, shape, [=]( auto & t ) { fill( t, most + 1 ); },
+        []( auto & t ) { t.write( key( 0 ), 5 ); } );
+    add(
+        "remove" + of, { size, size, 1024, true }, [=]( auto & t ) { fill( t, most + 1 ); },
+        []( auto & t ) { t.remove( key( 0 ) ); } );
+    add(
+        "reuse" + of, { size, size, 1024, true }, [=]( auto & t ) { fill( t, most + 1 ); },
+        []( auto & t ) {
+          t.remove( key( 0 ) );
+          t.write( key( 7 ), 6 );
+        } );
+    add(
+        "insert where another was" + of, { size, size, 1024, true },
+        [=]( auto & t ) { fill( t, most + 1 ), t.remove( key( 0 ) ); },
+        []( auto & t ) { t.write( key( 7 ), 6 ); } );
+    add(
+        "grow" + of, shape, [=]( auto & t ) { fill( t, size ); },
+        []( auto & t ) { t.write( key( 7 ), 5 ); } );
   }
   // 2. Collisions.
   ProbeTable::Shape const nine{ 9, 9, 1024, true };
@@ -89,43 +95,48 @@ std::vector< Scenario > made() {
   add( "direct write that stays open", nine, collide,
        []( auto & t ) { openDirect( t, key( 1, 1 ), 5, false ); } );
   // 4. Buckets split and merge.
-  add( "split with collisions", { 4, 1, 1024, true },
-       []( auto & t ) {
-         for( U32 i = 0; i < 4; ++i )
-           t.write( key( 1 + 4 * i ), 1 );
-       },
-       []( auto & t ) { t.write( key( 6 ), 5 ); } );
-  add( "join", { 16, 16, 1024, false }, []( auto & t ) { fill( t, 4 ); },
-       []( auto & t ) { t.remove( key( 0 ) ); } );
+  add(
+      "split with collisions", { 4, 1, 1024, true },
+      []( auto & t ) {
+        for( U32 i = 0; i < 4; ++i )
+          t.write( key( 1 + 4 * i ), 1 );
+      },
+      []( auto & t ) { t.write( key( 6 ), 5 ); } );
+  add(
+      "join", { 16, 16, 1024, false }, []( auto & t ) { fill( t, 4 ); },
+      []( auto & t ) { t.remove( key( 0 ) ); } );
   // 5. Slots move.
   auto const sparse = []( ProbeTable & t ) {
     fill( t, 32 );
     for( U32 i = 0; i < 24; ++i )
       t.remove( key( i * 0x9e3779b1 ) );
   };
-  add( "shrink", { 8, 2, 1024, true }, [=]( auto & t ) { fill( t, 16 ), t.remove( key( 0 ) ); },
-       []( auto & t ) {
-         for( U32 i = 1; i < 13; ++i )
-           t.remove( key( i * 0x9e3779b1 ) );
-       } );
+  add(
+      "shrink", { 8, 2, 1024, true }, [=]( auto & t ) { fill( t, 16 ), t.remove( key( 0 ) ); },
+      []( auto & t ) {
+        for( U32 i = 1; i < 13; ++i )
+          t.remove( key( i * 0x9e3779b1 ) );
+      } );
   add( "shrink and grow again", { 8, 2, 1024, true }, sparse, []( auto & t ) {
     for( U32 i = 24; i < 30; ++i )
       t.remove( key( i * 0x9e3779b1 ) );
     for( U32 i = 0; i < 12; ++i )
       t.write( key( 100 + i * 3 ), 2 );
   } );
-  add( "last entry goes", { 16, 1, 1024, true }, []( auto & t ) { fill( t, 1 ); },
-       []( auto & t ) { t.remove( key( 0 ) ); } );
+  add(
+      "last entry goes", { 16, 1, 1024, true }, []( auto & t ) { fill( t, 1 ); },
+      []( auto & t ) { t.remove( key( 0 ) ); } );
   // 6. The queue.
   add( "compaction", { 4, 1, 1024, true }, exhaustQueue,
        []( auto & t ) { t.write( key( 3 ), 5 ); } );
-  add( "compaction back", { 4, 1, 1024, true },
-       []( auto & t ) {
-         exhaustQueue( t );
-         t.write( key( 3 ), 5 );
-         exhaustQueue( t );
-       },
-       []( auto & t ) { t.remove( key( 3 ) ); } );
+  add(
+      "compaction back", { 4, 1, 1024, true },
+      []( auto & t ) {
+        exhaustQueue( t );
+        t.write( key( 3 ), 5 );
+        exhaustQueue( t );
+      },
+      []( auto & t ) { t.remove( key( 3 ) ); } );
   add( "a new table", { 4, 1, 1024, true }, nothing, []( auto & t ) { t.write( key( 3 ), 5 ); } );
   return all;
 }

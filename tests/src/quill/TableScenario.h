@@ -1,5 +1,5 @@
-// TableScenario.h: tables in the states that matter, and one operation on each, written down store by
-// store. Records prove themselves: a value follows from its key and a version.
+// TableScenario.h: tables in the states that matter, and one operation on each, written down store
+// by store. Records prove themselves: a value follows from its key and a version.
 #pragma once
 
 #include <functional>
