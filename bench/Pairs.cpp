@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
 #include <map>
-#include <thread>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 
 #include "Allocations.h"
+#include "Setting.h"
 
 namespace Bench {
 namespace {
@@ -50,34 +49,10 @@ void add( std::string const & name, std::size_t numItems, Pass const & pass,
   } );
 }
 
-std::string firstLine( std::istream && in, std::string const & key ) {
-  std::string line;
-  while( std::getline( in, line ) )
-    if( line.starts_with( key ) )
-      return line.substr( line.find_first_not_of( " \t:", key.size() ) );
-  return "unknown";
-}
-
-std::string outputOf( char const * command ) {
-  std::string line = "unknown";
-  if( std::FILE * pipe = popen( command, "r" ) ) {
-    char text[128];
-    if( std::fgets( text, sizeof text, pipe ) )
-      line.assign( text, std::find( text, text + sizeof text - 1, '\n' ) );
-    pclose( pipe );
-  }
-  return line;
-}
-
 void printSetting() {
-  std::printf( "cpu       %s\n",
-               firstLine( std::ifstream( "/proc/cpuinfo" ), "model name" ).c_str() );
-  std::printf( "cores     %u\n", std::thread::hardware_concurrency() );
-  std::printf( "compiler  " LUMO_COMPILER "\n" );
-  std::printf( "build     " LUMO_BUILD_TYPE "\n" );
-  std::printf(
-      "commit    %s\n\n",
-      outputOf( "git -C '" LUMO_SOURCE "' describe --always --dirty 2>/dev/null" ).c_str() );
+  for( auto const & [what, value] : setting() )
+    std::printf( "%-9s %s\n", what.c_str(), value.c_str() );
+  std::printf( "\n" );
 }
 
 /// Gathers every repetition of every benchmark and prints the pairs at the end.
