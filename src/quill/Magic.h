@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 
+#include <ntrace/Ntrace.h>
 #include <quill/Links.h>
 
 namespace Quill {

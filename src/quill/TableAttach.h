@@ -183,7 +183,7 @@ class TableAttach {
     auto const one = headerOf< ConquerTable::Header >( *queues[0] ),
                two = headerOf< ConquerTable::Header >( *queues[1] );
     if( one.currentTable == two.currentTable )
-      return true;
+      return true;  // O9
     if( one.currentTable == conquer2 )
       return false;
     M::store( reinterpret_cast< U32 * >( queues[0]->base() + ConquerTable::currentTableAt ),
@@ -213,13 +213,15 @@ class TableAttach {
       table.freeListIs( [&]( U32 slot ) { return survey.isIn( slot ); } );
     if( table.occupiedSlots() != survey.numIn() && !M::lacks( SeededFault::repairCounts ) )
       table.occupiedIs( survey.numIn() );
+    // O10: whoever is linked and not notified yet is named by the intent.
     // 4. The queue: who has which notification. Who was being changed is notified again.
     if( queue.currentPos() > queue.capacity() )
       return "bad currentPos:" + std::to_string( queue.currentPos() );
     queue.reservePositions( table.numSlots() );
     U64 before = 0;
     for( U32 pos = 0; pos < queue.currentPos(); ++pos ) {
-      auto const entry = queue.entry( queue.current(), pos );
+      auto const entry =
+          queue.entry( queue.current(), pos );  // O8: all below currentPos are whole.
       if( entry.sequence <= before ||
           ( entry.slot != noIndex && entry.slot >= table.limits().maxSlots ) )
         return "bad notification at " + std::to_string( pos );
