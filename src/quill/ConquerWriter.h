@@ -87,11 +87,11 @@ class ConquerWriter {
   void reservePositions( U32 numSlots ) { positions_.reserve( numSlots ); }
 
   /// What a notification of that slot will touch, and then what it takes back.
-  void prefetch( U32 slot ) const {
+  [[gnu::always_inline]] void prefetch( U32 slot ) const {
     if( slot < positions_.size() )
       M::prefetch( &positions_[slot] );
   }
-  void prefetchEntry( U32 slot ) const {
+  [[gnu::always_inline]] void prefetchEntry( U32 slot ) const {
     if( U32 const pos = position( slot ); pos < pos_ )
       M::prefetch( entryAt( current_, pos ) );
   }

@@ -62,7 +62,7 @@ class TableReader {
   template< class Found >
   void lookup( std::span< Key const > keys, Found found ) {
     constexpr std::size_t most = 64;
-    U32 hash[most];
+    U32 hash[most], head[most];
     Value value;
     for( std::size_t first = 0; first < keys.size(); first += most ) {
       auto const some = keys.subspan( first, std::min( most, keys.size() - first ) );
@@ -72,7 +72,11 @@ class TableReader {
         M::prefetch( buckets_.at( hash[i] & mask ) );
       }
       for( std::size_t i = 0; i < some.size(); ++i )
-        prefetchSlot( buckets_.headOf( hash[i] & mask ).ref );
+        prefetchSlot( head[i] = buckets_.headOf( hash[i] & mask ).ref );
+      // A third of the entries stand behind another one in their chain.
+      for( std::size_t i = 0; i < some.size(); ++i )
+        if( head[i] < numMapped_ && slots_.keyOf( head[i] ) != some[i] )
+          prefetchSlot( slots_.linkOf( head[i] ).ref );
       for( std::size_t i = 0; i < some.size(); ++i )
         found( first + i, sought( some[i], hash[i], exactly, value ) ? &value : nullptr );
     }
@@ -234,7 +238,7 @@ class TableReader {
                                 std::to_string( suspicion.slot ) );
   }
 
-  void prefetchSlot( U32 link ) const {
+  [[gnu::always_inline]] void prefetchSlot( U32 link ) const {
     if( link < numMapped_ ) {
       M::prefetch( slots_.at( link ) );
       M::prefetch( slots_.at( link ) + View::slotSize - 1 );

@@ -47,19 +47,22 @@ void TableWriter< R, M >::goOnShrinking() {
     if( moves >= movesASlice || looked >= slotsASlice )
       return;
     if( M::load( View::flags( slots_->view().at( shrinkNext_ ) ) ) & SlotTable::occupied ) {
-      moveOne( shrinkNext_ );
+      if( !moveOne( shrinkNext_ ) )
+        return;
       ++moves;
     }
   }
   endShrink( shrinkTarget_ );
 }
 template< class R, class M >
-void TableWriter< R, M >::moveOne( U32 from ) {
+bool TableWriter< R, M >::moveOne( U32 from ) {
   try {
     queue_.reserve( 2 );
-  } catch( Rova::MemoryResourceException const & ) {
+  } catch( Rova::MemoryResourceException const & e ) {
+    // A table that stays long is right, too; whoever removed an entry has removed it.
+    trace_.trace( 0, "SlotWriter::shrink() put off: ", e.what() );
     endShrink( slots_->numSlots() );
-    throw;
+    return false;
   }
   Key const key = slots_->view().keyOf( from );
   auto const found = buckets_.find( key, buckets_.hash( key ) );
@@ -86,6 +89,7 @@ void TableWriter< R, M >::moveOne( U32 from ) {
     queue_.notify( from, true );
   slots_->intentIs( noIndex );
   slots_->leavingIs( noIndex );
+  return true;
 }
 /// 6. The slots end at `numSlots`; the same number as before gives the shrink up.
 template< class R, class M >

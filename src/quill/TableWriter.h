@@ -257,7 +257,7 @@ class TableWriter {
   // TableShrink.h says how
   void doMaybeShrinkSlots( U32 threshold );
   void goOnShrinking();
-  void moveOne( U32 from );
+  bool moveOne( U32 from );
   void endShrink( U32 numSlots );
   void settleShrink();
 

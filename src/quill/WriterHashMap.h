@@ -172,8 +172,10 @@ class WriterHashMap {
   }
 
   /// What a write to that key will touch.
-  void prefetchBucket( U32 hash ) const { M::prefetch( view_.at( hash & ( numBuckets_ - 1 ) ) ); }
-  U32 prefetchSlot( U32 hash ) const {
+  [[gnu::always_inline]] void prefetchBucket( U32 hash ) const {
+    M::prefetch( view_.at( hash & ( numBuckets_ - 1 ) ) );
+  }
+  [[gnu::always_inline]] U32 prefetchSlot( U32 hash ) const {
     U32 const link = view_.headOf( hash & ( numBuckets_ - 1 ) ).ref;
     if( link < slots_.numSlots() ) {
       M::prefetch( slots_.view().at( link ) );
@@ -190,7 +192,7 @@ class WriterHashMap {
   U32 bucketOf( U32 slot, U32 count ) const {
     return hash( slots_.view().keyOf( slot ) ) & ( count - 1 );
   }
-  void prefetchHead( U32 b, U32 count ) const {
+  [[gnu::always_inline]] void prefetchHead( U32 b, U32 count ) const {
     constexpr U32 ahead = 16;
     if( b + ahead < count )
       if( U32 const link = view_.headOf( b + ahead ).ref; link < slots_.numSlots() )

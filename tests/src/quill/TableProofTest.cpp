@@ -29,6 +29,34 @@ TEST_P( OfEveryOperation, noReaderMeetsWhatNeverWas ) {
                static_cast< unsigned long long >( tried.schedules ) );
 }
 
+TEST_P( OfEveryOperation, countersThatBeginAnewChangeNothing ) {
+  Story const story( GetParam(), true );
+  if( story.events.size() > 100 )
+    return;  // the short operations of this kind show it
+  Tried tried;
+  EXPECT_EQ( crashFault( story, tried ), "" );
+  EXPECT_EQ( raceFault( story, tried ), "" );
+}
+
+TEST_P( OfEveryOperation, whatFindsNoRoomChangesNothing ) {
+  for( U32 failing = 0;; ++failing ) {
+    ProbeTable table( GetParam().shape );
+    GetParam().prepare( table );
+    table.disk.failingReserve = table.disk.numReserves + failing;
+    try {
+      GetParam().act( table );
+    } catch( Rova::MemoryResourceException const & ) {
+    }
+    bool const failed = table.disk.numReserves > table.disk.failingReserve;
+    if( table.writer->directSlot() == Quill::noIndex ) {
+      EXPECT_EQ( walked( *ProbeTable::readerOn( table.disk ) ), table.content );
+    }
+    EXPECT_EQ( ( Quill::Validator< ProbeRecord, RecordedMemory >( *table.writer ).fault() ), "" );
+    if( !failed )
+      break;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P( Table, OfEveryOperation, testing::ValuesIn( scenarios() ),
                           []( auto const & scenario ) {
                             std::string name = scenario.param.name;

@@ -148,10 +148,30 @@ std::vector< Scenario > const & scenarios() {
   return all;
 }
 
-Story::Story( Scenario const & scenario ) : shape( scenario.shape ) {
+void ProbeTable::countersNearWrap() {
+  auto const & view = writer->slots().view();
+  using View = Quill::Slots< ProbeRecord, RecordedMemory >;
+  auto const counterIs = []( U64 * pair, U32 counter ) {
+    RecordedMemory::store(
+        pair, Mem::packed( { counter, Mem::unpacked( RecordedMemory::load( pair ) ).ref } ) );
+  };
+  for( U32 slot = 0; slot < writer->slots().numSlots(); ++slot ) {
+    counterIs( View::link( view.at( slot ) ), 0xfffffffc );
+    RecordedMemory::store( View::sequence( view.at( slot ) ), 0xfffffffe );
+  }
+  counterIs( View::link( view.lookaside() ), 0xfffffff8 );
+  counterIs( view.numSlots(), 0xffffffff );
+  for( U32 b = 0; b < writer->buckets().numBuckets(); ++b )
+    counterIs( writer->buckets().view().at( b ), 0xfffffffc );
+  counterIs( writer->buckets().view().numBuckets(), 0xffffffff );
+}
+
+Story::Story( Scenario const & scenario, bool nearWrap ) : shape( scenario.shape ) {
   auto const lacking = std::exchange( RecordedMemory::lacking, Quill::SeededFault::none );
   ProbeTable table( scenario.shape );
   scenario.prepare( table );
+  if( nearWrap )
+    table.countersNearWrap();
   RecordedMemory::lacking = lacking;
   Content const contentBefore = table.content;
   table.statesBegin();

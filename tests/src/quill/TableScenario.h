@@ -109,6 +109,8 @@ class ProbeTable {
     for( auto const & [key, version] : content )
       states[key].insert( version );
   }
+  /// Every counter of the files but the queue's sequence is next to its highest.
+  void countersNearWrap();
   Shape const & shape() const { return shape_; }
 
   Disk disk;
@@ -146,7 +148,8 @@ std::vector< Scenario > const & scenarios();
 
 /// What became of a scenario: the table before, every store of the operation, and what it held.
 struct Story {
-  explicit Story( Scenario const & scenario );
+  /// With `nearWrap` all counters are a step or two before they begin anew.
+  explicit Story( Scenario const & scenario, bool nearWrap = false );
 
   ProbeTable::Shape shape;
   std::unique_ptr< Disk > before;
