@@ -10,7 +10,7 @@ namespace Quill {
 template<>
 struct BucketHash< ::Bridging::HostKey > {
   static U32 of( ::Bridging::HostKey const & key, U32 seed ) {
-    auto const & bytes = key.addr().bytes();
+    auto const bytes = key.addr().bytes();
     Koi::HashStream stream( seed );
     stream.block( bytes[0] | bytes[1] << 8 | bytes[2] << 16 | U32{ bytes[3] } << 24 );
     stream.narrow( static_cast< U32 >( bytes[4] | bytes[5] << 8 ), 2 );
