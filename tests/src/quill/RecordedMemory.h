@@ -127,15 +127,13 @@ class Disk {
     std::size_t to;  ///< ... the writer has got so far
   };
   std::vector< MemoryEvent > const * replay = nullptr;
-  std::array< Switch, 2 > switches{};
-  std::size_t numSwitches = 0;
+  std::vector< Switch > switches;
   U64 numLoads = 0;
 
   /// Begins a run: the writer has got to `start`.
-  void begins( std::size_t start, std::array< Switch, 2 > const & some, std::size_t count ) {
+  void begins( std::size_t start, std::vector< Switch > const & some = {} ) {
     rewindTo( 0 );
     switches = some;
-    numSwitches = count;
     nextSwitch_ = 0;
     numLoads = 0;
     lost.fill( false );
@@ -190,7 +188,7 @@ class Disk {
       record->push_back( std::move( e ) );
   }
   void goOn() {
-    while( nextSwitch_ < numSwitches && switches[nextSwitch_].atLoad <= numLoads )
+    while( nextSwitch_ < switches.size() && switches[nextSwitch_].atLoad <= numLoads )
       advanceTo( switches[nextSwitch_++].to );
   }
   void advanceTo( std::size_t count ) {

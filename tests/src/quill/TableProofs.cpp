@@ -1,5 +1,6 @@
 #include "TableProofs.h"
 
+#include <random>
 #include <sstream>
 
 namespace Tests {
@@ -268,12 +269,12 @@ std::string raceFault( Story const & story, Tried & tried ) {
   // The reader is one that attached at the start of the operation, or just now.
   enum Reader { early, fresh };
   auto const run = [&]( Reader which, ProbeKey const & key, int what, std::size_t start,
-                        std::array< Disk::Switch, 2 > const & switches, std::size_t count ) {
-    disk.begins( which == fresh ? start : 0, {}, 0 );
+                        std::vector< Disk::Switch > const & switches ) {
+    disk.begins( which == fresh ? start : 0 );
     auto const reader = ProbeTable::readerOn( disk );
     auto const at = story.states.find( key );
     auto const & versions = at == story.states.end() ? never : at->second;
-    disk.begins( start, switches, count );
+    disk.begins( start, switches );
     ++tried.schedules;
     std::string fault;
     try {
@@ -283,53 +284,61 @@ std::string raceFault( Story const & story, Tried & tried ) {
     }
     if( fault.empty() && disk.numLoads > most )
       fault = text( disk.numLoads, " loads" );
-    return fault.empty()
-               ? fault
-               : text( "reading ", key.word[0], "/", key.word[1], " way ", what, " from store ",
-                       start,
-                       count > 0
-                           ? text( ", at load ", switches[0].atLoad, " to store ", switches[0].to )
-                           : "",
-                       count > 1
-                           ? text( ", at load ", switches[1].atLoad, " to store ", switches[1].to )
-                           : "",
-                       ": ", fault );
+    if( fault.empty() )
+      return fault;
+    std::string how;
+    for( auto const & one : switches )
+      how += text( ", at load ", one.atLoad, " to store ", one.to );
+    return text( "reading ", key.word[0], "/", key.word[1], " way ", what, " from store ", start,
+                 how, ": ", fault );
   };
   for( int what = 0; what < 3; ++what )
     for( auto const & key : what == 2 ? std::vector( 1, keys.front() ) : keys ) {
       // 1. The writer stops at a store for good, or goes on at any load of the reader.
       for( std::size_t start = 0; start <= end; ++start ) {
-        if( auto fault = run( fresh, key, what, start, {}, 0 ); !fault.empty() )
+        if( auto fault = run( fresh, key, what, start, {} ); !fault.empty() )
           return fault;
         U64 const loads = disk.numLoads;
         for( U64 load = 1; load <= loads; ++load )
-          if( auto fault = run( early, key, what, start, { { { load, end }, {} } }, 1 );
-              !fault.empty() )
+          if( auto fault = run( early, key, what, start, { { load, end } } ); !fault.empty() )
             return fault;
       }
       // 2. The writer begins at any load, is stopped at any store, and goes on later or never.
-      disk.begins( 0, {}, 0 );
-      if( auto fault = run( early, key, what, 0, {}, 0 ); !fault.empty() )
+      disk.begins( 0 );
+      if( auto fault = run( early, key, what, 0, {} ); !fault.empty() )
         return fault;
       U64 const loads = disk.numLoads;
       for( U64 load = 1; load <= loads; ++load )
         for( std::size_t to = 1; to < end; ++to ) {
-          if( auto fault = run( early, key, what, 0, { { { load, to }, {} } }, 1 ); !fault.empty() )
+          if( auto fault = run( early, key, what, 0, { { load, to } } ); !fault.empty() )
             return fault;
-          if( auto fault = run( early, key, what, 0, { { { load, to }, { load + 3, end } } }, 2 );
+          if( auto fault = run( early, key, what, 0, { { load, to }, { load + 3, end } } );
               !fault.empty() )
             return fault;
         }
     }
-  // 3. A slot has one notification, unless entries moved.
-  disk.begins( end, {}, 0 );
+  // 3. Some schedules of many switches, others in each run.
+  unsigned const seed = std::random_device()();
+  std::mt19937 random( seed );
+  for( int i = 0; i < 500; ++i ) {
+    std::vector< Disk::Switch > switches( 3 + random() % 10 );
+    std::size_t to = 0;
+    U64 load = 0;
+    for( auto & one : switches )
+      one = { load += 1 + random() % 6, to = std::min( end, to + random() % 8 ) };
+    int const what = static_cast< int >( random() % 3 );
+    if( auto fault = run( early, keys[random() % keys.size()], what, 0, switches ); !fault.empty() )
+      return text( "seed ", seed, ": ", fault );
+  }
+  // 4. A slot has one notification, unless entries moved.
+  disk.begins( end );
   if( !story.hasMoves && !isEachSlotToldOnce( disk ) )
     return "a slot has two notifications";
-  // 4. Who follows the queue has, in the end, what is there.
+  // 5. Who follows the queue has, in the end, what is there.
   for( std::size_t stop = 0; stop <= end; ++stop ) {
-    disk.begins( 0, {}, 0 );
+    disk.begins( 0 );
     SlotFollower follower( disk, story.sequenceBefore );
-    disk.begins( stop, {}, 0 );
+    disk.begins( stop );
     bool inTime = follower.follow();
     disk.finishes();
     inTime = inTime && follower.follow();
