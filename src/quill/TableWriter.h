@@ -180,8 +180,11 @@ class TableWriter {
     refuseUnbalanced( "write" );
     queue_.reserve( 1 );
     goOnShrinking();
+    // The slot and its notification are far from each other and from the bucket: fetched at once.
+    queue_.prefetch( buckets_.prefetchSlot( hash ) );
     auto const found = buckets_.find( value.key(), hash );
     U32 slot = found.slot;
+    queue_.prefetchEntry( slot );
     if( slot == noIndex ) {
       // 1. A new slot: fill it, link it, count it. A bucket is a bucket after a move of the file,
       // too.
