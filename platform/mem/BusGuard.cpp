@@ -12,7 +12,8 @@ struct Guarded {
   std::uintptr_t begin = 0;
   std::uintptr_t end = 0;
   Flag * lost = nullptr;
-  Flag isUsed;
+  Flag isTaken;  // somebody registers or has registered here
+  Flag isUsed;   // and what stands here may be believed
 };
 
 constexpr unsigned most = 1024;
@@ -58,7 +59,7 @@ unsigned busGuard( void * base, std::size_t size, Flag & lost ) {
   static bool const installed = ( install(), true );
   static_cast< void >( installed );
   for( unsigned i = 1; i < most; ++i )
-    if( Guarded & one = guarded[i]; !one.isUsed.isSet() ) {
+    if( Guarded & one = guarded[i]; one.isTaken.trySet() ) {
       one.begin = reinterpret_cast< std::uintptr_t >( base );
       one.end = one.begin + size;
       one.lost = &lost;
@@ -69,8 +70,10 @@ unsigned busGuard( void * base, std::size_t size, Flag & lost ) {
 }
 
 void busUnguard( unsigned guard ) {
-  if( guard != 0 )
-    guarded[guard].isUsed.clear();
+  if( guard == 0 )
+    return;
+  guarded[guard].isUsed.clear();
+  guarded[guard].isTaken.clear();
 }
 
 }  // namespace Mem

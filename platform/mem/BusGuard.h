@@ -1,5 +1,5 @@
-// BusGuard.h: keeps a reader alive whose file is cut under its mapping. Registered and forgotten by
-// one thread at a time; the signal may come in any.
+// BusGuard.h: keeps a reader alive whose file is cut under its mapping. Any thread registers and
+// forgets; the signal may come in any.
 //
 // The first registration installs a handler of SIGBUS. An access behind the end of a registered
 // mapping makes the rest of it plain zeros and sets its flag; any other SIGBUS goes where it would

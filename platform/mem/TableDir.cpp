@@ -104,7 +104,7 @@ TableDir::~TableDir() {
   close( rootDescriptor_ );
 }
 
-bool TableDir::isLocked() {
+bool TableDir::tryLock() {
   if( lock_ >= 0 )
     return true;
   int const descriptor = openAt( descriptor_, "lock", O_RDWR | O_CREAT );

@@ -48,7 +48,7 @@ class KOI_PUBLIC TableDir {
 
   /// Becomes the table's only writer; false when another process is. It ends with the process or
   /// with this object; a child that a fork makes does not have it.
-  bool isLocked();
+  bool tryLock();
 
   /// The file of that name; null when there is none. Raises Rova::MemoryResourceException.
   std::unique_ptr< File > open( std::string const & file, File::Access access ) const;

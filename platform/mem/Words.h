@@ -1,9 +1,9 @@
 // Words.h: loads and stores of words that other processes see, the only file that names a memory
 // order for them. One process stores to a word, any number load it; readers map it read-only.
 //
-// Every load acquires and every store releases, plain moves on x86. There are no fences and no
-// read-modify-write: the race detector does not follow the first, a read-only mapping refuses the
-// second.
+// Every load acquires and every store releases, plain moves on x86. There are no fences, and none
+// of the words verbs reads and modifies at once: the race detector does not follow the first, a
+// read-only mapping refuses the second.
 #pragma once
 
 #include <atomic>
@@ -49,9 +49,11 @@ struct Words {
   }
 };
 
-/// Set by a signal handler, looked at by everybody.
+/// Of one process: set by a signal handler or a thread, looked at by everybody.
 class Flag {
  public:
+  /// Sets it; false when it was set already.
+  bool trySet() { return !set_.exchange( true, std::memory_order_acq_rel ); }
   bool isSet() const { return set_.load( std::memory_order_acquire ); }
   void set() { set_.store( true, std::memory_order_release ); }
   void clear() { set_.store( false, std::memory_order_release ); }

@@ -44,7 +44,7 @@ class QuillWriter {
       throw Rova::InvalidInitializeException( "QuillMap::init() " +
                                               std::to_string( parameters.maxSlots ) +
                                               " is not a valid initialization size" );
-    if( !dir_.isLocked() )
+    if( !dir_.tryLock() )
       throw Rova::MemoryResourceException( dir_.path() + " has a writer already" );
     attach();
   }
