@@ -67,12 +67,10 @@ INSTANTIATE_TEST_SUITE_P( Table, OfEveryOperation, testing::ValuesIn( scenarios(
 
 // ---- does it notice?
 
-std::string faultOf( Scenario const & scenario, Tried & tried ) {
+std::string faultOf( Scenario const & scenario, std::string ( &proof )( Story const &, Tried & ) ) {
+  Tried tried;
   try {
-    Story const story( scenario );
-    if( auto fault = crashFault( story, tried ); !fault.empty() )
-      return fault;
-    return raceFault( story, tried );
+    return proof( Story( scenario ), tried );
   } catch( Koi::Exception const & e ) {
     return e.what();
   }
@@ -88,12 +86,12 @@ class OfEveryFault : public testing::TestWithParam< int > {};
 
 TEST_P( OfEveryFault, someOperationShowsIt ) {
   Lacking const lacking( static_cast< SeededFault >( GetParam() ) );
-  Tried tried;
-  for( auto const & scenario : scenarios() )
-    if( auto const fault = faultOf( scenario, tried ); !fault.empty() ) {
-      std::printf( "%d: %s: %s\n", GetParam(), scenario.name.c_str(), fault.c_str() );
-      return;
-    }
+  for( auto * const proof : { crashFault, raceFault } )  // the faster one first
+    for( auto const & scenario : scenarios() )
+      if( auto const fault = faultOf( scenario, *proof ); !fault.empty() ) {
+        std::printf( "%s: %s\n", scenario.name.c_str(), fault.c_str() );
+        return;
+      }
   FAIL() << "nothing noticed";
 }
 
