@@ -5,6 +5,7 @@
 // the key's first, then the rest, at offsets that are the same for 32- and 64-bit processes.
 #pragma once
 
+#include <algorithm>
 #include <compare>
 #include <tuple>
 
@@ -52,6 +53,18 @@ struct KeyWords {
 
   friend bool operator==( KeyWords const &, KeyWords const & ) = default;
   friend auto operator<=>( KeyWords const &, KeyWords const & ) = default;
+};
+
+/// A value as it lies in a slot.
+template< class R >
+struct ValueWords {
+  U32 word[R::valueSize / 4];
+
+  KeyWords< R > key() const {
+    KeyWords< R > k;
+    std::copy_n( word, KeyWords< R >::count, k.word );
+    return k;
+  }
 };
 
 /// Whether an entry stands behind another one in the table's order.

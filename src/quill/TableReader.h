@@ -31,14 +31,7 @@ class TableReader {
   using View = Slots< R, M >;
 
   static constexpr U32 numWords = numWordsOf< R >;
-  struct Value {
-    U32 word[numWords];
-    Key key() const {
-      Key k;
-      std::copy_n( word, Key::count, k.word );
-      return k;
-    }
-  };
+  using Value = ValueWords< R >;
 
   /// Takes files that validate.
   TableReader( std::unique_ptr< File > slots, std::unique_ptr< File > buckets )

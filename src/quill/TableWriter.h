@@ -35,15 +35,7 @@ class TableWriter {
   using Key = KeyWords< R >;
 
   static constexpr U32 numWords = numWordsOf< R >;
-  /// A value as it lies in a slot.
-  struct Value {
-    U32 word[numWords];
-    Key key() const {
-      Key k;
-      std::copy_n( word, Key::count, k.word );
-      return k;
-    }
-  };
+  using Value = ValueWords< R >;
 
   /// Takes files that validate.
   TableWriter( std::unique_ptr< SlotsOf > slots, std::unique_ptr< typename M::File > buckets,
