@@ -83,8 +83,8 @@ class TableWriter {
   /// with "QuillWriter::remove() unbalanced directSlot:<slot>".
   bool remove( Key const & key, Value * valueOut = nullptr ) {
     refuseUnbalanced( "remove" );
+    goOnShrinking();  // which notifies, too
     queue_.reserve( 1 );
-    goOnShrinking();
     auto const found = buckets_.find( key, buckets_.hash( key ) );
     if( found.slot == noIndex )
       return false;
@@ -119,8 +119,8 @@ class TableWriter {
   /// unbalanced directSlot:<slot>".
   U32 * directWrite( Key const & key ) {
     refuseUnbalanced( "directWrite" );
+    goOnShrinking();  // which notifies, too
     queue_.reserve( 1 );
-    goOnShrinking();
     auto found = buckets_.find( key, buckets_.hash( key ) );
     directIsNew_ = found.slot == noIndex;
     if( directIsNew_ ) {
@@ -170,8 +170,8 @@ class TableWriter {
 
   U32 const * write( Value const & value, U32 hash, bool notifies ) {
     refuseUnbalanced( "write" );
+    goOnShrinking();  // which notifies, too
     queue_.reserve( 1 );
-    goOnShrinking();
     // The slot and its notification are far from each other and from the bucket: fetched at once.
     queue_.prefetch( buckets_.prefetchSlot( hash ) );
     auto const found = buckets_.find( value.key(), hash );

@@ -147,6 +147,35 @@ INSTANTIATE_TEST_SUITE_P( Table, Shrinks,
                           testing::Values( Shrunk{ 5, 16 }, Shrunk{ 4, 16 }, Shrunk{ 3, 8 },
                                            Shrunk{ 0, 2 } ) );
 
+TEST( Table, movesManyEntriesInSlices ) {
+  constexpr U32 most = 1 << 16;
+  Table table( proofParameters( most ) );
+  // The queue is as full as it may be when a slice ends: each round begins with one more entry in
+  // it.
+  for( U32 round = 0; round < 8; ++round ) {
+    table.fill( most );
+    for( U32 i = 0; i < round; ++i )
+      table.writer->write( ProofValue::of( 0, 1 ) );
+    U32 left = most;
+    for( U32 k = 0; left > 16000; ++k )
+      if( k % 5 != 0 ) {
+        table.writer->remove( { k % most } );
+        left = table.writer->numEntries();
+        if( table.writer->engine().isMoving() )
+          break;
+      }
+    ASSERT_TRUE( table.writer->engine().isMoving() || left <= 16384 );
+    auto reader = table.reader();
+    std::size_t const count = walked( reader ).size();
+    EXPECT_EQ( count, table.writer->numEntries() ) << "in the middle of it";
+    while( table.writer->engine().isMoving() )
+      table.writer->write( ProofValue::of( 5, 2 ) );
+    EXPECT_EQ( table.writer->capacity(), most / 2 );
+    EXPECT_EQ( table.writer->validate(), "" );
+    EXPECT_EQ( walked( reader ).size(), count );
+  }
+}
+
 TEST( Table, tellsASlotOnce ) {
   Table table;
   table.writer->write( ProofValue::of( 1, 1 ) );
