@@ -1,9 +1,9 @@
 // Words.h: loads and stores of words that other processes see, the only file that names a memory
 // order for them. One process stores to a word, any number load it; readers map it read-only.
 //
-// Every load acquires and every store releases, plain moves on x86. There are no fences, and none
-// of the words verbs reads and modifies at once: the race detector does not follow the first, a
-// read-only mapping refuses the second.
+// Every load acquires and every store releases, plain moves on x86, but for the pair that decides
+// who is awake. There are no fences, and none of the words' verbs reads and modifies at once: the
+// race detector does not follow the first, a read-only mapping refuses the second.
 #pragma once
 
 #include <atomic>
@@ -46,6 +46,15 @@ struct Words {
   }
   static void store( U64 * at, U64 v ) {
     std::atomic_ref< U64 >( *at ).store( v, std::memory_order_release );
+  }
+
+  /// For two who each publish a word of their own and then look at the other's: at least one of
+  /// them sees what the other published. Publishing costs a locked instruction.
+  static void publish( U32 * at, U32 v ) {
+    std::atomic_ref< U32 >( *at ).store( v, std::memory_order_seq_cst );
+  }
+  static U32 observe( U32 const * at ) {
+    return std::atomic_ref< U32 >( const_cast< U32 & >( *at ) ).load( std::memory_order_seq_cst );
   }
 };
 

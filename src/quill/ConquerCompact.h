@@ -15,13 +15,13 @@ void ConquerWriter< M >::prune() {
     trace_.trace( 5, "ConquerWriter::prune() cannot prune, waiting for readers" );
     return;
   }
-  U64 const lowest = followers_ ? followers_->lowestSequence() : Followers::nobody;
+  U64 const lowest = followers_ ? followers_->lowestSequence( sequence_ ) : Mem::Followers::nobody;
   if( lowest <= minSeq_ ) {
     trace_.trace( 5, "ConquerWriter::prune() cannot prune, minSeq:", minSeq_,
                   " lowestSequence:", lowest );
     return;
   }
-  U64 const now = lowest == Followers::nobody ? sequence_ : lowest;
+  U64 const now = lowest == Mem::Followers::nobody ? sequence_ : lowest;
   trace_.trace( 5, "ConquerWriter::prune() pruning up to minSeq:", now, " (old minSeq:", minSeq_,
                 ") current sequence: ", sequence_ );
   minSeq_ = now;

@@ -17,7 +17,9 @@
 //     beyond currentPos is never read.
 // O9  the new queue whole before it is current      compact() -> TableAttach::isOneCurrent()
 //     The file's notifications counter moves before it is rewritten and after, so who still reads
-//     it from an earlier turn notices.
+//     it from an earlier turn notices: ConquerReader::conquer().
+// O15 currentPos before the look who sleeps        notify()  -> ConquerReader::isBehind()
+//     Who goes to sleep says so, then looks at currentPos: one of the two sees the other's word.
 #pragma once
 
 #include <array>
@@ -25,9 +27,9 @@
 #include <vector>
 
 #include <koi/Assert.h>
+#include <mem/Followers.h>
 #include <mem/Rova.h>
 #include <quill/ConquerTable.h>
-#include <quill/Followers.h>
 #include <quill/Record.h>
 #include <quill/SeededFault.h>
 
@@ -40,7 +42,8 @@ class ConquerWriter {
   using Files = std::array< std::unique_ptr< File >, 2 >;
 
   /// What the two files' headers agree on, as formatted or as repaired.
-  ConquerWriter( Files files, bool prunes, Followers * followers, Ntrace::Handler const & trace )
+  ConquerWriter( Files files, bool prunes, Mem::Followers * followers,
+                 Ntrace::Handler const & trace )
       : files_( std::move( files ) ), prunes_( prunes ), followers_( followers ), trace_( trace ) {
     auto const first = header( conquer1 );
     current_ = first.currentTable == conquer1 ? conquer1 : conquer2;
@@ -118,10 +121,14 @@ class ConquerWriter {
     M::store( at + 2, slot );
     positionOf( slot ) = pos_ | ( isFree ? freeBit : 0 );
     ++pos_;
-    M::store( word( current_, ConquerTable::currentPosAt ), pos_ );  // O8: the entry is written.
     ++numNotifications_;
-    if( followers_ )
-      followers_->wake();
+    // O8: the entry is written.
+    if( !followers_ || followers_->numReaders() == 0 ) {
+      M::store( word( current_, ConquerTable::currentPosAt ), pos_ );
+      return;
+    }
+    M::publish( word( current_, ConquerTable::currentPosAt ), pos_ );  // O15: then it wakes.
+    followers_->wake();
   }
   /// Takes back a slot's notification; false when it has none, or when it stands in the corral and
   /// stays there. Raises Rova::CorruptionDetectedException "ConquerWriter::tombstone() conquer slot
@@ -161,13 +168,20 @@ class ConquerWriter {
   bool isMoving() const { return corralStart_ != 0 && corralEnd_ == 0; }
   U64 corralEnd() const { return corralEnd_; }
   /// Every attached reader has seen all that moved.
-  bool isCorralPassed() const {
-    U64 const lowest = followers_ ? followers_->lowestSequence() : Followers::nobody;
-    return corralStart_ == 0 || ( corralEnd_ != 0 && lowest >= corralEnd_ );
+  bool isCorralPassed() {
+    if( corralStart_ == 0 )
+      return true;
+    return corralEnd_ != 0 &&
+           ( !followers_ || followers_->lowestSequence( sequence_ ) >= corralEnd_ );
   }
   void clearCorral() {
     if( corralStart_ != 0 )
       corralIs( 0, 0 );
+  }
+
+  /// As many readers are attached.
+  void numReadersIs( U32 count ) {
+    M::store( word( current_, ConquerTable::numReadersAt ), count );
   }
 
   U64 numNotifications() const { return numNotifications_; }
@@ -218,7 +232,7 @@ class ConquerWriter {
 
   Files files_;
   bool const prunes_;
-  Followers * const followers_;
+  Mem::Followers * const followers_;
   Ntrace::Handler const & trace_;
   ConquerTableId current_ = conquer1;
   U32 pos_ = 0;

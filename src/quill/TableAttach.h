@@ -35,7 +35,7 @@ class TableAttach {
     typename SlotsOf::Limits limits;
     U32 initialSlots = 8;
     bool prunes = true;
-    Followers * followers = nullptr;
+    Mem::Followers * followers = nullptr;
   };
 
   TableAttach( Dir & dir, Wish wish, Ntrace::Handler const & trace )

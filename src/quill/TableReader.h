@@ -82,6 +82,37 @@ class TableReader {
     return sought( key, R::hash( key.word, seed_ ), behind, out );
   }
 
+  /// The slot of the entry that the last lookup() found.
+  U32 foundSlot() const { return foundSlot_; }
+
+  /// What a slot holds, whole, for who goes by slots and not by keys; false when it is free or
+  /// beyond the end. An entry may be met shortly before it is linked and after it is unlinked: its
+  /// notification then comes. Raises as lookup() does.
+  bool loadSlot( U32 index, Value & out ) {
+    for( U32 i = 0; i < mostAttempts; ++i ) {
+      U64 const numSlots = M::load( slots_.numSlots() );
+      if( slotFile_->isLost() || bucketFile_->isLost() ||
+          ( index >= numMapped_ && index < Mem::unpacked( numSlots ).ref ) ) {
+        remap();
+        continue;
+      }
+      if( index >= Mem::unpacked( numSlots ).ref )
+        return false;
+      unsigned char * const slot = slots_.at( index );
+      // O14: a slot that was emptied and filled meanwhile has another link.
+      U64 const link = M::load( View::link( slot ) );
+      bool const isThere = M::load( View::flags( slot ) ) & SlotTable::occupied;
+      if( isThere && !loadValue( index, slot, out ) )
+        continue;
+      if( ( M::load( View::flags( slot ) ) & SlotTable::occupied ) == isThere &&
+          ( M::load( View::link( slot ) ) == link || M::lacks( SeededFault::recheckSlotLink ) ) &&
+          M::load( slots_.numSlots() ) == numSlots && !slotFile_->isLost() )
+        return isThere;
+      ++numRetries_;
+    }
+    starved();
+  }
+
   U32 seed() const { return seed_; }
   /// How often a look-up began again since this reader began.
   U64 numRetries() const { return numRetries_; }
@@ -126,6 +157,9 @@ class TableReader {
       if( outcome != Outcome::again )
         return outcome == Outcome::found;
     }
+    starved();
+  }
+  [[noreturn]] static void starved() {
     throw ReaderStarvedException( "QuillReader::doLookup() met a change at each of " +
                                   std::to_string( mostAttempts ) + " attempts" );
   }
@@ -173,6 +207,7 @@ class TableReader {
         // O4, O11, O12: the slot was this key's while it was read.
         if( M::load( led ) != pair && !M::lacks( SeededFault::recheckLink ) )
           return Outcome::again;
+        foundSlot_ = link;
         return isStill( count ) ? Outcome::found : Outcome::again;
       }
       U32 const hashThere = R::hash( there.word, seed_ );
@@ -271,6 +306,7 @@ class TableReader {
   U32 numMapped_ = 0;
   U32 mask_ = 0;
   U64 count_ = 0;
+  U32 foundSlot_ = noIndex;
   bool mustRemap_ = false;
   std::optional< Suspicion > suspicion_;
   U64 numRetries_ = 0;

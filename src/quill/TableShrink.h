@@ -84,7 +84,7 @@ bool TableWriter< R, M >::moveOne( U32 from ) {
   if( !M::lacks( SeededFault::notifyMoveTo ) )
     queue_.notify( to, false );
   slots_->clear( from );
-  slots_->linkIs( from, noIndex );
+  slots_->linkIs( from, noIndex );  // O14
   if( !M::lacks( SeededFault::notifyMoveFrom ) )
     queue_.notify( from, true );
   slots_->intentIs( noIndex );

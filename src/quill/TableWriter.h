@@ -15,6 +15,9 @@
 // O13 a smaller numSlots, then numBuckets' counter  endShrink()   -> TableReader::attempt()
 //     A slot number that is used again after a shrink begins with the link counter that a new file
 //     gives; a look-up that is under way over both begins again because of the bucket count.
+// O14 a cleared slot's link before it is filled again  remove(), moveOne()  ->
+// TableReader::loadSlot()
+//     Who goes by slots and meets words of two entries finds the link moved, or the flags gone.
 #pragma once
 
 #include <optional>
@@ -39,7 +42,7 @@ class TableWriter {
 
   /// Takes files that validate.
   TableWriter( std::unique_ptr< SlotsOf > slots, std::unique_ptr< typename M::File > buckets,
-               typename Queue::Files queues, U32 seed, bool prunes, Followers * followers,
+               typename Queue::Files queues, U32 seed, bool prunes, Mem::Followers * followers,
                Ntrace::Handler const & trace )
       : slots_( std::move( slots ) ),
         buckets_( std::move( buckets ), *slots_, seed, trace ),
@@ -98,6 +101,7 @@ class TableWriter {
     if( valueOut )
       loadWords< M, numWords >( valueOut->word, View::value( slots_->view().at( slot ) ) );
     slots_->clear( slot );
+    // O14: its link moves before it is filled again.
     if( isMoving() && slot >= shrinkTarget_ )
       slots_->linkIs( slot, noIndex );  // it goes with the file's end
     else
@@ -126,7 +130,9 @@ class TableWriter {
     if( directIsNew_ ) {
       found.slot = allocated();
       slots_->intentIs( found.slot );
-      fill( found.slot, valueOf( key ) );
+      // Not OCCUPIED before it is whole: who goes by slots takes it for free.
+      storeWords< M, numWords >( View::value( slots_->view().at( found.slot ) ),
+                                 valueOf( key ).word );
     } else {
       slots_->beginRewrite( found.slot );
     }
@@ -144,6 +150,7 @@ class TableWriter {
     directSlot_ = noIndex;
     if( directIsNew_ ) {
       Key const key = slots_->view().keyOf( slot );
+      M::store( View::flags( slots_->view().at( slot ) ), SlotTable::occupied );
       link( slot, buckets_.find( key, buckets_.hash( key ) ).before );
     } else {
       slots_->endRewrite( slot );

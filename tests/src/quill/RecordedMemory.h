@@ -230,6 +230,8 @@ struct RecordedMemory {
   static U64 load( U64 const * at ) { return disk->loaded( at ); }
   static void store( U32 * at, U32 v ) { disk->stored( at, v ); }
   static void store( U64 * at, U64 v ) { disk->stored( at, v ); }
+  static void publish( U32 * at, U32 v ) { disk->stored( at, v ); }
+  static U32 observe( U32 const * at ) { return disk->loaded( at ); }
   static void prefetch( void const * ) {}
   static bool lacks( Quill::SeededFault fault ) { return fault == lacking; }
 

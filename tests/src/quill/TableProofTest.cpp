@@ -29,6 +29,14 @@ TEST_P( OfEveryOperation, noReaderMeetsWhatNeverWas ) {
                static_cast< unsigned long long >( tried.schedules ) );
 }
 
+TEST_P( OfEveryOperation, aCopyFollowsAndNeverReportsWhatIsNot ) {
+  Story const story( GetParam() );
+  Tried tried;
+  EXPECT_EQ( followFault( story, tried ), "" );
+  std::printf( "%s: %llu schedules\n", GetParam().name.c_str(),
+               static_cast< unsigned long long >( tried.schedules ) );
+}
+
 TEST_P( OfEveryOperation, countersThatBeginAnewChangeNothing ) {
   Story const story( GetParam(), true );
   if( story.events.size() > 100 )
@@ -86,7 +94,11 @@ class OfEveryFault : public testing::TestWithParam< int > {};
 
 TEST_P( OfEveryFault, someOperationShowsIt ) {
   Lacking const lacking( static_cast< SeededFault >( GetParam() ) );
-  for( auto * const proof : { crashFault, raceFault } )  // the faster one first
+  // The likely one first.
+  std::vector proofs{ crashFault, raceFault, followFault };
+  if( GetParam() >= static_cast< int >( SeededFault::recheckQueue ) )
+    std::ranges::rotate( proofs, proofs.end() - 1 );
+  for( auto * const proof : proofs )
     for( auto const & scenario : scenarios() )
       if( auto const fault = faultOf( scenario, *proof ); !fault.empty() ) {
         std::printf( "%s: %s\n", scenario.name.c_str(), fault.c_str() );

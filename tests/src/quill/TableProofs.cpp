@@ -135,71 +135,6 @@ std::string readFault( Story const & story, ProbeReader & reader, int what, Prob
   }
 }
 
-/// Who follows the queue, slot by slot, as a reader with a copy of its own does.
-class SlotFollower {
- public:
-  using Memory = RecordedMemory;
-  using View = Quill::Slots< ProbeRecord, Memory >;
-  /// What a slot holds; nothing when it is free, or when its value does not prove itself.
-  using Held = std::optional< std::pair< ProbeKey, U32 > >;
-
-  SlotFollower( Disk & disk, U64 sequence ) : dir_( disk ), sequence_( sequence ) {
-    auto const slots = dir_.open( Quill::SlotTable::fileName, Memory::File::readOnly );
-    for( U32 slot = 0; slot < View( *slots ).numMapped(); ++slot )
-      held_[slot] = heldNow( slot );
-  }
-
-  /// Takes what is new; false when it came too late for some of it.
-  bool follow() {
-    std::unique_ptr< Memory::File > queues[2];
-    for( U32 id : { 0, 1 } )
-      queues[id] = dir_.open( Quill::ConquerTable::fileName[id], Memory::File::readOnly );
-    auto const word = [&]( U32 id, U64 at ) {
-      return Memory::load( reinterpret_cast< U32 const * >( queues[id]->base() + at ) );
-    };
-    U32 const id = word( 0, Quill::ConquerTable::currentTableAt );
-    U32 const end = word( id, Quill::ConquerTable::currentPosAt );
-    if( word( id, Quill::ConquerTable::minSeqAt ) > sequence_ )
-      return false;
-    for( U32 pos = 0; pos < end; ++pos ) {
-      U64 const at = Quill::ConquerTable::notificationAt( pos );
-      U32 const sequence = word( id, at ), slot = word( id, at + 8 );
-      if( sequence <= sequence_ )
-        continue;
-      sequence_ = sequence;
-      if( slot != Quill::noIndex )
-        held_[slot] = heldNow( slot );
-    }
-    return true;
-  }
-  /// Whether it has what is there.
-  bool isRight() {
-    auto const slots = dir_.open( Quill::SlotTable::fileName, Memory::File::readOnly );
-    U32 const count = Mem::unpacked( Memory::load( View( *slots ).numSlots() ) ).ref;
-    for( U32 slot = 0; slot < count; ++slot )
-      if( held_[slot] != heldNow( slot ) )
-        return false;
-    return true;
-  }
-
- private:
-  Held heldNow( U32 slot ) {
-    auto const file = dir_.open( Quill::SlotTable::fileName, Memory::File::readOnly );
-    View const view( *file );
-    if( slot >= view.numMapped() ||
-        !( Memory::load( View::flags( view.at( slot ) ) ) & Quill::SlotTable::occupied ) )
-      return std::nullopt;
-    ProbeReader::Value value;
-    Quill::loadWords< Memory, 8 >( value.word, View::value( view.at( slot ) ) );
-    auto const version = versionOf( value );
-    return version ? Held( std::pair( value.key(), *version ) ) : std::nullopt;
-  }
-
-  Memory::Dir dir_;
-  U64 sequence_;
-  std::map< U32, Held > held_;
-};
-
 bool isEachSlotToldOnce( Disk & disk ) {
   RecordedMemory::Dir const dir( disk );
   using Quill::ConquerTable;
@@ -268,7 +203,9 @@ std::string raceFault( Story const & story, Tried & tried ) {
   constexpr U64 most = 20000;  // loads: who is stopped or overtaken is served all the same
   static States::mapped_type const never{ std::nullopt };
   // The longest operations have millions of schedules.
-  std::size_t const step = end > 200 && !std::getenv( "LUMO_EVERY_SCHEDULE" ) ? 7 : 1;
+  std::size_t const step = end > 200 && !std::getenv( "LUMO_EVERY_SCHEDULE" )
+                               ? std::max< std::size_t >( 7, end / 60 )
+                               : 1;
   // The reader is one that attached at the start of the operation, or just now.
   enum Reader { early, fresh };
   auto const run = [&]( Reader which, ProbeKey const & key, int what, std::size_t start,
@@ -337,18 +274,6 @@ std::string raceFault( Story const & story, Tried & tried ) {
   disk.begins( end );
   if( !story.hasMoves && !isEachSlotToldOnce( disk ) )
     return "a slot has two notifications";
-  // 5. Who follows the queue has, in the end, what is there.
-  for( std::size_t stop = 0; stop <= end; ++stop ) {
-    disk.begins( 0 );
-    SlotFollower follower( disk, story.sequenceBefore );
-    disk.begins( stop );
-    bool inTime = follower.follow();
-    disk.finishes();
-    inTime = inTime && follower.follow();
-    ++tried.schedules;
-    if( inTime && !story.staysOpen && !follower.isRight() )
-      return text( "who followed the queue at store ", stop, " has not what is there" );
-  }
   disk.rewindTo( 0 );
   return {};
 }

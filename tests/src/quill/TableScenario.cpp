@@ -17,10 +17,10 @@ void collide( ProbeTable & table ) {
   table.write( key( 1 | 16 ), 1 );
   table.write( key( 1 | 0x80000000 ), 1 );
 }
-/// Many notifications of few slots, so that the next one finds the queue full.
-void exhaustQueue( ProbeTable & table ) {
+/// Many notifications of few slots, so that the next one finds the queue full but for `rest`.
+void exhaustQueue( ProbeTable & table, U32 rest = 0 ) {
   table.write( key( 2 ), 1 );
-  while( table.writer->queue().currentPos() < table.writer->queue().capacity() )
+  while( table.writer->queue().currentPos() + rest < table.writer->queue().capacity() )
     table.write( key( 2 ), 1 + table.content[key( 2 )] );
 }
 void openDirect( ProbeTable & table, ProbeKey const & k, U32 version, bool commits ) {
@@ -87,6 +87,11 @@ std::vector< Scenario > made() {
     t.write( key( 1, 2 ), 6 );
     t.write( key( 1, 1 ), 7 );
   } );
+  add( "overwrite and remove and fill again", nine, collide, []( auto & t ) {
+    t.write( key( 1, 1 ), 5 );
+    t.remove( key( 1, 1 ) );
+    t.write( key( 3, 3 ), 6 );
+  } );
   // 3. Direct writes.
   add( "direct write of what is there", nine, collide,
        []( auto & t ) { openDirect( t, key( 1, 1 ), 5, true ); } );
@@ -127,8 +132,8 @@ std::vector< Scenario > made() {
       "last entry goes", { 16, 1, 1024, true }, []( auto & t ) { fill( t, 1 ); },
       []( auto & t ) { t.remove( key( 0 ) ); } );
   // 6. The queue.
-  add( "compaction", { 4, 1, 1024, true }, exhaustQueue,
-       []( auto & t ) { t.write( key( 3 ), 5 ); } );
+  auto const exhausted = []( ProbeTable & t ) { exhaustQueue( t ); };
+  add( "compaction", { 4, 1, 1024, true }, exhausted, []( auto & t ) { t.write( key( 3 ), 5 ); } );
   add(
       "compaction back", { 4, 1, 1024, true },
       []( auto & t ) {
@@ -137,6 +142,16 @@ std::vector< Scenario > made() {
         exhaustQueue( t );
       },
       []( auto & t ) { t.remove( key( 3 ) ); } );
+  add(
+      "compaction there and back", { 8, 8, 1024, false, true },
+      []( auto & t ) { fill( t, 6 ), exhaustQueue( t ); },
+      []( auto & t ) {
+        for( U32 i = 0; i < 3; ++i ) {
+          t.write( key( i * 0x9e3779b1 ), 5 );
+          exhaustQueue( t );
+        }
+        t.write( key( 2 ), 7777 );
+      } );
   add( "a new table", { 4, 1, 1024, true }, nothing, []( auto & t ) { t.write( key( 3 ), 5 ); } );
   return all;
 }

@@ -48,12 +48,21 @@ using ProbeAttach = Quill::TableAttach< ProbeRecord, RecordedMemory >;
 using ProbeWriter = Quill::TableWriter< ProbeRecord, RecordedMemory >;
 using ProbeReader = Quill::TableReader< ProbeRecord, RecordedMemory >;
 
+/// A reader that is attached and far behind.
+struct SlowReader : Mem::Followers {
+  U64 lowestSequence( U64 ) override { return 0; }
+  bool areAwaited() override { return false; }
+  U32 numReaders() const override { return 1; }
+  void wake() override {}
+};
+
 /// A table on a disk of its own.
 class ProbeTable {
  public:
   struct Shape {
     U32 numSlots = 4, minSlots = 1, maxSlots = 1024;
     bool shrinks = true;
+    bool isFollowed = false;  ///< some reader has not acknowledged anything yet
   };
 
   explicit ProbeTable( Shape const & shape ) : shape_( shape ) {
@@ -65,6 +74,7 @@ class ProbeTable {
   static std::unique_ptr< ProbeWriter > writerOn( Disk & disk, Shape const & shape,
                                                   Quill::Attached * how = nullptr ) {
     static Ntrace::Handler const quiet( -1, {} );
+    static SlowReader slow;
     RecordedMemory::disk = &disk;
     RecordedMemory::Dir dir( disk );
     ProbeAttach attach( dir,
@@ -72,7 +82,7 @@ class ProbeTable {
                           { shape.minSlots, shape.maxSlots, false, shape.shrinks },
                           shape.numSlots,
                           true,
-                          nullptr },
+                          shape.isFollowed ? &slow : nullptr },
                         quiet );
     auto writer = attach.attach();
     if( how )
