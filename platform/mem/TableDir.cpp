@@ -11,7 +11,9 @@
 #include <fcntl.h>
 #include <pthread.h>
 #include <sys/file.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <mem/Rova.h>
@@ -50,6 +52,15 @@ int openedDirectory( int above, std::string const & name, MappedFile::Access acc
   if( descriptor < 0 )
     refuse( "cannot open " + path );
   return descriptor;
+}
+
+constexpr int socketType = SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK;
+
+sockaddr_un addressOf( std::string const & path ) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  path.copy( address.sun_path, sizeof address.sun_path - 1 );
+  return address;
 }
 
 // A lock belongs to the open file, which a forked child shares: it must close its copy at once.
@@ -169,6 +180,53 @@ void TableDir::put( std::string const & file ) const {
 void TableDir::remove( std::string const & file ) const {
   if( unlinkat( descriptor_, file.c_str(), 0 ) != 0 && errno != ENOENT )
     refuse( "cannot remove " + path_ + "/" + file );
+}
+
+void TableDir::putText( std::string const & file, std::string_view text ) const {
+  std::string const name = temporary + file;
+  unlinkat( descriptor_, name.c_str(), 0 );
+  int const made = openAt( descriptor_, name, O_WRONLY | O_CREAT | O_EXCL );
+  bool const isWritten = made >= 0 && ::write( made, text.data(), text.size() ) ==
+                                          static_cast< ssize_t >( text.size() );
+  int const why = errno;
+  if( made >= 0 )
+    close( made );
+  errno = why;
+  if( !isWritten )
+    refuse( "cannot write " + path_ + "/" + file );
+  put( file );
+}
+
+std::string TableDir::shortPath() const { return "/proc/self/fd/" + std::to_string( descriptor_ ); }
+
+int TableDir::listen( std::string const & file ) const {
+  std::string const name = temporary + file;
+  unlinkat( descriptor_, name.c_str(), 0 );
+  int const made = socket( AF_UNIX, socketType, 0 );
+  auto const address = addressOf( shortPath() + "/" + name );
+  // Its file has the mode that others need before it has the name under which they look.
+  if( made < 0 ||
+      bind( made, reinterpret_cast< sockaddr const * >( &address ), sizeof address ) != 0 ||
+      fchmodat( descriptor_, name.c_str(), 0666, 0 ) != 0 || ::listen( made, 64 ) != 0 ||
+      renameat( descriptor_, name.c_str(), descriptor_, file.c_str() ) != 0 ) {
+    int const why = errno;
+    if( made >= 0 )
+      close( made );
+    errno = why;
+    refuse( "cannot listen at " + path_ + "/" + file );
+  }
+  return made;
+}
+
+int TableDir::connect( std::string const & file ) const {
+  int const made = socket( AF_UNIX, socketType, 0 );
+  auto const address = addressOf( shortPath() + "/" + file );
+  if( made >= 0 &&
+      ::connect( made, reinterpret_cast< sockaddr const * >( &address ), sizeof address ) != 0 ) {
+    close( made );
+    return -1;
+  }
+  return made;
 }
 
 U32 TableDir::kindle() const {

@@ -59,6 +59,17 @@ class KOI_PUBLIC TableDir {
   /// Takes the name away; who maps the file keeps it.
   void remove( std::string const & file ) const;
 
+  /// Puts a file of that text under that name. Raises Rova::MemoryResourceException.
+  void putText( std::string const & file, std::string_view text ) const;
+
+  /// A socket (SOCK_SEQPACKET) that anybody may connect to under that name, which it takes from
+  /// whatever had it. Raises Rova::MemoryResourceException "cannot listen at <path>: <why>".
+  int listen( std::string const & file ) const;
+  /// A socket that is connected to it; -1 when nobody listens.
+  int connect( std::string const & file ) const;
+  /// How the system finds the directory, however long its path is, as long as this object lives.
+  std::string shortPath() const;
+
   /// The generation. A writer makes one when there is none; others get 0 then.
   U32 kindle() const;
 

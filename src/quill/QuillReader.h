@@ -9,9 +9,7 @@
 #include <optional>
 #include <vector>
 
-#include <mem/Plain.h>
-#include <quill/ConquerTable.h>
-#include <quill/TableReader.h>
+#include <quill/AttachedReader.h>
 
 namespace Quill {
 
@@ -22,16 +20,12 @@ class QuillReader {
   using Key = typename RecordOf::Key;
   using Engine = TableReader< RecordOf, Mem::Plain >;
 
-  /// Opens the table `name`. Raises Rova::MemoryResourceException "SlotReader::attach() no shared
-  /// memory region: <path>", "BucketReader::attach() no shared memory region: <path>",
-  /// "QuillReader::initialize() failed to read kindle file", and what TableDir raises;
-  /// Rova::CorruptionDetectedException "QuillReader::initialize() failed to validate buckets:
-  /// <why>" and "QuillReader::initialize() failed to validate slots: <why>".
+  /// Opens the table `name`. Raises as TableDir and attachedReader() do.
   QuillReader( Mem::RootPath const & root, std::string_view name,
                Ntrace::Handler const & trace = Ntrace::Handler() )
-      : trace_( trace ), dir_( root, name, Mem::MappedFile::readOnly ) {
-    initialize();
-  }
+      : trace_( trace ),
+        dir_( root, name, Mem::MappedFile::readOnly ),
+        engine_( attachedReader< RecordOf >( dir_, trace_ ) ) {}
 
   /// The entry of a key. Raises as TableReader::lookup() does.
   std::optional< V > lookup( Key const & key ) {
@@ -75,10 +69,7 @@ class QuillReader {
   }
 
   /// The table has other files by now: this object reads what was before.
-  bool isReplaced() const {
-    auto const now = dir_.open( SlotTable::fileName, Mem::MappedFile::readOnly );
-    return !now || !engine_->slots().file().isSameFile( *now );
-  }
+  bool isReplaced() const { return Quill::isReplaced( dir_, engine_->slots().file() ); }
   Engine & engine() { return *engine_; }
 
  private:
@@ -93,54 +84,6 @@ class QuillReader {
     if( keyWords( RecordOf::key( value.word ) ) != value.key() )
       throw Rova::CorruptionDetectedException( "QuillReader::next() corrupt key detected" );
     return RecordOf::value( value.word );
-  }
-
-  void initialize() {
-    // A live file changes between two looks: who fails validation is looked at again.
-    constexpr int attempts = 10;
-    for( int i = 1;; ++i )
-      try {
-        tryInitialize();
-        break;
-      } catch( Rova::CorruptionDetectedException const & ) {
-        if( i == attempts )
-          throw;
-      }
-    trace_.trace( 5, "QuillReader::initialize() success" );
-  }
-  void tryInitialize() {
-    static Ntrace::Handler const silent( -1, {} );
-    auto buckets = dir_.open( BucketTable::fileName, Mem::MappedFile::readOnly );
-    if( !buckets )
-      throw Rova::MemoryResourceException( "BucketReader::attach() no shared memory region: " +
-                                           dir_.path() + "/" + BucketTable::fileName );
-    auto slots = dir_.open( SlotTable::fileName, Mem::MappedFile::readOnly );
-    if( !slots )
-      throw Rova::MemoryResourceException( "SlotReader::attach() no shared memory region: " +
-                                           dir_.path() + "/" + SlotTable::fileName );
-    // Slots come last when a table is formatted: old buckets under new slots are noticed here.
-    if( auto const now = dir_.open( BucketTable::fileName, Mem::MappedFile::readOnly );
-        !now || !buckets->isSameFile( *now ) )
-      throw Rova::CorruptionDetectedException(
-          "QuillReader::initialize() failed to validate buckets: formatted meanwhile" );
-    U32 const kindle = dir_.kindle();
-    if( kindle == 0 )
-      throw Rova::MemoryResourceException( "QuillReader::initialize() failed to read kindle file" );
-    std::string message;
-    auto const bucketHeader =
-        loadedHeader< Mem::Plain, BucketTable::Header >( buckets->base(), buckets->size() );
-    if( !bucketHeader.validate( silent, buckets->size(), kindle, message ) )
-      throw Rova::CorruptionDetectedException(
-          "QuillReader::initialize() failed to validate buckets: " + message );
-    auto const slotHeader =
-        loadedHeader< Mem::Plain, SlotTable::Header >( slots->base(), slots->size() );
-    if( !slotHeader.validate( silent, slots->size(), kindle, message ) ||
-        !slotHeader.isOf(
-            { RecordOf::valueType, slotHeader.classTypeName(), RecordOf::valueSize, 0, 0 },
-            message ) )
-      throw Rova::CorruptionDetectedException(
-          "QuillReader::initialize() failed to validate slots: " + message );
-    engine_ = std::make_unique< Engine >( std::move( slots ), std::move( buckets ) );
   }
 
   Ntrace::Handler const trace_;

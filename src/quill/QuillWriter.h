@@ -8,12 +8,14 @@
 #include <random>
 #include <vector>
 
+#include <mem/CorruptionFile.h>
 #include <mem/Plain.h>
+#include <mem/WriterKickSm.h>
 #include <quill/TableAttach.h>
 
 namespace Quill {
 
-/// How a table is made, and how it may grow.
+/// How a table is made, how it may grow, and who is told.
 struct TableParameters {
   std::string classType;       ///< the name of the table's class, at most 63 characters
   U32 maxSlots = 1 << 24;      ///< the most entries it may ever hold, below 2^31
@@ -23,6 +25,9 @@ struct TableParameters {
   bool shrinkSlots = true;
   bool pruneConquer = true;   ///< what no reader needs any more leaves the queue
   std::optional< U32 > seed;  ///< of a new table's hash; without it, by chance
+  /// On which readers attach, to be kicked when there is something new; without it they look now
+  /// and then. The writer's thread runs it.
+  Koi::Activity * activity = nullptr;
 };
 
 template< class V >
@@ -46,6 +51,12 @@ class QuillWriter {
                                               " is not a valid initialization size" );
     if( !dir_.tryLock() )
       throw Rova::MemoryResourceException( dir_.path() + " has a writer already" );
+    if( parameters.activity )
+      kicks_.emplace( parameters.activity, dir_,
+                      Mem::WriterKickSm::Handlers{
+                          [this] { engine_->queue().numReadersIs( kicks_->numReaders() ); },
+                          [this]( std::string const & why ) { corruptionReported( why ); } },
+                      trace_ );
     attach();
   }
 
@@ -97,6 +108,9 @@ class QuillWriter {
     engine_->directCommit( notifies );
   }
 
+  /// Who follows the table; null without an activity.
+  Mem::WriterKickSm const * kicks() const { return kicks_ ? &*kicks_ : nullptr; }
+
   /// Moves to shorter files when half of them would do.
   void shrink() { engine_->shrink(); }
 
@@ -107,6 +121,7 @@ class QuillWriter {
   void cleanup() {
     trace_.trace( 2, "QuillWriter::cleanup() removing ", dir_.path() );
     engine_.reset();
+    kicks_.reset();
     for( char const * file : { SlotTable::fileName, BucketTable::fileName,
                                ConquerTable::fileName[0], ConquerTable::fileName[1] } ) {
       trace_.trace( 3, "SlotWriter::cleanup() removing file:", dir_.path(), "/", file );
@@ -132,7 +147,13 @@ class QuillWriter {
     return w;
   }
 
+  void corruptionReported( std::string const & why ) {
+    trace_.trace( 1, "QuillMap::corruptionDetected() ", dir_.path(), " a reader reports: ", why );
+    Util::writeCorruptionFile( dir_, why );
+  }
+
   void attach() {
+    dir_.remove( Util::corruptionFile );
     U32 const seed = parameters_.seed ? *parameters_.seed : std::random_device()();
     using Attach = TableAttach< RecordOf, Mem::Plain >;
     Attach attach( dir_,
@@ -142,7 +163,7 @@ class QuillWriter {
                        parameters_.fixedCapacity, parameters_.shrinkSlots },
                      parameters_.initialSlots,
                      parameters_.pruneConquer,
-                     nullptr },
+                     kicks_ ? &*kicks_ : nullptr },
                    trace_ );
     engine_ = attach.attach();
     attached_ = attach.attached();
@@ -158,6 +179,7 @@ class QuillWriter {
   Ntrace::Handler const trace_;
   Mem::TableDir dir_;
   TableParameters const parameters_;
+  std::optional< Mem::WriterKickSm > kicks_;
   std::unique_ptr< Engine > engine_;
   Attached attached_ = Attached::toNew;
   U32 * direct_ = nullptr;

@@ -1,0 +1,244 @@
+// QuillShadow.h: a table that another process writes, with its changes told by key. It keeps a
+// copy, of the values or of the keys alone, in step with the table: attached when the table's files
+// come, and again when they are replaced. One thread: its activity's.
+//
+// It sleeps as long as nothing changes and is kicked by the writer; it takes what is new in
+// portions and lets other work of the activity run in between. Without a writer that kicks it looks
+// now and then.
+//
+// See ShadowEngine.h for what is told. While it is detached nothing is; the copy stays, and after
+// it is attached again the differences are told.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include <mem/CorruptionFile.h>
+#include <mem/ReaderKickSm.h>
+#include <quill/AttachedReader.h>
+#include <quill/ShadowEngine.h>
+#include <quill/TableMounter.h>
+
+namespace Quill {
+
+/// What a copy keeps.
+enum class Keeps { values, keys };
+
+template< class V, Keeps keeps >
+class QuillShadow {
+ public:
+  using RecordOf = Record< V >;
+  using Key = typename RecordOf::Key;
+  static constexpr U32 numWords =
+      keeps == Keeps::values ? numWordsOf< RecordOf > : KeyWords< RecordOf >::count;
+  using Engine = ShadowEngine< RecordOf, Mem::Plain, numWords >;
+
+  struct Handlers {
+    /// The copy is whole, for the first time. What changes from now on is told.
+    std::function< void() > onReady;
+    /// The entry of that key came, changed or went; look it up.
+    std::function< void( Key const & ) > onKey;
+    /// It was attached, or the other way round.
+    std::function< void( bool isAttached ) > onAttached;
+  };
+  /// How many notifications are taken at once, and how long it works before it lets others run, in
+  /// seconds.
+  static constexpr U32 defaultSample = 4096;
+  static constexpr Koi::Seconds defaultYieldTime = 0.01;
+  /// Seconds between two looks where nobody kicks.
+  static constexpr Koi::Seconds lookEvery = 0.05;
+
+  /// Attaches when the activity runs and the table is there.
+  QuillShadow( Koi::Activity * activity, Mem::RootPath const & root, std::string const & name,
+               Handlers handlers, Ntrace::Handler const & trace = Ntrace::Handler() )
+      : trace_( trace ),
+        root_( root ),
+        name_( name ),
+        handlers_( std::move( handlers ) ),
+        kick_( activity, { [this] { goOn(); }, [this] { goOn(); } }, trace_ ),
+        look_( activity, [this] { goOn(); } ),
+        mounter_(
+            activity, TableMounter::reader, root, name, [this] { return tryAttach(); }, trace_ ) {}
+
+  bool isAttached() const { return dir_ != nullptr; }
+  /// The copy was whole once. It may be behind.
+  bool isReady() const { return engine_ && engine_->isSynchronized(); }
+  /// The writer kicks it.
+  bool isKicked() const { return kick_.isAttached(); }
+  U32 numEntries() const { return engine_ ? engine_->store().numEntries() : 0; }
+  /// Everything up to that sequence has been told, or is about to be.
+  U64 sequence() const { return engine_ ? engine_->sequence() : 0; }
+
+  /// The entry of a key as this has it; with keys alone, as the table has it now. Nothing as long
+  /// as it is not ready. Raises as TableReader::lookup() does, with keys alone.
+  std::optional< V > lookup( Key const & key ) {
+    if( !isReady() )
+      return std::nullopt;
+    KeyWords< RecordOf > words{};
+    RecordOf::putKey( key, words.word );
+    return at( engine_->store().find( words ) );
+  }
+  /// Walks the copy: the entry at or behind a place, which moves behind it; nothing at the end.
+  /// Begins with 0. What comes or goes meanwhile may be met or not.
+  std::optional< V > next( U32 & place ) {
+    if( !isReady() )
+      return std::nullopt;
+    auto const & store = engine_->store();
+    for( ; place < store.numSlots(); ++place )
+      // A key that moves is in two slots for a while.
+      if( store.isOccupied( place ) && store.find( store.at( place ).key() ) == place )
+        if( auto value = at( place ) ) {
+          ++place;
+          return value;
+        }
+    return std::nullopt;
+  }
+
+  void sampleIs( U32 sample ) {
+    trace_.trace( 5, "QuillShadow()::sampleIs() sample:", sample );
+    sample_ = std::max( 1u, sample );
+  }
+  void yieldTimeIs( Koi::Seconds yieldTime ) {
+    trace_.trace( 5, "QuillShadow()::yieldTimeIs() yieldTime:", yieldTime );
+    yieldTime_ = yieldTime;
+  }
+
+  /// What was read cannot be: says so, to the writer too, and detaches; attaches again by and by.
+  void corruptionDetected( std::string const & message ) {
+    trace_.trace( 1, "QuillMap::corruptionDetected() ", name_, " ", message );
+    kick_.reportCorruption( message );
+    detach();
+    mounter_.remount();
+  }
+
+ private:
+  std::optional< V > at( U32 slot ) {
+    if( slot == noIndex )
+      return std::nullopt;
+    auto const & words = engine_->store().at( slot );
+    if constexpr( keeps == Keeps::values ) {
+      return RecordOf::value( words.word );
+    } else {
+      typename Engine::Value value;
+      if( !engine_->reader().lookup( words.key(), value ) )
+        return std::nullopt;
+      return RecordOf::value( value.word );
+    }
+  }
+
+  /// Also when it is attached: to other files when these were replaced, and to a writer that came.
+  bool tryAttach() {
+    try {
+      if( dir_ && !isReplaced( *dir_, engine_->reader().slots().file() ) ) {
+        kick_.attach( *dir_ );
+        return true;
+      }
+      auto dir = std::make_unique< Mem::TableDir >( root_, name_, Mem::MappedFile::readOnly );
+      auto reader = attachedReader< RecordOf >( *dir, trace_ );
+      auto queue = attachedQueue( *dir, reader->slots().file(), trace_ );
+      if( engine_ )
+        engine_->moved( std::move( reader ), std::move( queue ) );
+      else
+        engine_ = std::make_unique< Engine >( std::move( reader ), std::move( queue ), trace_ );
+      bool const wasAttached = isAttached();
+      kick_.detach();
+      dir_ = std::move( dir );
+      kick_.attach( *dir_ );
+      trace_.trace( 2, "CANARY: mounted ", name_ );
+      if( !wasAttached )
+        handlers_.onAttached( true );
+      goOn();
+      return true;
+    } catch( Rova::MemoryResourceException const & e ) {
+      trace_.trace( 5, "ReaderMounter: ", e.what() );
+    } catch( Rova::CorruptionDetectedException const & e ) {
+      trace_.trace( 2, "ReaderMounter: ", e.what() );
+    }
+    // Files that are gone are still mapped: what is known stays until others come.
+    return false;
+  }
+  void detach() {
+    if( !isAttached() )
+      return trace_.trace( 5, "QuillReader::detach() already detached" );
+    look_.timeDel();
+    kick_.detach();
+    dir_.reset();
+    trace_.trace( 2, "QuillShadow::detach() detached" );
+    handlers_.onAttached( false );
+  }
+
+  /// Works for a while, and sees to it that it goes on.
+  void goOn() {
+    if( !isAttached() )
+      return;
+    kick_.awaken();
+    bool isDone = false;
+    try {
+      isDone = work();
+    } catch( Rova::CorruptionDetectedException const & e ) {
+      return corruptionDetected( e.what() );
+    } catch( Rova::MemoryResourceException const & e ) {
+      trace_.trace( 0, "QuillShadow: ", e.what() );
+      detach();
+      return mounter_.remount();
+    } catch( ReaderStarvedException const & e ) {
+      trace_.trace( 0, "QuillShadow: ", e.what() );
+    }
+    if( !isAttached() )
+      return;  // a handler met corruption
+    if( isDone ) {
+      kick_.sleep();
+      if( !engine_->queue().isBehind() ) {
+        if( !kick_.isAttached() )
+          look_.delayIs( lookEvery );
+        return;
+      }
+      kick_.awaken();
+    }
+    look_.delayIs( 0 );
+  }
+  /// Until the time is over or there is no more, which it says.
+  bool work() {
+    auto const end =
+        Engine::Clock::now() + std::chrono::duration_cast< typename Engine::Clock::duration >(
+                                   std::chrono::duration< double >( yieldTime_ ) );
+    if( !told( end ) )
+      return false;
+    bool const wasReady = isReady();
+    bool const isDone = engine_->goOn(
+        end, sample_, [this]( KeyWords< RecordOf > const & key ) { changed_.push_back( key ); } );
+    kick_.acknowledgedIs( engine_->sequence() );
+    trace_.trace( 8, "ConquerReader::handleAck() minSeq:", engine_->sequence() );
+    if( isReady() && !wasReady )
+      handlers_.onReady();
+    return told( end ) && isDone;
+  }
+  /// Tells what has changed; false when the time is over before all is told.
+  bool told( typename Engine::Clock::time_point end ) {
+    while( numTold_ < changed_.size() ) {
+      Key const key = RecordOf::key( changed_[numTold_++].word );
+      handlers_.onKey( key );
+      if( numTold_ % 64 == 0 && Engine::Clock::now() >= end )
+        return false;
+    }
+    changed_.clear();
+    numTold_ = 0;
+    return true;
+  }
+
+  Ntrace::Handler const trace_;
+  Mem::RootPath const root_;
+  std::string const name_;
+  Handlers const handlers_;
+  U32 sample_ = defaultSample;
+  Koi::Seconds yieldTime_ = defaultYieldTime;
+  std::unique_ptr< Mem::TableDir > dir_;
+  std::unique_ptr< Engine > engine_;
+  std::vector< KeyWords< RecordOf > > changed_;  // and not told yet, from numTold_ on
+  std::size_t numTold_ = 0;
+  Mem::ReaderKickSm kick_;
+  Koi::Timer look_;
+  TableMounter mounter_;
+};
+
+}  // namespace Quill
