@@ -70,6 +70,12 @@ class QuillReader {
 
   /// The table has other files by now: this object reads what was before.
   bool isReplaced() const { return Quill::isReplaced( dir_, engine_->slots().file() ); }
+  /// The table's sequence: of the last notification. Raises as attachedQueue() does.
+  U64 sequence() {
+    if( !queue_ )
+      queue_ = attachedQueue( dir_, engine_->slots().file(), trace_ );
+    return queue_->tableSequence();
+  }
   Engine & engine() { return *engine_; }
 
  private:
@@ -89,6 +95,7 @@ class QuillReader {
   Ntrace::Handler const trace_;
   Mem::TableDir dir_;
   std::unique_ptr< Engine > engine_;
+  std::unique_ptr< ConquerReader< Mem::Plain > > queue_;
 };
 
 }  // namespace Quill

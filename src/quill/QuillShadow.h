@@ -16,6 +16,7 @@
 #include <mem/CorruptionFile.h>
 #include <mem/ReaderKickSm.h>
 #include <quill/AttachedReader.h>
+#include <quill/QuillType.h>
 #include <quill/ShadowEngine.h>
 #include <quill/TableMounter.h>
 
@@ -69,6 +70,15 @@ class QuillShadow {
   /// Everything up to that sequence has been told, or is about to be.
   U64 sequence() const { return engine_ ? engine_->sequence() : 0; }
 
+  /// Attaches and copies within this call, if there is a table; false when there is none yet.
+  bool synchronize() {
+    if( !tryAttach() )
+      return false;
+    while( isAttached() && !isReady() )
+      goOn();
+    return isReady();
+  }
+
   /// The entry of a key as this has it; with keys alone, as the table has it now. Nothing as long
   /// as it is not ready. Raises as TableReader::lookup() does, with keys alone.
   std::optional< V > lookup( Key const & key ) {
@@ -94,6 +104,17 @@ class QuillShadow {
     return std::nullopt;
   }
 
+  /// What the engine has done, and the table's header as it is now.
+  ReaderCounters counters() const {
+    return engine_ ? ReaderCounters{ engine_->reader().numRetries(),
+                                     engine_->queue().numNotifications(), engine_->numResyncs(),
+                                     numAttached_ }
+                   : ReaderCounters{};
+  }
+  SlotTable::Header header() const {
+    return engine_ ? engine_->reader().slots().loaded() : SlotTable::Header{};
+  }
+
   void sampleIs( U32 sample ) {
     trace_.trace( 5, "QuillShadow()::sampleIs() sample:", sample );
     sample_ = std::max( 1u, sample );
@@ -103,12 +124,30 @@ class QuillShadow {
     yieldTime_ = yieldTime;
   }
 
+  /// Empty, or why the table's header is not believed.
+  std::string validate() const {
+    std::string why;
+    if( engine_ )
+      header().validate( trace_, engine_->reader().slots().file().size(), 0, why );
+    return why;
+  }
+
+  /// Lets the files go. The copy stays; it is attached again by and by.
+  void detach() {
+    if( !isAttached() )
+      return trace_.trace( 5, "QuillShadow::detach() already detached" );
+    look_.timeDel();
+    kick_.detach();
+    dir_.reset();
+    trace_.trace( 2, "QuillShadow::detach() detached" );
+    mounter_.remount();
+    handlers_.onAttached( false );
+  }
   /// What was read cannot be: says so, to the writer too, and detaches; attaches again by and by.
   void corruptionDetected( std::string const & message ) {
     trace_.trace( 1, "QuillMap::corruptionDetected() ", name_, " ", message );
     kick_.reportCorruption( message );
     detach();
-    mounter_.remount();
   }
 
  private:
@@ -141,6 +180,7 @@ class QuillShadow {
       else
         engine_ = std::make_unique< Engine >( std::move( reader ), std::move( queue ), trace_ );
       bool const wasAttached = isAttached();
+      ++numAttached_;
       kick_.detach();
       dir_ = std::move( dir );
       kick_.attach( *dir_ );
@@ -157,15 +197,6 @@ class QuillShadow {
     // Files that are gone are still mapped: what is known stays until others come.
     return false;
   }
-  void detach() {
-    if( !isAttached() )
-      return trace_.trace( 5, "QuillReader::detach() already detached" );
-    look_.timeDel();
-    kick_.detach();
-    dir_.reset();
-    trace_.trace( 2, "QuillShadow::detach() detached" );
-    handlers_.onAttached( false );
-  }
 
   /// Works for a while, and sees to it that it goes on.
   void goOn() {
@@ -179,8 +210,7 @@ class QuillShadow {
       return corruptionDetected( e.what() );
     } catch( Rova::MemoryResourceException const & e ) {
       trace_.trace( 0, "QuillShadow: ", e.what() );
-      detach();
-      return mounter_.remount();
+      return detach();
     } catch( ReaderStarvedException const & e ) {
       trace_.trace( 0, "QuillShadow: ", e.what() );
     }
@@ -236,6 +266,7 @@ class QuillShadow {
   std::unique_ptr< Engine > engine_;
   std::vector< KeyWords< RecordOf > > changed_;  // and not told yet, from numTold_ on
   std::size_t numTold_ = 0;
+  U64 numAttached_ = 0;
   Mem::ReaderKickSm kick_;
   Koi::Timer look_;
   TableMounter mounter_;

@@ -67,6 +67,14 @@ struct ValueWords {
   }
 };
 
+/// The key of a value.
+template< class V >
+typename Record< V >::Key keyOf( V const & value ) {
+  U32 words[Record< V >::valueSize / 4]{};
+  Record< V >::put( value, words );
+  return Record< V >::key( words );
+}
+
 /// Whether an entry stands behind another one in the table's order.
 template< class Key >
 bool isBehind( U32 hash, Key const & key, U32 otherHash, Key const & otherKey ) {

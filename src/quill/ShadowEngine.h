@@ -54,7 +54,11 @@ class ShadowEngine {
 
   Store const & store() const { return *store_; }
   Reader & reader() { return *reader_; }
+  Reader const & reader() const { return *reader_; }
   Queue & queue() { return *queue_; }
+  Queue const & queue() const { return *queue_; }
+  /// How often it had to look at the whole table again.
+  U64 numResyncs() const { return numResyncs_; }
   /// Whether the copy is what the table was at some moment.
   bool isSynchronized() const { return !isFirst_; }
   /// Everything that is different has been reported once; from now on it is what the queue says.
@@ -101,118 +105,24 @@ class ShadowEngine {
   };
 
   std::unique_ptr< Store > emptyStore() const {
-    auto const header = loadedHeader< M, SlotTable::Header >( reader_->slots().file().base(),
-                                                              SlotTable::lookasideAt );
+    auto const header = reader_->slots().loaded();
     return std::make_unique< Store >(
         reader_->seed(), std::min( header.occupiedSlots, reader_->slots().numMapped() ), trace_ );
   }
   U32 numShared() const { return Mem::unpacked( M::load( reader_->slots().numSlots() ) ).ref; }
 
-  void moveTo( std::unique_ptr< Reader > reader, std::unique_ptr< Queue > queue ) {
-    reader_ = std::move( reader );
-    queue_ = std::move( queue );
-    resync();
-  }
-  /// Looks at the whole table once more.
-  void resync() {
-    if( state_ == copying && syncSlot_ != 0 )
-      trace_.trace( 3, "Syncer::sync() Interrupting and restarting synchronization" );
-    if( into_ == store_.get() )
-      for( auto const & one : lost_ )
-        unsaid_.push_back( one.key );
-    lost_.clear();
-    next_.reset();
-    into_ = store_.get();
-    state_ = beginning;
-  }
-
-  // ---- looking at the whole table
-
-  void begin() {
-    queue_->startAt( queue_->tableSequence() );
-    next_ = emptyStore();
-    syncSlot_ = 0;
-    state_ = copying;
-    began_ = Clock::now();
-  }
-  bool copied( Clock::time_point end ) {
-    Value value;
-    for( U32 const first = syncSlot_; syncSlot_ < numShared(); ) {
-      if( reader_->loadSlot( syncSlot_, value ) )
-        next_->insert( syncSlot_, value.word );
-      if( ++syncSlot_ % slotsBetweenLooks == 0 && Clock::now() >= end ) {
-        traceSynced( first );
-        return false;
-      }
-    }
-    traceSynced( 0 );
-    catchUpTo_ = queue_->tableSequence();
-    into_ = next_.get();
-    state_ = catchingUp;
-    return true;
-  }
-  /// What moved while the slots were copied may have been missed: the copy is one when the queue
-  /// has been read so far.
-  bool caughtUp( Clock::time_point end ) {
-    auto const nobody = []( Key const & ) {};
-    settle( nobody );
-    while( sequence() < catchUpTo_ ) {
-      auto const outcome = conquered( Queue::mostAtOnce, nobody );
-      if( outcome == Outcome::caughtUp )
-        break;
-      if( outcome == Outcome::outOfStep || Clock::now() >= end )
-        return false;
-    }
-    trace_.trace( 2, "QuillShadow::syncComplete() Synchronization complete, seq:", sequence() );
-    std::swap( store_, next_ );
-    syncSlot_ = 0;
-    state_ = std::exchange( isFirst_, false ) ? following : comparing;
-    return true;
-  }
-  void traceSynced( U32 first ) const {
-    trace_.trace( 5, "Syncer::doSync() Synced ", syncSlot_ - first, " slots in ",
-                  std::chrono::duration< double >( Clock::now() - began_ ).count(),
-                  " seconds, currentSlot:", syncSlot_ );
-  }
-  /// next_ is what was: first what is no more, then what is different or new.
+  // ---- looking at the whole table: ShadowSync.h says how
+  void moveTo( std::unique_ptr< Reader > reader, std::unique_ptr< Queue > queue );
+  void resync();
+  void begin();
+  bool copied( Clock::time_point end );
+  void traceSynced( U32 first ) const;
+  bool caughtUp( Clock::time_point end );
   template< class OnKey >
-  bool compared( Clock::time_point end, OnKey & onKey ) {
-    U32 const before = next_->numSlots(), all = before + store_->numSlots();
-    for( ; syncSlot_ < all; ) {
-      U32 const slot = syncSlot_++;
-      if( slot < before )
-        compareOld( slot );
-      else
-        compareNew( slot - before, onKey );
-      settle( onKey );
-      if( syncSlot_ % slotsBetweenLooks == 0 && Clock::now() >= end )
-        return false;
-    }
-    for( ; !unsaid_.empty(); unsaid_.pop_back() )
-      onKey( unsaid_.back() );
-    next_.reset();
-    state_ = following;
-    if( moving_ ) {
-      moveTo( std::move( moving_->first ), std::move( moving_->second ) );
-      moving_.reset();
-      return false;
-    }
-    return true;
-  }
-  void compareOld( U32 slot ) {
-    if( next_->isOccupied( slot ) && next_->find( next_->at( slot ).key() ) == slot &&
-        store_->find( next_->at( slot ).key() ) == noIndex )
-      lost_.push_back( { next_->at( slot ).key(), next_->at( slot ) } );
-  }
+  bool compared( Clock::time_point end, OnKey & onKey );
+  void compareOld( U32 slot );
   template< class OnKey >
-  void compareNew( U32 slot, OnKey & onKey ) {
-    if( !store_->isOccupied( slot ) )
-      return;
-    auto const & now = store_->at( slot );
-    U32 const was = next_->find( now.key() );
-    if( was == noIndex || next_->at( was ) != now || !keepsValues )
-      onKey( Key( now.key() ) );
-  }
+  void compareNew( U32 slot, OnKey & onKey );
 
   // ---- what the queue says
 
@@ -307,6 +217,7 @@ class ShadowEngine {
   std::unique_ptr< Store > next_;  // what is to be; when it is compared: what was
   Store * into_;                   // which of them changes
   U32 syncSlot_ = 0;
+  U64 numResyncs_ = 0;
   U64 catchUpTo_ = 0;
   Clock::time_point began_;
   std::vector< Lost > lost_;   // left their slots
@@ -315,3 +226,5 @@ class ShadowEngine {
 };
 
 }  // namespace Quill
+
+#include <quill/ShadowSync.h>

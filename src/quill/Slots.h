@@ -42,6 +42,10 @@ class Slots {
   U64 * numSlots() const {
     return reinterpret_cast< U64 * >( file_->base() + SlotTable::numSlotsAt );
   }
+  /// The header as it is now.
+  SlotTable::Header loaded() const {
+    return loadedHeader< M, SlotTable::Header >( file_->base(), file_->size() );
+  }
   /// As many as the mapping covers.
   U32 numMapped() const {
     return file_->size() < firstAt ? 0

@@ -12,19 +12,17 @@
 // file.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <span>
 
-#include <mem/Rova.h>
 #include <quill/QuillException.h>
+#include <quill/ReaderMapping.h>
 #include <quill/SeededFault.h>
-#include <quill/Slots.h>
 
 namespace Quill {
 
 template< class R, class M >
-class TableReader {
+class TableReader : private ReaderMapping< R, M > {
  public:
   using File = typename M::File;
   using Key = KeyWords< R >;
@@ -34,14 +32,7 @@ class TableReader {
   using Value = ValueWords< R >;
 
   /// Takes files that validate.
-  TableReader( std::unique_ptr< File > slots, std::unique_ptr< File > buckets )
-      : slotFile_( std::move( slots ) ),
-        bucketFile_( std::move( buckets ) ),
-        slots_( *slotFile_ ),
-        buckets_( *bucketFile_ ) {
-    seed_ = loadedHeader< M, SlotTable::Header >( slotFile_->base(), slotFile_->size() ).seed;
-    remapped();
-  }
+  using ReaderMapping< R, M >::ReaderMapping;
 
   /// The entry of a key, whole; false when there is none. Raises Rova::CorruptionDetectedException
   /// "QuillReader::doLookup() corrupt key detected, slot:<slot>" and "QuillReader::doLookup() hash
@@ -91,8 +82,7 @@ class TableReader {
   bool loadSlot( U32 index, Value & out ) {
     for( U32 i = 0; i < mostAttempts; ++i ) {
       U64 const numSlots = M::load( slots_.numSlots() );
-      if( slotFile_->isLost() || bucketFile_->isLost() ||
-          ( index >= numMapped_ && index < Mem::unpacked( numSlots ).ref ) ) {
+      if( isLost() || ( index >= numMapped_ && index < Mem::unpacked( numSlots ).ref ) ) {
         remap();
         continue;
       }
@@ -106,20 +96,30 @@ class TableReader {
         continue;
       if( ( M::load( View::flags( slot ) ) & SlotTable::occupied ) == isThere &&
           ( M::load( View::link( slot ) ) == link || M::lacks( SeededFault::recheckSlotLink ) ) &&
-          M::load( slots_.numSlots() ) == numSlots && !slotFile_->isLost() )
+          M::load( slots_.numSlots() ) == numSlots && !isLost() )
         return isThere;
       ++numRetries_;
     }
     starved();
   }
 
-  U32 seed() const { return seed_; }
+  using ReaderMapping< R, M >::seed;
+  using ReaderMapping< R, M >::slots;
+  using ReaderMapping< R, M >::buckets;
   /// How often a look-up began again since this reader began.
   U64 numRetries() const { return numRetries_; }
-  View const & slots() const { return slots_; }
-  Buckets< M > const & buckets() const { return buckets_; }
 
  private:
+  using Mapping = ReaderMapping< R, M >;
+  using Mapping::buckets_;
+  using Mapping::count_;
+  using Mapping::isLost;
+  using Mapping::mask_;
+  using Mapping::numMapped_;
+  using Mapping::remap;
+  using Mapping::seed_;
+  using Mapping::slots_;
+
   /// What is sought: the entry of the key, the first one behind it, the first one not before it.
   enum Sought { exactly, behind, fromHere };
   enum class Outcome { found, absent, again };
@@ -151,7 +151,7 @@ class TableReader {
       } else {
         before = {};
       }
-      if( mustRemap_ || slotFile_->isLost() || bucketFile_->isLost() )
+      if( std::exchange( mustRemap_, false ) || isLost() )
         remap();
       Outcome const outcome = attempt( key, hash, what, out );
       if( outcome != Outcome::again )
@@ -251,7 +251,7 @@ class TableReader {
 
   bool isStill( U64 count ) const {
     return ( M::load( buckets_.numBuckets() ) == count || M::lacks( SeededFault::recheckCount ) ) &&
-           !slotFile_->isLost() && !bucketFile_->isLost();
+           !isLost();
   }
   Outcome suspected( Suspicion const & suspicion ) {
     suspicion_ = suspicion;
@@ -273,39 +273,6 @@ class TableReader {
     }
   }
 
-  /// The files' sizes, as the counts say that they are.
-  void remap() {
-    mustRemap_ = false;
-    slotFile_->remap();
-    bucketFile_->remap();
-    remapped();
-  }
-  void remapped() {
-    numMapped_ = slots_.numMapped();
-    // It may have doubled since it was mapped.
-    constexpr int attempts = 100;
-    for( int i = 0; i < attempts; ++i ) {
-      if( numMapped_ == 0 || buckets_.numMapped() == 0 )
-        break;
-      count_ = M::load( buckets_.numBuckets() );
-      U32 const numBuckets = Mem::unpacked( count_ ).ref;
-      if( isPowerOfTwo( numBuckets ) && numBuckets <= buckets_.numMapped() ) {
-        mask_ = numBuckets - 1;
-        return;
-      }
-      bucketFile_->remap();
-    }
-    count_ = ~U64{ 0 };
-    throw Rova::CorruptionDetectedException( "QuillReader::doLookup() bucket table detached" );
-  }
-
-  std::unique_ptr< File > slotFile_, bucketFile_;
-  View slots_;
-  Buckets< M > buckets_;
-  U32 seed_ = 0;
-  U32 numMapped_ = 0;
-  U32 mask_ = 0;
-  U64 count_ = 0;
   U32 foundSlot_ = noIndex;
   bool mustRemap_ = false;
   std::optional< Suspicion > suspicion_;

@@ -1,0 +1,285 @@
+// QuillMap.h: one table as a process takes part in it: as its writer, by a copy of its own, or by
+// reading the writer's files; the same calls for all. One thread: the activity's.
+//
+// It is initialized once, then attached whenever the table is there. In synchronous mode a writer
+// is attached when init() returns, and a reader that finds a table has read it. Otherwise it is
+// when onReadyFn is called, whose owner advertises the collection when he has done with it what he
+// has to do; without onReadyFn the collection is advertised at once.
+#pragma once
+
+#include <koi/Assert.h>
+#include <quill/FrontEnd.h>
+#include <quill/QuillMapState.h>
+
+namespace Quill {
+
+template< class V >
+class QuillMap : public QuillMapState {
+ public:
+  using Key = typename Record< V >::Key;
+  using Hint = WalkPlace< Key >;
+
+  struct Handlers {
+    /// The collection is ready: it was advertised.
+    std::function< void() > onCollection;
+    /// The entry of that key came, changed or went. Of a reader, while notifications are enabled.
+    std::function< void( Key const & ) > onKey;
+  };
+
+  /// A table by its name below the root.
+  explicit QuillMap( std::string quillName, Handlers handlers = {},
+                     Ntrace::Handler const & trace = Ntrace::Handler() )
+      : QuillMapState( std::move( quillName ), std::move( handlers.onCollection ), trace ),
+        onKey_( std::move( handlers.onKey ) ) {}
+
+  /// Takes part in the table; `size` is the most entries it may hold, of a writer, and not looked
+  /// at of a reader. Raises Rova::InvalidInitializeException "QuillMap::init() 0 is not a valid
+  /// initialization size", "QuillMap::init() onReadyFn specified in synchronous mode",
+  /// "QuillMap::init() name:<name> already initialized with mode:<mode> for collection <name>",
+  /// with " in writer mode" where it is the writer's, and "QuillMap::init() not a valid reader
+  /// type:<n>"; in writer mode what QuillWriter raises. Then nothing is changed.
+  void init( QuillType type, bool synchronous, U32 size, QuillParameters parameters = {} ) {
+    beginInit( type, synchronous, size, std::move( parameters ), initialized() );
+    if( type == QuillType::writer )
+      writerIsMade();
+    else
+      readerIsMade();
+  }
+
+  bool initialized() const { return end_ != nullptr; }
+  QuillType mode() const { return mode_; }
+  /// Attached to the table's files.
+  bool isAttached() const { return end_ && end_->isAttached(); }
+  U32 capacity() const { return end_ ? end_->capacity() : 0; }
+  U32 maxSize() const { return end_ ? end_->maxSize() : 0; }
+  U32 members() const { return end_ ? end_->members() : 0; }
+  U64 sequence() { return end_ ? end_->sequence() : 0; }
+  ReaderCounters readerCounters() const { return end_ ? end_->readerCounters() : ReaderCounters{}; }
+  WriterCounters writerCounters() const {
+    auto const * const writer = end_ ? end_->writer() : nullptr;
+    if( !writer )
+      return {};
+    auto const & queue = writer->engine().queue();
+    auto const * const kicks = writer->kicks();
+    return { queue.numNotifications(), queue.numTombstones(), kicks ? kicks->numKicks() : 0,
+             kicks ? kicks->numReaders() : 0 };
+  }
+
+  // ---- looking
+
+  /// The entry of a key, when there is one; `found` says so. Nothing is found while no table is
+  /// attached. Raises as TableReader::lookup() does.
+  void lookup( Key const & key, bool & found, V & out ) {
+    auto const value = end_ ? end_->lookup( key ) : std::nullopt;
+    if( ( found = value.has_value() ) )
+      out = *value;
+  }
+  /// Walks all entries, in an order of the table's own: false at the end. The hint says where the
+  /// walk stands. Raise as TableReader::lookup() does.
+  bool first( V & out, Hint & hint ) {
+    hint = {};
+    return walkedTo( out, hint );
+  }
+  bool next( Key const & key, V & out, Hint & hint ) {
+    hint.key = key;
+    return walkedTo( out, hint );
+  }
+  /// The same; corrupt files are reported, and then nothing is found.
+  void safeLookup( Key const & key, bool & found, V & out ) {
+    found = false;
+    safely( "QuillMap::safeLookup() in no man's land", [&] { lookup( key, found, out ); } );
+  }
+
+  // ---- writing: in writer mode
+
+  /// Inserts or replaces, and deletes; false when there was none. Raise as QuillWriter does.
+  void write( V const & value ) { writer().write( value ); }
+  bool remove( Key const & key ) { return writer().remove( key ).has_value(); }
+  /// The same; corrupt files are reported, and then nothing was changed. TableFullException and
+  /// Rova::MemoryResourceException are the caller's.
+  void safeWrite( V const & value ) {
+    safely( "QuillMap::safeWrite() in no man's land", [&] { write( value ); } );
+  }
+  bool safeRemove( Key const & key ) {
+    bool isRemoved = false;
+    safely( "QuillMap::safeRemove() in no man's land", [&] { isRemoved = remove( key ); } );
+    return isRemoved;
+  }
+  /// Completes a direct write of that value, whose key was opened by QuillWriter::directWrite().
+  void directCommit( V const & value ) {
+    safely( "QuillMap::directCommit() in no man's land", [&] {
+      writer().directValueIs( value );
+      writer().directCommit();
+    } );
+  }
+  /// In writer mode; asserts that it is.
+  QuillWriter< V > & writer() {
+    KOI_ASSERT( end_ && end_->writer() );
+    return *end_->writer();
+  }
+
+  // ---- telling
+
+  /// Whether changes are told by key. A direct reader keeps the keys from then on, for only who
+  /// knows which key was in a slot can say that it is gone. Raises Rova::InvalidInitializeException
+  /// "QuillMap::notifying() not allowed at this time, initialized:False".
+  void notifying( bool enable ) {
+    if( !initialized() )
+      throw Rova::InvalidInitializeException(
+          "QuillMap::notifying() not allowed at this time, initialized:False" );
+    if( !beginsNotifying( enable ) || mode_ == QuillType::writer )
+      return;
+    if( mode_ == QuillType::reader && !isKeeping_ ) {
+      isKeeping_ = true;
+      readerIsMade();
+    } else if( parameters_.notifyFlush && end_->isReady() ) {
+      tellAll();
+    }
+  }
+  bool isCollectionReady() const { return isAdvertised_ && end_ && end_->isReady(); }
+
+  // ---- the files
+
+  /// Lets the files go. A reader attaches again by and by.
+  void detach() {
+    if( end_ )
+      end_->detach();
+  }
+  /// Removes the table, in writer mode. The map is as before init() then.
+  void cleanup() {
+    writer().cleanup();
+    end_.reset();
+  }
+  /// Empty, or the first promise that what is mapped does not keep.
+  std::string validate() { return end_ ? end_->validate() : ""; }
+  /// The same of the files as they stand by their names now.
+  std::string validateFiles() const {
+    try {
+      Mem::TableDir const dir( parameters_.root, name_, Mem::MappedFile::readOnly );
+      attachedQueue( dir, attachedReader< Record< V > >( dir, trace_ )->slots().file(), trace_ );
+      return {};
+    } catch( Koi::Exception const & e ) {
+      return e.what();
+    }
+  }
+  /// Says so, detaches, and leaves a report beside the table: a reader's is written by the writer.
+  void corruptionDetected( std::string const & message ) {
+    if( auto * const shadow = copy< Keeps::values >() )
+      return shadow->shadow().corruptionDetected( message );
+    if( auto * const shadow = copy< Keeps::keys >() )
+      return shadow->shadow().corruptionDetected( message );
+    trace_.trace( 1, "QuillMap::corruptionDetected() ", name_, " ", message );
+    bool const isWriter = end_ && end_->writer();
+    detach();
+    if( isWriter )
+      Util::writeCorruptionFile(
+          Mem::TableDir( parameters_.root, name_, Mem::MappedFile::writable ), message );
+  }
+
+  /// How many notifications a copy takes at once, and how long it works before it yields, in
+  /// seconds. Of a map that keeps no copy nothing changes.
+  void sampleIs( U32 sample ) {
+    ofCopy( [&]( auto & shadow ) { shadow.sampleIs( sample ); } );
+  }
+  void yieldTimeIs( Koi::Seconds yieldTime ) {
+    ofCopy( [&]( auto & shadow ) { shadow.yieldTimeIs( yieldTime ); } );
+  }
+
+ private:
+  void writerIsMade() {
+    TableParameters table;
+    table.classType = parameters_.classType;
+    table.maxSlots = size_;
+    table.fixedCapacity = parameters_.fixedCapacity;
+    table.shrinkSlots = parameters_.shrinkSlots;
+    table.pruneConquer = parameters_.pruneConquer;
+    table.activity = parameters_.activity;
+    auto end = std::make_unique< WriterEnd< V > >(
+        parameters_.root, name_, table, [this] { ready(); }, trace_ );
+    if( isSynchronous_ )
+      end->attach();
+    end_ = std::move( end );
+  }
+  void readerIsMade() {
+    typename FrontEnd< V >::Handlers const handlers{ [this] { ready(); },
+                                                     [this]( Key const & key ) { told( key ); } };
+    auto const made = [&]< class End >( std::type_identity< End > ) {
+      auto end = std::make_unique< End >( parameters_.activity, parameters_.root, name_, handlers,
+                                          trace_ );
+      auto & it = *end;
+      end_ = std::move( end );
+      return &it;
+    };
+    if( mode_ == QuillType::reader && !isKeeping_ ) {
+      auto * const end = made( std::type_identity< ReaderEnd< V > >() );
+      if( isSynchronous_ )
+        end->tryAttach();
+    } else if( mode_ == QuillType::shadow ) {
+      auto * const end = made( std::type_identity< ShadowEnd< V, Keeps::values > >() );
+      if( isSynchronous_ )
+        end->shadow().synchronize();
+    } else {
+      auto * const end = made( std::type_identity< ShadowEnd< V, Keeps::keys > >() );
+      if( isSynchronous_ )
+        end->shadow().synchronize();
+    }
+  }
+  /// The table is there for the first time.
+  void ready() {
+    if( parameters_.onReadyFn )
+      parameters_.onReadyFn();
+    else if( !isAdvertised_ )
+      advertiseCollectionReady();
+    if( isNotifying_ && parameters_.notifyFlush )
+      tellAll();
+  }
+  void told( Key const & key ) {
+    if( isNotifying_ && onKey_ )
+      onKey_( key );
+  }
+  void tellAll() {
+    V value;
+    for( Hint hint; walkedTo( value, hint ); )
+      told( keyOf( value ) );
+  }
+  bool walkedTo( V & out, Hint & hint ) {
+    auto const value = end_ ? end_->next( hint ) : std::nullopt;
+    if( value )
+      out = *value;
+    return value.has_value();
+  }
+
+  template< class Operation >
+  void safely( char const * where, Operation operation ) {
+    try {
+      operation();
+    } catch( Rova::CorruptionDetectedException const & e ) {
+      corruptionDetected( e.what() );
+    } catch( TableFullException const & ) {
+      throw;
+    } catch( Rova::MemoryResourceException const & ) {
+      throw;
+    } catch( std::exception const & e ) {
+      trace_.trace( 0, where, ": ", e.what() );
+      Koi::assertionFailed( where, __FILE__, __LINE__ );
+    }
+  }
+
+  template< Keeps keeps >
+  ShadowEnd< V, keeps > * copy() {
+    return dynamic_cast< ShadowEnd< V, keeps > * >( end_.get() );
+  }
+  template< class Call >
+  void ofCopy( Call call ) {
+    if( auto * const values = copy< Keeps::values >() )
+      call( values->shadow() );
+    if( auto * const keys = copy< Keeps::keys >() )
+      call( keys->shadow() );
+  }
+
+  std::function< void( Key const & ) > const onKey_;
+  bool isKeeping_ = false;  // keys, for a direct reader's notifications
+  std::unique_ptr< FrontEnd< V > > end_;
+};
+
+}  // namespace Quill
