@@ -12,10 +12,10 @@
 //
 // Ordering
 // --------
-// O8  an entry's words before currentPos            notify()  -> TableAttach::repair()
+// O8  an entry's words before currentPos            notify()  -> ExistingTable::repair()
 //     Entries are 12 bytes, so every second sequence cannot be stored in one piece: an entry at or
 //     beyond currentPos is never read.
-// O9  the new queue whole before it is current      compact() -> TableAttach::isOneCurrent()
+// O9  the new queue whole before it is current      compact() -> ExistingTable::isOneCurrent()
 //     The file's notifications counter moves before it is rewritten and after, so who still reads
 //     it from an earlier turn notices: ConquerReader::conquer().
 // O15 currentPos before the look who sleeps        notify()  -> ConquerReader::isBehind()

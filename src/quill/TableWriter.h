@@ -8,7 +8,7 @@
 //
 // Ordering
 // --------
-// O10 an entry linked before it is notified         write()       -> TableAttach::repair()
+// O10 an entry linked before it is notified         write()       -> ExistingTable::repair()
 // O11 a removed entry unlinked before it is cleared  remove()      -> TableReader::attempt()
 //     A reader in a cleared slot finds the link that led there moved.
 // O12 a moved entry relinked before its old slot is cleared  moveOne()  -> TableReader::attempt()

@@ -173,7 +173,8 @@ std::string typeText( Context const & context, Declaration const & d ) {
       return {};
     case Declaration::structure:
       if( d.inTable )
-        return "KOI_TABLE_VALUE( " + d.fullName() + ", Quill::Record< " + d.fullName() + " > )\n";
+        return "KOI_TABLE_VALUE( " + d.fullName() + ", Quill::Record< " + d.fullName() +
+               " > )\ntemplate class Quill::TableTypeOf< " + d.fullName() + " >;\n";
       [[fallthrough]];
     default:
       return "KOI_VALUE( " + d.fullName() + " )\n";
@@ -226,7 +227,7 @@ Texts sourcesOf( Model const & model, Module const & module, std::size_t parts )
                                    stacked( nodes, ",\n            " ) + " )\n";
   std::string runtime = "#include <koi/Registration.h>\n";
   if( hasTableValue( module ) )
-    runtime += "#include <koi/RecordRegistration.h>\n";
+    runtime += "#include <koi/RecordRegistration.h>\n#include <quill/TableTypeOf.h>\n";
   if( numObjects > 0 )
     runtime += "#include <koi/EntityRegistration.h>\n";
   Texts sources;

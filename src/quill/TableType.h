@@ -1,0 +1,64 @@
+// TableType.h: tables whose values' type is known only at run time, by its name in their header.
+// For programs that look at any table; what a value's words mean is told by its type node
+// (koi/RecordOps.h).
+//
+// Table types are registered while libraries load, and then only read; any thread may look one up
+// after that.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <koi/KoiType.h>
+#include <mem/Copied.h>
+
+namespace Quill {
+
+using Koi::U32;
+
+/// A reader of one table, over words: RecordOps::keySize and valueSize say how many. One thread
+/// uses an object. Raises as QuillReader does.
+class KOI_PUBLIC AnyReader {
+ public:
+  virtual ~AnyReader();
+
+  /// The entry of a key; false when there is none.
+  virtual bool lookup( U32 const * key, U32 * value ) = 0;
+  /// The first entry of the table, and the one behind a key, which need not be there any more;
+  /// false at the end.
+  virtual bool first( U32 * value ) = 0;
+  virtual bool next( U32 const * key, U32 * value ) = 0;
+};
+
+/// What a writer that attached to a table would say of its files.
+struct TableVerdict {
+  std::string fault;      ///< the first promise that is not kept; empty: it would go on with them
+  bool isMended = false;  ///< an operation was under way, which the writer would finish
+};
+
+/// One type of values that lie in tables.
+class KOI_PUBLIC TableType {
+ public:
+  virtual ~TableType();
+
+  Koi::KoiType const & valueType() const { return valueType_; }
+
+  /// Opens a table. Raises as the constructor of QuillReader does.
+  virtual std::unique_ptr< AnyReader > reader( Mem::RootPath const & root,
+                                               std::string_view name ) const = 0;
+  /// Judges a copy of a table's files, and repairs it. Raises Rova::MemoryResourceException.
+  virtual TableVerdict verdict( Mem::CopiedDir & copy ) const = 0;
+
+ protected:
+  /// Registers it, for good.
+  explicit TableType( Koi::KoiType const & valueType );
+
+ private:
+  Koi::KoiType const & valueType_;
+};
+
+/// The table type whose values are of that type; null when there is none.
+KOI_PUBLIC TableType const * tableType( std::string_view valueType );
+
+}  // namespace Quill
