@@ -3,49 +3,14 @@
 #include <algorithm>
 #include <array>
 
+#include <koi/FieldOf.h>
 #include <koi/Value.h>
 #include <koijson/NearestName.h>
 
+#include "JsonForm.h"
+
 namespace Koi {
 namespace {
-
-bool isNumber( KoiType const * type ) {
-  static constexpr std::array numbers{ &koiTypeU8, &koiTypeU16, &koiTypeU32, &koiTypeU64,
-                                       &koiTypeI32 };
-  return std::ranges::find( numbers, type ) != numbers.end();
-}
-bool isString( KoiType const * type ) { return type == &koiTypeString8 || type == &koiTypeName; }
-
-/// How JSON writes a value.
-enum class Form {
-  boolean,
-  wholeNumber,
-  seconds,
-  string,      // whose canonical text is in quotes, which JSON does without
-  text,        // a string that holds the canonical text
-  enumerator,  // a string
-  object       // or a string that holds the canonical text
-};
-
-Form formOf( KoiType const * type ) {
-  if( type == &koiTypeBool )
-    return Form::boolean;
-  if( type == &koiTypeSeconds )
-    return Form::seconds;
-  if( isNumber( type ) )
-    return Form::wholeNumber;
-  if( type->kind == KoiType::enumeration )
-    return Form::enumerator;
-  if( type->kind == KoiType::structure )
-    return Form::object;
-  // What is written by hand shows by its text what it is like.
-  String8 const zero = zeroOf( type )->strRep();
-  if( isString( type ) || zero.view().starts_with( '\'' ) )
-    return Form::string;
-  bool const isPlain =
-      type->kind == KoiType::single && isNumber( type->fields[0].type ) && zero == "0";
-  return isPlain ? Form::wholeNumber : Form::text;
-}
 
 GenericIfPtr ofText( KoiType const * type, String8 const & text ) {
   return type->genericIfFromStrRep( type, text, nullptr );
@@ -71,11 +36,6 @@ GenericIfPtr ofNumber( KoiType const * type, JsonPlace const & place ) {
     place.refuse( json.dump() + " < 0 not allowed" );
   // The text of a number is how JSON writes it, and its parser knows the type's own bounds.
   return place.refusing( [&] { return ofText( type, json.dump() ); } );
-}
-
-GenericIfPtr fieldOf( GenericIf const & v, std::size_t index ) {
-  GenericIfOp const read{ static_cast< int >( index ), GenericIfOp::read };
-  return v.type()->genericIfAttributeOp( v, read, {}, nullptr );
 }
 
 void requireSettled( KoiType const * type, SettledField const & settled, GenericIf const & given,
@@ -128,16 +88,16 @@ GenericIfPtr ofFields( KoiType const * type, JsonPlace const & place, GenericIfP
 GenericIfPtr valueFromJson( KoiType const * type, JsonPlace const & place,
                             GenericIfPtr const & present, SettledField const & settled ) {
   Json const & json = place.json;
-  switch( formOf( type ) ) {
-    case Form::boolean:
+  switch( jsonFormOf( type ) ) {
+    case JsonForm::boolean:
       place.require( json.is_boolean(), "true or false" );
       return genericIf( json.get< bool >() );
-    case Form::seconds:
+    case JsonForm::seconds:
       place.require( json.is_number(), "a number" );
       return genericIf( json.get< Seconds >() );
-    case Form::wholeNumber:
+    case JsonForm::wholeNumber:
       return ofNumber( type, place );
-    case Form::object:
+    case JsonForm::object:
       if( json.is_object() )
         return ofFields( type, place, present, settled );
       place.require( json.is_string(), "an object" );
@@ -153,10 +113,10 @@ GenericIfPtr valueFromJson( KoiType const * type, JsonPlace const & place,
 }
 
 GenericIfPtr valueFromName( KoiType const * type, std::string const & name ) {
-  switch( formOf( type ) ) {
-    case Form::enumerator:
+  switch( jsonFormOf( type ) ) {
+    case JsonForm::enumerator:
       return ofEnumerator( type, name );
-    case Form::string:
+    case JsonForm::string:
       return ofText( type, valueToStrep( String8( name ) ) );
     default:
       return ofText( type, name );
