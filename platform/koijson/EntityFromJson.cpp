@@ -9,6 +9,7 @@
 #include <koi/Mirror.h>
 #include <koi/Value.h>
 #include <koijson/NearestName.h>
+#include <koijson/ValueName.h>
 
 #include "JsonText.h"
 #include "ValueFromJson.h"

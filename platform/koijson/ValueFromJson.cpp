@@ -6,26 +6,12 @@
 #include <koi/FieldOf.h>
 #include <koi/Value.h>
 #include <koijson/NearestName.h>
+#include <koijson/ValueName.h>
 
 #include "JsonForm.h"
 
 namespace Koi {
 namespace {
-
-GenericIfPtr ofText( KoiType const * type, String8 const & text ) {
-  return type->genericIfFromStrRep( type, text, nullptr );
-}
-
-GenericIfPtr ofEnumerator( KoiType const * type, std::string const & name ) {
-  auto const & entries = type->enumType->entries;
-  if( std::ranges::none_of( entries, [&]( auto const & entry ) { return entry.name == name; } ) ) {
-    std::string all;
-    for( auto const & entry : entries )
-      ( all += all.empty() ? "" : ", " ) += entry.name;
-    throwParseException( "there is no \"" + name + "\" in " + type->name + " (" + all + ")" );
-  }
-  return type->genericIfFromCtorArgs( type, CtorArgs{ genericIf( String8( name ) ) }, nullptr );
-}
 
 GenericIfPtr ofNumber( KoiType const * type, JsonPlace const & place ) {
   Json const & json = place.json;
@@ -35,7 +21,8 @@ GenericIfPtr ofNumber( KoiType const * type, JsonPlace const & place ) {
   if( !json.is_number_unsigned() && type != &koiTypeI32 )
     place.refuse( json.dump() + " < 0 not allowed" );
   // The text of a number is how JSON writes it, and its parser knows the type's own bounds.
-  return place.refusing( [&] { return ofText( type, json.dump() ); } );
+  return place.refusing(
+      [&] { return type->genericIfFromStrRep( type, String8( json.dump() ), nullptr ); } );
 }
 
 void requireSettled( KoiType const * type, SettledField const & settled, GenericIf const & given,
@@ -110,17 +97,6 @@ GenericIfPtr valueFromJson( KoiType const * type, JsonPlace const & place,
   if( settled.value )
     requireSettled( type, settled, *fieldOf( *v, settled.index ), place );
   return v;
-}
-
-GenericIfPtr valueFromName( KoiType const * type, std::string const & name ) {
-  switch( jsonFormOf( type ) ) {
-    case JsonForm::enumerator:
-      return ofEnumerator( type, name );
-    case JsonForm::string:
-      return ofText( type, valueToStrep( String8( name ) ) );
-    default:
-      return ofText( type, name );
-  }
 }
 
 GenericIfPtr zeroOf( KoiType const * type ) {

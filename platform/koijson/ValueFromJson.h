@@ -19,9 +19,6 @@ GenericIfPtr valueFromJson( KoiType const * type, JsonPlace const & place,
                             GenericIfPtr const & present = nullptr,
                             SettledField const & settled = {} );
 
-/// The value that a member's name in an object stands for. Raises ParseException or RangeException.
-GenericIfPtr valueFromName( KoiType const * type, std::string const & name );
-
 /// The value that a default-constructed one is. Raises RangeException when the type has none: a
 /// field refuses zero.
 GenericIfPtr zeroOf( KoiType const * type );

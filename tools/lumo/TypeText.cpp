@@ -1,47 +1,12 @@
 #include "TypeText.h"
 
-#include <algorithm>
-#include <vector>
-
 #include <koi/EnumType.h>
 
+#include "Columns.h"
 #include "TypeKind.h"
 
 namespace Lumo {
 namespace {
-
-struct Column {
-  std::string heading;    // empty in all of them: no line of headings
-  bool isNumber = false;  // to the right, as numbers stand
-};
-using Row = std::vector< std::string >;
-
-/// The rows in columns as wide as they need to be, two blanks between them, none at a line's end.
-std::string aligned( std::vector< Column > const & columns, std::vector< Row > const & rows,
-                     std::string const & indent = {} ) {
-  std::vector< Row > lines;
-  Row headings;
-  for( Column const & column : columns )
-    headings.push_back( column.heading );
-  if( !columns[0].heading.empty() )
-    lines.push_back( headings );
-  lines.insert( lines.end(), rows.begin(), rows.end() );
-  std::vector< std::size_t > widths( columns.size() );
-  for( Row const & line : lines )
-    for( std::size_t i = 0; i < line.size(); ++i )
-      widths[i] = std::max( widths[i], line[i].size() );
-  std::string text;
-  for( Row const & line : lines ) {
-    text += indent;
-    for( std::size_t i = 0; i < line.size(); ++i ) {
-      std::string const blanks( widths[i] - line[i].size(), ' ' );
-      bool const isLast = i + 1 == line.size();
-      text += columns[i].isNumber ? blanks + line[i] : line[i] + ( isLast ? "" : blanks );
-      text += isLast ? "\n" : "  ";
-    }
-  }
-  return text;
-}
 
 std::string counted( std::size_t count, std::string const & one, std::string const & many ) {
   return std::to_string( count ) + " " + ( count == 1 ? one : many );

@@ -4,6 +4,7 @@
 
 #include <koijson/NearestName.h>
 
+#include "Output.h"
 #include "TypeJson.h"
 #include "TypeText.h"
 
@@ -30,9 +31,9 @@ std::string_view withoutNamespace( std::string_view name ) {
       meant.empty() && !near.empty() )
     meant = names[static_cast< std::size_t >( std::ranges::find( shortNames, near ) -
                                               shortNames.begin() )];
-  throw std::runtime_error(
-      "there is no type '" + name + "'" +
-      ( meant.empty() ? "" : "; did you mean " + std::string( meant ) + "?" ) );
+  throw Failure( wrongUse,
+                 "there is no type '" + name + "'" +
+                     ( meant.empty() ? "" : "; did you mean " + std::string( meant ) + "?" ) );
 }
 
 /// The types that one NAME names: itself, or all of a namespace and of those inside it.
@@ -44,7 +45,7 @@ std::vector< KoiType const * > named( std::string const & name ) {
     return isNamespace ? !other.starts_with( name ) : other != name;
   } );
   if( types.empty() && isNamespace )
-    throw std::runtime_error( "there is no type in the namespace '" + name + "'" );
+    throw Failure( wrongUse, "there is no type in the namespace '" + name + "'" );
   if( types.empty() )
     refuseType( name );
   return types;

@@ -15,7 +15,7 @@ class TypesCommand {
   /// Whether the command line named it.
   bool isGiven() const { return command_->parsed(); }
 
-  /// What it prints. Raises std::runtime_error "there is no type 'Bridging::Confg'; did you mean
+  /// What it prints. Raises Failure "there is no type 'Bridging::Confg'; did you mean
   /// "Bridging::Config"?" for a name that is none.
   std::string output() const;
 

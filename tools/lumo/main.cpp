@@ -1,52 +1,54 @@
-// lumo: the command line. docs/lumo-command.md says what it is for.
-//
-// Exit status: 0; 2 for a wrong argument, a name that is none, or output that could not be written.
+// lumo: the command line. docs/lumo-command.md says what it is for, and what its exit status says.
 
-#include <cerrno>
 #include <csignal>
-#include <cstdio>
-#include <cstring>
 
+#include "TableCommand.h"
 #include "TypesCommand.h"
 
 namespace {
 
-constexpr int statusFailed = 2;
+using namespace Lumo;
 
-int failed( char const * why ) {
-  std::fprintf( stderr, "lumo: %s\n", why );
-  return statusFailed;
+Status failed( Status status, char const * why ) {
+  complain( why );
+  return status;
 }
 
-int written( std::string const & text ) {
-  bool const isWritten = std::fwrite( text.data(), 1, text.size(), stdout ) == text.size() &&
-                         std::fflush( stdout ) == 0;
-  // Whoever reads may leave early (`| head`).
-  if( isWritten || errno == EPIPE )
-    return 0;
-  return failed( ( std::string( "standard output: " ) + std::strerror( errno ) ).c_str() );
+Status run( CLI::App & program, int argc, char ** argv, Output & output ) {
+  TypesCommand const types( program );
+  TableCommand const table( program );
+  try {
+    program.parse( argc, argv );
+    if( table.isGiven() )
+      return table.run( output );
+    if( !types.isGiven() )
+      return failed( wrongUse, "a command is required; lumo --help names them" );
+    output.write( types.output() );
+  } catch( CLI::CallForHelp const & ) {
+    output.write( program.help() );
+  } catch( CLI::ParseError const & e ) {
+    return failed( wrongUse, e.what() );
+  }
+  return succeeded;
 }
 
 }  // namespace
 
 int main( int argc, char ** argv ) {
-  std::signal( SIGPIPE, SIG_IGN );  // written() looks at the error
+  std::signal( SIGPIPE, SIG_IGN );  // Output looks at the error
   CLI::App program( "Looks at the Layer-2 state of a switch.", "lumo" );
   program.require_subcommand( 0, 1 );
   program.footer(
-      "Exit status: 0; 2 for a wrong argument, a name that is none, or output that could not be "
-      "written." );
-  Lumo::TypesCommand const types( program );
+      "Exit status: 0; 1 for a wrong argument or a name of a type that is none; 2 for what cannot "
+      "be read or written; 3 for no such table or entry; 4 for a table that is corrupt." );
   try {
-    program.parse( argc, argv );
-    if( !types.isGiven() )
-      return failed( "a command is required; lumo --help names them" );
-    return written( types.output() );
-  } catch( CLI::CallForHelp const & ) {
-    return written( program.help() );
-  } catch( CLI::ParseError const & e ) {
-    return failed( e.what() );
-  } catch( std::runtime_error const & e ) {  // a name that is none
-    return failed( e.what() );
+    Output output;
+    Status const status = run( program, argc, argv, output );
+    output.flush();
+    return status;
+  } catch( Failure const & e ) {
+    return failed( e.status, e.what() );
+  } catch( std::bad_alloc const & ) {
+    return failed( unreachable, "out of memory" );
   }
 }
