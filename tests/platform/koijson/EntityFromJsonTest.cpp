@@ -2,12 +2,16 @@
 // and what each bad one is told.
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include <Everything.h>
 #include <koi/AttributeAccess.h>
 #include <koi/GenericEntity.h>
 #include <koi/Mirror.h>
 #include <koijson/EntityFromJson.h>
 #include <koijson/NearestName.h>
+#include <koijson/ValueName.h>
+#include <koijson/ValueToJson.h>
 
 using namespace Everything;
 using Koi::entityFromJson;
@@ -212,6 +216,35 @@ TEST_F( EntityFromJson, aReadOnlyProxyRefuses ) {
   Koi::Mirror from( room, Koi::Mirror::source ), to( proxy, Koi::Mirror::proxy, false );
   EXPECT_EQ( refusal( *proxy, R"({ "visitor": [ 1 ] })" ),
              "/visitor/0: write-update from readonly proxy: room" );
+}
+
+TEST( ValueToJson, isTheFormThatIsReadAndNamesAreWithoutQuotes ) {
+  Book const book( R"(the "E")", Spot( ShelfNumber( 3 ), 7 ), 0.5 );
+  struct {
+    Koi::GenericIfPtr value;
+    char const *json, *name;
+  } const cases[] = {
+      { Koi::genericIf( true ), "true", "True" },
+      { Koi::genericIf( -2.5e-9 ), "-2.5e-09", "-2.5e-09" },
+      { Koi::genericIf( std::numeric_limits< double >::infinity() ), "null", "inf" },
+      { Koi::genericIf( ShelfNumber( 9 ) ), "9", "9" },
+      { Koi::genericIf( Color::red ), "\"red\"", "red" },
+      { Koi::genericIf( static_cast< Color >( 77 ) ), "\"77\"", "77" },
+      { Koi::genericIf( Koi::String8( "caf\xc3\xa9\n" ) ), "\"caf\xc3\xa9\\n\"",
+        "'caf\\xc3\\xa9\\n'" },
+      { Koi::genericIf( Name( "eth1" ) ), "\"eth1\"", "eth1" },
+      { Koi::genericIf( Name( "" ) ), "\"\"", "''" },
+      { Koi::genericIf( book ),
+        R"({"title": "the \"E\"", "spot": {"shelf": 3, "position": 7}, "weight": 0.5})", nullptr },
+  };
+  for( auto const & c : cases ) {
+    std::string json;
+    Koi::ValueToJson( c.value->type() ).append( json, *c.value );
+    EXPECT_EQ( json, c.json );
+    if( c.name ) {
+      EXPECT_EQ( Koi::valueName( *c.value ), c.name );
+    }
+  }
 }
 
 TEST( NearestName, isTheOneOfFewestChangesWithinAThird ) {
