@@ -22,7 +22,7 @@ struct WriterTerms {
   SlotTable::Layout layout;  ///< its seed is that of a new table
   typename SlotsOf::Limits limits;
   bool prunes = true;
-  Followers * followers = nullptr;
+  Mem::Followers * followers = nullptr;
 
   /// A writer on files that are whole.
   std::unique_ptr< Writer > writer( std::unique_ptr< File > slots, std::unique_ptr< File > buckets,
