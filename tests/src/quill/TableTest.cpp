@@ -3,7 +3,6 @@
 #include <fstream>
 #include <map>
 #include <random>
-#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -270,65 +269,6 @@ TEST( Table, isFoundByNamesAndNotByLinks ) {
   std::filesystem::remove( table.shm.path() + "/table/buckets" );
   EXPECT_EQ( opened( "table" ), "BucketReader::attach() no shared memory region: " +
                                     table.shm.path() + "/table/buckets" );
-}
-
-TEST( Table, servesReadersBesideItsWriter ) {
-  Table table;
-  constexpr U32 numStable = 256;
-  table.fill( numStable );
-  std::vector< std::string > faults( 2 );
-  U64 lookups = 0;
-  {
-    // Threads of one process map the files once more each, as processes do.
-    std::jthread const writing( [&]( std::stop_token const & stop ) {
-      std::mt19937 random( 7 );
-      for( U64 version = 2; !stop.stop_requested(); ++version ) {
-        U32 const others = version / 2000 % 2 == 0 ? 5000 : 50;
-        U32 const k = numStable + static_cast< U32 >( random() % 5000 );
-        if( k < numStable + others )
-          table.writer->write( ProofValue::of( k, version ) );
-        else
-          table.writer->remove( { k } );
-        if( version % 8 == 0 )
-          table.writer->write(
-              ProofValue::of( static_cast< U32 >( version / 8 % numStable ), version ) );
-      }
-    } );
-    std::vector< std::jthread > reading;
-    std::vector< U64 > counts( 2 );
-    for( int r = 0; r < 2; ++r )
-      reading.emplace_back( [&, r] {
-        std::string & fault = faults[static_cast< std::size_t >( r )];
-        try {
-          auto reader = table.reader();
-          std::vector< U64 > last( numStable );
-          for( U32 i = 0; i < 100000 && fault.empty(); ++i ) {
-            U32 const k = i % numStable;
-            auto const v = reader.lookup( { k } );
-            if( !v || !v->isSound() || v->number != k || v->version < last[k] )
-              fault = !v ? "a stable key was not found" : "a torn value, or one that went back";
-            else
-              last[k] = v->version;
-            auto const other = reader.lookup( { numStable + i % 5000 } );
-            if( other && ( !other->isSound() || other->number != numStable + i % 5000 ) )
-              fault = "a torn value";
-            counts[static_cast< std::size_t >( r )] += 2;
-          }
-          std::size_t stable = 0;
-          for( auto v = reader.first(); v; v = reader.next( { v->number } ) )
-            stable += v->number < numStable;
-          if( stable != numStable )
-            fault = "a walk met " + std::to_string( stable ) + " stable keys";
-        } catch( Koi::Exception const & e ) {
-          fault = e.what();
-        }
-      } );
-    reading.clear();
-    lookups = counts[0] + counts[1];
-  }
-  EXPECT_EQ( faults, std::vector< std::string >( 2 ) );
-  EXPECT_EQ( lookups, 400000u );
-  EXPECT_EQ( table.writer->validate(), "" );
 }
 
 TEST( Table, aFileThatIsCutUnderAReaderDoesNotEndIt ) {
