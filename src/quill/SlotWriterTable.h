@@ -40,6 +40,8 @@ class SlotWriterTable {
     U32 maxSlots = 0;
     bool fixedCapacity = false;
     bool shrinkSlots = true;
+    U32 movesASlice = 4096;        ///< of a shrink, so many entries move with one operation
+    U32 looksASlice = 256 * 1024;  ///< and it looks for them in so many slots
   };
 
   SlotWriterTable( std::unique_ptr< File > file, Limits limits, Ntrace::Handler const & trace )

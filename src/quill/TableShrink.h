@@ -44,7 +44,7 @@ void TableWriter< R, M >::goOnShrinking() {
   }
   U32 moves = 0;
   for( U32 looked = 0; shrinkNext_ < slots_->numSlots(); ++shrinkNext_, ++looked ) {
-    if( moves >= movesASlice || looked >= slotsASlice )
+    if( moves >= slots_->limits().movesASlice || looked >= slots_->limits().looksASlice )
       return;
     if( M::load( View::flags( slots_->view().at( shrinkNext_ ) ) ) & SlotTable::occupied ) {
       if( !moveOne( shrinkNext_ ) )

@@ -172,9 +172,6 @@ class TableWriter {
   bool isMoving() const { return queue_.isMoving(); }
 
  private:
-  static constexpr U32 movesASlice = 4096;
-  static constexpr U32 slotsASlice = 256 * 1024;
-
   U32 const * write( Value const & value, U32 hash, bool notifies ) {
     refuseUnbalanced( "write" );
     goOnShrinking();  // which notifies, too

@@ -17,11 +17,12 @@ void collide( ProbeTable & table ) {
   table.write( key( 1 | 16 ), 1 );
   table.write( key( 1 | 0x80000000 ), 1 );
 }
-/// Many notifications of few slots, so that the next one finds the queue full but for `rest`.
-void exhaustQueue( ProbeTable & table, U32 rest = 0 ) {
-  table.write( key( 2 ), 1 );
-  while( table.writer->queue().currentPos() + rest < table.writer->queue().capacity() )
-    table.write( key( 2 ), 1 + table.content[key( 2 )] );
+/// Many notifications of few slots, so that the queue has room for `left` more.
+void exhaustQueue( ProbeTable & table, U32 left = 0, ProbeKey const & by = key( 2 ) ) {
+  table.write( by, 1 + table.content[by] );
+  auto const & queue = table.writer->queue();
+  while( queue.currentPos() + left < queue.capacity() )
+    table.write( by, 1 + table.content[by] );
 }
 void openDirect( ProbeTable & table, ProbeKey const & k, U32 version, bool commits ) {
   U32 * const words = table.writer->directWrite( k );
@@ -131,9 +132,26 @@ std::vector< Scenario > made() {
   add(
       "last entry goes", { 16, 1, 1024, true }, []( auto & t ) { fill( t, 1 ); },
       []( auto & t ) { t.remove( key( 0 ) ); } );
+  // The queue is full, or nearly, when a slice of moves begins, or one between two.
+  for( U32 left = 1; left <= 5; ++left )
+    add(
+        "shrink in slices with room for " + std::to_string( left ), { 16, 2, 1024, true, 1 },
+        [=]( auto & t ) {
+          fill( t, 16 );
+          for( U32 i = 0; i < 12; ++i )
+            t.remove( key( i * 0x9e3779b1 ) );
+          exhaustQueue( t, left, key( 14 * 0x9e3779b1 ) );
+        },
+        []( auto & t ) {
+          t.remove( key( 12 * 0x9e3779b1 ) );
+          t.write( key( 14 * 0x9e3779b1 ), 200 );
+          openDirect( t, key( 7 ), 5, true );
+          t.remove( key( 15 * 0x9e3779b1 ) );
+        } );
   // 6. The queue.
-  auto const exhausted = []( ProbeTable & t ) { exhaustQueue( t ); };
-  add( "compaction", { 4, 1, 1024, true }, exhausted, []( auto & t ) { t.write( key( 3 ), 5 ); } );
+  add(
+      "compaction", { 4, 1, 1024, true }, []( auto & t ) { exhaustQueue( t ); },
+      []( auto & t ) { t.write( key( 3 ), 5 ); } );
   add(
       "compaction back", { 4, 1, 1024, true },
       []( auto & t ) {
@@ -143,7 +161,7 @@ std::vector< Scenario > made() {
       },
       []( auto & t ) { t.remove( key( 3 ) ); } );
   add(
-      "compaction there and back", { 8, 8, 1024, false, true },
+      "compaction there and back", { 8, 8, 1024, false, 4096, true },
       []( auto & t ) { fill( t, 6 ), exhaustQueue( t ); },
       []( auto & t ) {
         for( U32 i = 0; i < 3; ++i ) {

@@ -62,6 +62,7 @@ class ProbeTable {
   struct Shape {
     U32 numSlots = 4, minSlots = 1, maxSlots = 1024;
     bool shrinks = true;
+    U32 movesASlice = 4096;
     bool isFollowed = false;  ///< some reader has not acknowledged anything yet
   };
 
@@ -77,13 +78,14 @@ class ProbeTable {
     static SlowReader slow;
     RecordedMemory::disk = &disk;
     RecordedMemory::Dir dir( disk );
-    ProbeAttach attach( dir,
-                        { { ProbeRecord::valueType, "Tests::Table", 32, shape.maxSlots, 0 },
-                          { shape.minSlots, shape.maxSlots, false, shape.shrinks },
-                          shape.numSlots,
-                          true,
-                          shape.isFollowed ? &slow : nullptr },
-                        quiet );
+    ProbeAttach attach(
+        dir,
+        { { ProbeRecord::valueType, "Tests::Table", 32, shape.maxSlots, 0 },
+          { shape.minSlots, shape.maxSlots, false, shape.shrinks, shape.movesASlice },
+          shape.numSlots,
+          true,
+          shape.isFollowed ? &slow : nullptr },
+        quiet );
     auto writer = attach.attach();
     if( how )
       *how = attach.attached();
