@@ -144,11 +144,13 @@ class Disk {
   void rewindTo( std::size_t count ) {
     while( applied_ > count ) {
       auto const & undo = undo_.back();
-      if( undo.isCall ) {
-        if( !undo.cut.empty() )
-          std::memcpy( base( undo.inode ) + sizes_[undo.inode], undo.cut.data(), undo.cut.size() );
-        sizes_ = undo.sizes;
-        names_ = undo.names;
+      if( undo.at == aCall ) {
+        auto const & call = undoCalls_.back();
+        if( !call.cut.empty() )
+          std::memcpy( base( call.inode ) + sizes_[call.inode], call.cut.data(), call.cut.size() );
+        sizes_ = call.sizes;
+        names_ = call.names;
+        undoCalls_.pop_back();
       } else {
         std::memcpy( memory_->bytes + undo.at, &undo.value, 8 );
       }
@@ -166,11 +168,13 @@ class Disk {
   struct alignas( 4096 ) Memory {
     unsigned char bytes[std::size_t{ inodeSize } * mostInodes]{};
   };
+  static constexpr std::size_t aCall = ~std::size_t{ 0 };
   struct Undo {
-    bool isCall = false;
-    U32 inode = 0;
-    std::size_t at = 0;
+    std::size_t at = aCall;
     U64 value = 0;
+  };
+  struct UndoCall {
+    U32 inode = 0;
     std::string cut;  // the bytes that a shorter file lost
     std::array< U32, mostInodes > sizes{};
     std::map< std::string, U32 > names;
@@ -199,15 +203,12 @@ class Disk {
         undo.at = std::size_t{ e.inode } * inodeSize + e.at;
         std::memcpy( &undo.value, memory_->bytes + undo.at, 8 );
       } else {
-        undo.isCall = true;
-        undo.inode = e.inode;
+        auto & call = undoCalls_.emplace_back( UndoCall{ e.inode, {}, sizes_, names_ } );
         if( e.kind == MemoryEvent::resize && e.value < sizes_[e.inode] )
-          undo.cut.assign( reinterpret_cast< char const * >( base( e.inode ) ) + e.value,
+          call.cut.assign( reinterpret_cast< char const * >( base( e.inode ) ) + e.value,
                            sizes_[e.inode] - e.value );
-        undo.sizes = sizes_;
-        undo.names = names_;
       }
-      undo_.push_back( std::move( undo ) );
+      undo_.push_back( undo );
       apply( e );
     }
   }
@@ -219,6 +220,7 @@ class Disk {
   std::size_t applied_ = 0;
   std::size_t nextSwitch_ = 0;
   std::vector< Undo > undo_;
+  std::vector< UndoCall > undoCalls_;
 };
 
 /// The policy. What it does, it does to the disk that is current.

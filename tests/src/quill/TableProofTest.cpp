@@ -1,6 +1,7 @@
 // TableProofTest.cpp: every operation in every state that matters, stopped after every store and
 // met by readers between any two; and that a step which is left out is noticed.
-#include <chrono>
+#include <ranges>
+#include <span>
 
 #include <gtest/gtest.h>
 
@@ -75,13 +76,18 @@ INSTANTIATE_TEST_SUITE_P( Table, OfEveryOperation, testing::ValuesIn( scenarios(
 
 // ---- does it notice?
 
-std::string faultOf( Scenario const & scenario, std::string ( &proof )( Story const &, Tried & ) ) {
+/// Whether the proof fails for that operation.
+bool isShownBy( std::string ( &proof )( Story const &, Tried & ), Scenario const & scenario ) {
   Tried tried;
+  std::string fault;
   try {
-    return proof( Story( scenario ), tried );
+    fault = proof( Story( scenario ), tried );
   } catch( Koi::Exception const & e ) {
-    return e.what();
+    fault = e.what();
   }
+  if( !fault.empty() )
+    std::printf( "%s: %s\n", scenario.name.c_str(), fault.c_str() );
+  return !fault.empty();
 }
 
 /// Raises the fault that the engine is to have, for one scope.
@@ -94,16 +100,17 @@ class OfEveryFault : public testing::TestWithParam< int > {};
 
 TEST_P( OfEveryFault, someOperationShowsIt ) {
   Lacking const lacking( static_cast< SeededFault >( GetParam() ) );
-  // The likely one first.
-  std::vector proofs{ crashFault, raceFault, followFault };
-  if( GetParam() >= static_cast< int >( SeededFault::recheckQueue ) )
-    std::ranges::rotate( proofs, proofs.end() - 1 );
-  for( auto * const proof : proofs )
-    for( auto const & scenario : scenarios() )
-      if( auto const fault = faultOf( scenario, *proof ); !fault.empty() ) {
-        std::printf( "%s: %s\n", scenario.name.c_str(), fault.c_str() );
-        return;
-      }
+  std::span const all = scenarios();
+  // Most faults show in the smallest table already, the rest soonest where entries move.
+  for( auto const & scenario : all.first( 6 ) )
+    if( isShownBy( crashFault, scenario ) || isShownBy( raceFault, scenario ) )
+      return;
+  for( auto const & scenario : all | std::views::reverse )
+    if( isShownBy( crashFault, scenario ) )
+      return;
+  for( auto const & scenario : all | std::views::reverse )
+    if( isShownBy( raceFault, scenario ) )
+      return;
   FAIL() << "nothing noticed";
 }
 

@@ -202,10 +202,12 @@ std::string raceFault( Story const & story, Tried & tried ) {
     keys.erase( keys.begin() + 3, keys.end() - 3 );
   constexpr U64 most = 20000;  // loads: who is stopped or overtaken is served all the same
   static States::mapped_type const never{ std::nullopt };
-  // The longest operations have millions of schedules.
-  std::size_t const step = end > 200 && !std::getenv( "LUMO_EVERY_SCHEDULE" )
-                               ? std::max< std::size_t >( 7, end / 60 )
-                               : 1;
+  unsigned const seed = std::random_device()();
+  std::mt19937 random( seed );
+  // Long operations have millions of schedules: each run has other ones.
+  bool const isLong = end > 60 && !std::getenv( "LUMO_EVERY_SCHEDULE" );
+  std::size_t const step = isLong ? std::max< std::size_t >( 7, end / 60 ) : 1,
+                    offset = random() % step;
   // The reader is one that attached at the start of the operation, or just now.
   enum Reader { early, fresh };
   auto const run = [&]( Reader which, ProbeKey const & key, int what, std::size_t start,
@@ -235,7 +237,7 @@ std::string raceFault( Story const & story, Tried & tried ) {
   for( int what = 0; what < 3; ++what )
     for( auto const & key : what == 2 ? std::vector( 1, keys.front() ) : keys ) {
       // 1. The writer stops at a store for good, or goes on at any load of the reader.
-      for( std::size_t start = 0; start <= end; start += step ) {
+      for( std::size_t start = offset; start <= end; start += step ) {
         if( auto fault = run( fresh, key, what, start, {} ); !fault.empty() )
           return fault;
         U64 const loads = disk.numLoads;
@@ -249,7 +251,7 @@ std::string raceFault( Story const & story, Tried & tried ) {
         return fault;
       U64 const loads = disk.numLoads;
       for( U64 load = 1; load <= loads; ++load )
-        for( std::size_t to = 1; to < end; to += step ) {
+        for( std::size_t to = 1 + offset; to < end; to += step ) {
           if( auto fault = run( early, key, what, 0, { { load, to } } ); !fault.empty() )
             return fault;
           if( auto fault = run( early, key, what, 0, { { load, to }, { load + 3, end } } );
@@ -258,8 +260,6 @@ std::string raceFault( Story const & story, Tried & tried ) {
         }
     }
   // 3. Some schedules of many switches, others in each run.
-  unsigned const seed = std::random_device()();
-  std::mt19937 random( seed );
   for( int i = 0; i < 500; ++i ) {
     std::vector< Disk::Switch > switches( 3 + random() % 10 );
     std::size_t to = 0;

@@ -18,8 +18,8 @@ struct Tried {
 std::string crashFault( Story const & story, Tried & tried );
 
 /// Lets readers look up and walk under every schedule of up to `mostSwitches` switches between the
-/// two, and with a writer that stopped anywhere for good. Operations of more than 200 stores are
-/// tried with every seventh of them, or 60 in all, unless LUMO_EVERY_SCHEDULE is in the
+/// two, and with a writer that stopped anywhere for good. Operations of more than 60 stores are
+/// tried with every seventh of them, others in each run, unless LUMO_EVERY_SCHEDULE is in the
 /// environment.
 std::string raceFault( Story const & story, Tried & tried );
 
