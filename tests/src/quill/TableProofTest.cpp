@@ -100,10 +100,15 @@ class OfEveryFault : public testing::TestWithParam< int > {};
 TEST_P( OfEveryFault, someOperationShowsIt ) {
   Lacking const lacking( static_cast< SeededFault >( GetParam() ) );
   std::span const all = scenarios();
+  bool const isFollowers = GetParam() >= static_cast< int >( SeededFault::recheckQueue );
   bool const isReaders = GetParam() >= static_cast< int >( SeededFault::recheckLink );
+  for( auto at = all.begin() + 6; at != all.end() && isFollowers; ++at )
+    if( isShownBy( followFault, *at ) )
+      return;
   // Most faults show in the smallest table already, the rest soonest where entries move.
   for( auto const & scenario : all.first( 6 ) )
-    if( isShownBy( crashFault, scenario ) || isShownBy( raceFault, scenario ) )
+    if( isShownBy( crashFault, scenario ) || isShownBy( raceFault, scenario ) ||
+        isShownBy( followFault, scenario ) )
       return;
   for( auto at = all.rbegin(); at != all.rend() && !isReaders; ++at )
     if( isShownBy( crashFault, *at ) )
