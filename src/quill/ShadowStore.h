@@ -73,19 +73,26 @@ class ShadowStore {
 
   /// The slot of a key; noIndex when there is none.
   U32 find( Key const & key ) const {
-    U32 slot = heads_[bucketOf( R::hash( key.word, seed_ ) )];
+    U32 slot = heads_[bucketOf( hash( key.word ) )];
     while( slot != chainEnd && at( slot ).key() != key )
       slot = next( slot );
     return slot == chainEnd ? noIndex : slot;
   }
 
   /// Fills a free slot.
-  void insert( U32 slot, U32 const * words ) {
+  void insert( U32 slot, U32 const * words ) { insert( slot, words, hash( words ) ); }
+  /// The same in two steps: what is hashed first is fetched meanwhile.
+  [[gnu::always_inline]] U32 fetched( U32 const * words ) const {
+    U32 const h = hash( words );
+    __builtin_prefetch( &heads_[bucketOf( h )], 1 );
+    return h;
+  }
+  void insert( U32 slot, U32 const * words, U32 hashed ) {
     while( slot >= numSlots() )
       grow( slot );
     std::copy_n( words, numWords, chunks_[slot / chunkSize]->words[slot % chunkSize].word );
     counters_.isOccupiedIs( slot, true );
-    U32 & head = headOf( slot );
+    U32 & head = heads_[bucketOf( hashed )];
     next( slot ) = head;
     head = slot;
     if( numEntries() > heads_.size() )
@@ -100,7 +107,7 @@ class ShadowStore {
     return true;
   }
   void remove( U32 slot ) {
-    U32 * link = &headOf( slot );
+    U32 * link = &heads_[bucketOf( hash( at( slot ).word ) )];
     while( *link != slot ) {
       KOI_ASSERT( *link != chainEnd );
       link = &next( *link );
@@ -141,6 +148,7 @@ class ShadowStore {
     Words words[chunkSize];
   };
 
+  U32 hash( U32 const * words ) const { return R::hash( words, seed_ ); }
   U32 next( U32 slot ) const { return chunks_[slot / chunkSize]->next[slot % chunkSize]; }
   U32 & next( U32 slot ) { return chunks_[slot / chunkSize]->next[slot % chunkSize]; }
 
@@ -161,7 +169,6 @@ class ShadowStore {
     U32 const bucket = hash & ( 2 * std::bit_floor( size ) - 1 );
     return bucket < size ? bucket : splitFrom( bucket );
   }
-  U32 & headOf( U32 slot ) { return heads_[bucketOf( R::hash( at( slot ).word, seed_ ) )]; }
   void split() {
     auto const added = static_cast< U32 >( heads_.size() );
     U32 const old = splitFrom( added );
@@ -172,7 +179,7 @@ class ShadowStore {
     U32 * kept = &heads_[old];
     U32 * gone = &heads_[added];
     for( U32 slot = *kept; slot != chainEnd; slot = next( slot ) ) {
-      U32 *& end = bucketOf( R::hash( at( slot ).word, seed_ ) ) == old ? kept : gone;
+      U32 *& end = bucketOf( hash( at( slot ).word ) ) == old ? kept : gone;
       *end = slot;
       end = &next( slot );
     }

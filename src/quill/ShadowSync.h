@@ -38,11 +38,24 @@ void ShadowEngine< R, M, numWords >::begin() {
 }
 template< class R, class M, U32 numWords >
 bool ShadowEngine< R, M, numWords >::copied( Clock::time_point end ) {
-  Value value;
+  // The index is met at random: what a few slots touch there is fetched while they are read.
+  constexpr U32 atOnce = 32;
+  static_assert( slotsBetweenLooks % atOnce == 0 );
+  struct {
+    Value value;
+    U32 slot, hash;
+  } some[atOnce];
   for( U32 const first = syncSlot_; syncSlot_ < numShared(); ) {
-    if( reader_->loadSlot( syncSlot_, value ) )
-      next_->insert( syncSlot_, value.word );
-    if( ++syncSlot_ % slotsBetweenLooks == 0 && Clock::now() >= end ) {
+    U32 count = 0;
+    for( U32 i = 0; i < atOnce; ++i, ++syncSlot_ )
+      if( reader_->loadSlot( syncSlot_, some[count].value ) ) {
+        some[count].slot = syncSlot_;
+        some[count].hash = next_->fetched( some[count].value.word );
+        ++count;
+      }
+    for( U32 i = 0; i < count; ++i )
+      next_->insert( some[i].slot, some[i].value.word, some[i].hash );
+    if( syncSlot_ % slotsBetweenLooks == 0 && Clock::now() >= end ) {
       traceSynced( first );
       return false;
     }

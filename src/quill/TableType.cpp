@@ -13,6 +13,7 @@ std::vector< TableType const * > & all() {
 }  // namespace
 
 AnyReader::~AnyReader() = default;
+AnyFollower::~AnyFollower() = default;
 TableType::~TableType() = default;
 
 TableType::TableType( Koi::KoiType const & valueType ) : valueType_( valueType ) {

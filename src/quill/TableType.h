@@ -6,10 +6,12 @@
 // after that.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include <koi/Activity.h>
 #include <koi/KoiType.h>
 #include <mem/Copied.h>
 
@@ -31,6 +33,24 @@ class KOI_PUBLIC AnyReader {
   virtual bool next( U32 const * key, U32 * value ) = 0;
 };
 
+/// A copy of one table that follows it, over words. On its activity's thread.
+class KOI_PUBLIC AnyFollower {
+ public:
+  /// As those of QuillShadow are. The key's words are valid during the call.
+  struct Handlers {
+    std::function< void() > onReady;
+    std::function< void( U32 const * key ) > onKey;
+    std::function< void( bool isAttached ) > onAttached;
+  };
+
+  virtual ~AnyFollower();
+
+  /// The entry of a key, as the copy has it; false when there is none.
+  virtual bool lookup( U32 const * key, U32 * value ) = 0;
+  /// Walks the copy from place 0 on; false at the end.
+  virtual bool next( U32 & place, U32 * value ) = 0;
+};
+
 /// What a writer that attached to a table would say of its files.
 struct TableVerdict {
   std::string fault;      ///< the first promise that is not kept; empty: it would go on with them
@@ -47,6 +67,11 @@ class KOI_PUBLIC TableType {
   /// Opens a table. Raises as the constructor of QuillReader does.
   virtual std::unique_ptr< AnyReader > reader( Mem::RootPath const & root,
                                                std::string_view name ) const = 0;
+  /// Follows a table, also one that is not there yet.
+  virtual std::unique_ptr< AnyFollower > follower( Koi::Activity * activity,
+                                                   Mem::RootPath const & root,
+                                                   std::string const & name,
+                                                   AnyFollower::Handlers handlers ) const = 0;
   /// Judges a copy of a table's files, and repairs it. Raises Rova::MemoryResourceException.
   virtual TableVerdict verdict( Mem::CopiedDir & copy ) const = 0;
 

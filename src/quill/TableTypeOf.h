@@ -7,6 +7,7 @@
 
 #include <quill/ExistingTable.h>
 #include <quill/QuillReader.h>
+#include <quill/QuillShadow.h>
 #include <quill/TableType.h>
 
 namespace Quill {
@@ -17,6 +18,11 @@ class TableTypeOf final : public TableType {
   std::unique_ptr< AnyReader > reader( Mem::RootPath const & root,
                                        std::string_view name ) const override {
     return std::make_unique< Reader >( root, name );
+  }
+  std::unique_ptr< AnyFollower > follower( Koi::Activity * activity, Mem::RootPath const & root,
+                                           std::string const & name,
+                                           AnyFollower::Handlers handlers ) const override {
+    return std::make_unique< Follower >( activity, root, name, std::move( handlers ) );
   }
   TableVerdict verdict( Mem::CopiedDir & copy ) const override;
 
@@ -54,6 +60,36 @@ class TableTypeOf final : public TableType {
     }
 
     QuillReader< V > reader_;
+  };
+
+  class Follower final : public AnyFollower {
+   public:
+    Follower( Koi::Activity * activity, Mem::RootPath const & root, std::string const & name,
+              Handlers handlers )
+        : onKey_( std::move( handlers.onKey ) ),
+          shadow_( activity, root, name,
+                   { std::move( handlers.onReady ), [this]( auto const & key ) { told( key ); },
+                     std::move( handlers.onAttached ) } ) {}
+
+    bool lookup( U32 const * key, U32 * value ) override {
+      return isPut( shadow_.lookup( RecordOf::key( key ) ), value );
+    }
+    bool next( U32 & place, U32 * value ) override { return isPut( shadow_.next( place ), value ); }
+
+   private:
+    void told( typename RecordOf::Key const & key ) const {
+      KeyWords< RecordOf > words{};
+      RecordOf::putKey( key, words.word );
+      onKey_( words.word );
+    }
+    static bool isPut( std::optional< V > const & from, U32 * value ) {
+      if( from )
+        RecordOf::put( *from, value );
+      return from.has_value();
+    }
+
+    std::function< void( U32 const * ) > const onKey_;
+    QuillShadow< V, Keeps::values > shadow_;
   };
 
   TableTypeOf() : TableType( V::_koiType ) {}

@@ -5,7 +5,7 @@ namespace Lumo {
 TableCommand::TableCommand( CLI::App & program )
     : command_( program.add_subcommand( "table", "looks at tables in shared memory" ) ) {
   command_->require_subcommand( 1 );
-  for( auto const add : { tableList, tableStat, tableDump, tableVerify } )
+  for( auto const add : { tableList, tableStat, tableDump, tableVerify, tableFollow } )
     subcommands_.push_back( add( *command_ ) );
 }
 

@@ -2,62 +2,20 @@
 #include <algorithm>
 #include <optional>
 
-#include <koi/FieldOf.h>
 #include <koi/RecordOps.h>
-#include <koijson/ValueName.h>
 #include <koijson/ValueToJson.h>
 
 #include "Columns.h"
+#include "EntryTexts.h"
 #include "TableSubcommand.h"
 
 namespace Lumo {
 namespace {
 
 using Koi::GenericIf;
-using Koi::GenericIfPtr;
 using Koi::KoiType;
 using Koi::U32;
 using Koi::U64;
-
-/// "key.fid", "key.addr", "intf": what has fields is shown by them.
-void addHeadings( KoiType const & type, std::string const & name,
-                  std::vector< Column > & columns ) {
-  if( type.kind != KoiType::structure ) {
-    columns.push_back( { name } );
-    return;
-  }
-  for( auto const & field : type.fields )
-    addHeadings( *field.type, name.empty() ? field.name : name + "." + field.name, columns );
-}
-void addTexts( GenericIf const & value, Row & row ) {
-  if( value.type()->kind != KoiType::structure ) {
-    row.push_back( Koi::valueName( value ) );
-    return;
-  }
-  for( std::size_t i = 0; i < value.type()->fields.size(); ++i )
-    addTexts( *Koi::fieldOf( value, i ), row );
-}
-
-bool isNumber( std::string const & text ) {
-  return text.find_first_of( "0123456789" ) <= 1 &&
-         text.find_first_not_of( "0123456789.+-e" ) == text.npos;
-}
-
-/// A key from its text; or, when it has fields, from theirs with commas between them.
-GenericIfPtr keyOf( KoiType const & type, std::string const & text ) {
-  if( type.kind != KoiType::structure || text.find( '(' ) != text.npos )
-    return Koi::valueFromName( &type, text );
-  Koi::CtorArgs fields;
-  std::size_t from = 0;
-  for( auto const & field : type.fields ) {
-    auto const comma = std::min( text.find( ',', from ), text.size() );
-    fields.push_back( Koi::valueFromName( field.type, text.substr( from, comma - from ) ) );
-    from = std::min( comma + 1, text.size() );
-  }
-  if( from != text.size() )
-    Koi::throwParseException( "'" + text.substr( from ) + "' is left over" );
-  return type.genericIfFromCtorArgs( &type, fields, nullptr );
-}
 
 /// Where entries go.
 class Entries {
@@ -92,11 +50,11 @@ class JsonEntries final : public Entries {
 class TextEntries final : public Entries {
  public:
   TextEntries( Output & output, KoiType const & type ) : output_( output ) {
-    addHeadings( type, {}, columns_ );
+    addEntryHeadings( type, {}, columns_ );
   }
   void add( GenericIf const & value ) override {
     Row row;
-    addTexts( value, row );
+    addEntryTexts( value, row );
     if( fitted_ ) {
       output_.write( fitted_->line( row ) );
       return;
@@ -112,11 +70,7 @@ class TextEntries final : public Entries {
 
  private:
   void fit() {
-    for( std::size_t i = 0; i < columns_.size(); ++i )
-      columns_[i].isNumber =
-          std::ranges::all_of( first_, [&]( Row const & row ) { return isNumber( row[i] ); } );
-    fitted_.emplace( columns_ );
-    fitted_->fit( first_ );
+    fitted_.emplace( entryColumns( columns_, first_ ) );
     output_.write( fitted_->headings() );
     for( Row const & row : first_ )
       output_.write( fitted_->line( row ) );
@@ -191,7 +145,7 @@ class TableDump final : public TableSubcommand {
                                      std::string const & text ) {
     std::vector< U32 > words( record.keySize / 4 );
     try {
-      record.putKey( *keyOf( type, text ), words.data() );
+      record.putKey( *keyFromText( type, text ), words.data() );
     } catch( Koi::Exception const & e ) {
       throw Failure( wrongUse, "--key " + text + ": " + e.what() );
     }

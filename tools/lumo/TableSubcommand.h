@@ -44,6 +44,7 @@ std::unique_ptr< TableSubcommand > tableList( CLI::App & table );
 std::unique_ptr< TableSubcommand > tableStat( CLI::App & table );
 std::unique_ptr< TableSubcommand > tableDump( CLI::App & table );
 std::unique_ptr< TableSubcommand > tableVerify( CLI::App & table );
+std::unique_ptr< TableSubcommand > tableFollow( CLI::App & table );
 
 /// The type of a table's values. Raises Failure "table <name> holds <type>, which this build does
 /// not know".

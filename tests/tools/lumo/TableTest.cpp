@@ -295,4 +295,38 @@ TEST_F( LumoTable, whatIsDamagedIsNamed ) {
   EXPECT_NE( lumo( "ls" ).out.find( "mac    ?  " ), std::string::npos );
 }
 
+TEST_F( LumoTable, changesAreFollowedAsTheyCome ) {
+  fill( "mac", 3 );
+  pid_t const child = process( []( Writer & w ) {
+    static U32 n = 3;
+    usleep( 20000 );
+    w.write( host( n ) );
+    w.remove( host( n++ ).key() );
+  } );
+  // Whoever comes between the two sees them in order; nobody is told of what does not change.
+  auto const text = lumo( "follow mac --all --count 20" );
+  EXPECT_EQ( text.status, 0 ) << text.err;
+  EXPECT_EQ( text.out.substr( 0, text.out.find( '\n' ) ),
+             "change  key.fid  key.addr           intf  moves  lastMoveTime  entryType" );
+  EXPECT_NE( text.out.find( "\nset           1  00:00:5e:00:53:01  eth2      0           0.5  "
+                            "learnedDynamicMac\n" ),
+             std::string::npos )
+      << text.out;
+  EXPECT_NE( text.out.find( "\ngone          1  00:00:5e:00:53:" ), std::string::npos )
+      << text.out;
+  auto const json = lumo( "follow mac --json | head -n 2" );
+  std::istringstream lines( json.out );
+  int count = 0;
+  for( std::string line; std::getline( lines, line ); ++count ) {
+    auto const change = nlohmann::json::parse( line );
+    EXPECT_EQ( change["schema"], "lumo.table.follow/1" );
+    EXPECT_EQ( change["change"] == "set", change.contains( "entry" ) );
+  }
+  EXPECT_EQ( count, 2 );
+  end( child );
+  // It ends by an interrupt, with what it has shown; and it refuses what is not there.
+  EXPECT_EQ( lumo( "follow mac --all & sleep 0.5; kill -INT $!; wait $!; true &&" ).err, "" );
+  EXPECT_EQ( refusal( "follow mca", 3 ), "lumo: there is no table 'mca'; did you mean mac?\n" );
+}
+
 }  // namespace
