@@ -108,6 +108,7 @@ class TableDump final : public TableSubcommand {
 
  private:
   Status dumped( Output & output ) const {
+    requireTable( root(), name_ );
     auto const facts = factsOf( root(), name_ );
     auto const & table = knownType( facts );
     KoiType const & type = table.valueType();

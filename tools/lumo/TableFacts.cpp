@@ -42,17 +42,6 @@ void addTables( fs::path const & path, std::string const & name, TableNames & al
   }
 }
 
-[[noreturn]] void refuseTable( std::string const & name, TableNames const & all ) {
-  // What cannot be looked into may have it.
-  for( std::string const & fault : all.faults )
-    throw Failure( unreachable, fault );
-  std::vector< std::string_view > const names( all.names.begin(), all.names.end() );
-  auto const meant = Koi::nearestName( name, names );
-  throw Failure( absent,
-                 "there is no table '" + name + "'" +
-                     ( meant.empty() ? "" : "; did you mean " + std::string( meant ) + "?" ) );
-}
-
 template< class Header >
 Header headerOf( MappedFile const & file ) {
   return loadedHeader< Plain, Header >( file.base(), file.size() );
@@ -105,9 +94,21 @@ TableNames tablesBelow( Mem::RootPath const & root ) {
   return all;
 }
 
+void requireTable( Mem::RootPath const & root, std::string const & name ) {
+  auto const all = tablesBelow( root );
+  if( std::ranges::binary_search( all.names, name ) )
+    return;
+  // What cannot be looked into may have it.
+  for( std::string const & fault : all.faults )
+    throw Failure( unreachable, fault );
+  std::vector< std::string_view > const names( all.names.begin(), all.names.end() );
+  auto const meant = Koi::nearestName( name, names );
+  throw Failure( absent,
+                 "there is no table '" + name + "'" +
+                     ( meant.empty() ? "" : "; did you mean " + std::string( meant ) + "?" ) );
+}
+
 TableFacts factsOf( Mem::RootPath const & root, std::string const & name ) {
-  if( auto const all = tablesBelow( root ); !std::ranges::binary_search( all.names, name ) )
-    refuseTable( name, all );
   TableFacts facts;
   facts.name = name;
   Mem::TableDir const dir( root, name, MappedFile::readOnly );

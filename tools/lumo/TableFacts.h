@@ -43,6 +43,9 @@ inline constexpr std::array< char const *, 4 > tableFiles{
     Quill::ConquerTable::fileName[1] };
 
 /// Raises Failure "there is no table 'mca'; did you mean mac?", and for what cannot be read.
+void requireTable( Mem::RootPath const & root, std::string const & name );
+
+/// Raises Rova::MemoryResourceException.
 TableFacts factsOf( Mem::RootPath const & root, std::string const & name );
 
 }  // namespace Lumo

@@ -20,17 +20,20 @@ class TableList final : public TableSubcommand {
   Status run( Output & output ) const override {
     auto const all = tablesBelow( root() );
     WriterLocks const locks;
+    Status status = succeeded;
+    auto const unreadable = [&]( std::string const & why ) {
+      complain( why );
+      status = unreachable;
+    };
     std::vector< Row > rows;
-    Json json{ { "schema", "lumo.table.ls/1" }, { "root", root().path() }, { "tables", {} } };
-    json["tables"] = Json::array();
+    Json json{
+        { "schema", "lumo.table.ls/1" }, { "root", root().path() }, { "tables", Json::array() } };
     for( std::string const & name : all.names ) {
       TableFacts facts;
       try {
         facts = onTable( name, [&] { return factsOf( root(), name ); } );
       } catch( Failure const & e ) {
-        // One that went meanwhile is no table any more.
-        if( e.status == unreachable )
-          unreadable( e.what() );
+        unreadable( e.what() );
         continue;
       }
       auto const writer = locks.writerOf( root().path() + "/" + name );
@@ -52,7 +55,7 @@ class TableList final : public TableSubcommand {
       table["writer"] = writer ? Json( *writer ) : Json();
       json["tables"].push_back( std::move( table ) );
     }
-    output.write( isJson_ ? json.dump( 2 ) + "\n"
+    output.write( isJson_ ? json.dump( 2, ' ', false, Json::error_handler_t::replace ) + "\n"
                           : aligned( { { "table" },
                                        { "value type" },
                                        { "entries", true },
@@ -62,17 +65,11 @@ class TableList final : public TableSubcommand {
                                      rows ) );
     for( std::string const & fault : all.faults )
       unreadable( fault );
-    return status_;
+    return status;
   }
 
  private:
-  void unreadable( std::string const & why ) const {
-    complain( why );
-    status_ = unreachable;
-  }
-
   bool isJson_ = false;
-  mutable Status status_ = succeeded;
 };
 
 }  // namespace

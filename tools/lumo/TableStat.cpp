@@ -71,6 +71,7 @@ class TableStat final : public TableSubcommand {
   }
 
   Status run( Output & output ) const override {
+    requireTable( root(), name_ );
     auto const facts = onTable( name_, [&] { return factsOf( root(), name_ ); } );
     auto const writer = WriterLocks().writerOf( root().path() + "/" + name_ );
     output.write( aligned( { {}, {} }, rowsOf( facts, writer ) ) );

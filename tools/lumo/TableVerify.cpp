@@ -56,6 +56,7 @@ class TableVerify final : public TableSubcommand {
  private:
   /// What is to be said of a table besides that it is right. Raises Failure.
   std::string verified( std::string const & name ) const {
+    requireTable( root(), name );
     auto const facts = factsOf( root(), name );
     if( !facts.fault.empty() )
       throw Rova::CorruptionDetectedException( facts.fault );
