@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <random>
 
-#include <sys/mman.h>
 #include <sys/wait.h>
 
 #include <gtest/gtest.h>
@@ -36,23 +35,7 @@ struct Ledger {
   } of[1];  // numKeys
 };
 
-class SharedLedger {
- public:
-  SharedLedger()
-      : ledger_( static_cast< Ledger * >(
-            mmap( nullptr, size(), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0 ) ) ) {
-    ledger_->key = numKeys;
-  }
-  ~SharedLedger() { munmap( ledger_, size() ); }
-  SharedLedger( SharedLedger const & ) = delete;
-  SharedLedger & operator=( SharedLedger const & ) = delete;
-  Ledger volatile * operator->() const { return ledger_; }
-
- private:
-  static std::size_t size() { return sizeof( Ledger ) + numKeys * sizeof( Ledger::of ); }
-
-  Ledger * const ledger_;
-};
+using SharedLedger = Shared< Ledger volatile >;
 
 struct Writing {
   ShmRoot const & shm;
@@ -113,7 +96,8 @@ TEST( Kill, nothingIsLost ) {
   std::printf( "%u kills, seed %u\n", kills, seed );
   std::mt19937 random( seed );
   ShmRoot const shm;
-  SharedLedger const ledger;
+  SharedLedger const ledger( sizeof( Ledger ) + numKeys * sizeof( Ledger::of ) );
+  ledger->key = numKeys;
   {
     Writing first{ shm, ledger };
     for( U32 k = 0; k < numKeys; ++k )

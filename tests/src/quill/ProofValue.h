@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <quill/QuillReader.h>
@@ -90,6 +91,25 @@ class ShmRoot {
 
  private:
   std::string path_;
+};
+
+/// Zeros that the processes of a test share.
+template< class T >
+class Shared {
+ public:
+  explicit Shared( std::size_t size = sizeof( T ) )
+      : size_( size ),
+        at_( static_cast< T * >(
+            mmap( nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0 ) ) ) {}
+  ~Shared() { munmap( const_cast< std::remove_cv_t< T > * >( at_ ), size_ ); }
+  Shared( Shared const & ) = delete;
+  Shared & operator=( Shared const & ) = delete;
+  T & operator*() const { return *at_; }
+  T * operator->() const { return at_; }
+
+ private:
+  std::size_t const size_;
+  T * const at_;
 };
 
 inline Quill::TableParameters proofParameters( U32 maxSlots = 1 << 20 ) {

@@ -6,7 +6,6 @@
 #include <random>
 #include <thread>
 
-#include <sys/mman.h>
 #include <sys/wait.h>
 
 #include <gtest/gtest.h>
@@ -61,21 +60,6 @@ struct Ledger {
   };
   Mark done[numKeys], doing[numKeys];
   Reader readers[2];
-};
-
-class SharedLedger {
- public:
-  SharedLedger()
-      : ledger_( static_cast< Ledger * >( mmap( nullptr, sizeof( Ledger ), PROT_READ | PROT_WRITE,
-                                                MAP_SHARED | MAP_ANONYMOUS, -1, 0 ) ) ) {}
-  ~SharedLedger() { munmap( ledger_, sizeof( Ledger ) ); }
-  SharedLedger( SharedLedger const & ) = delete;
-  SharedLedger & operator=( SharedLedger const & ) = delete;
-  Ledger & operator*() const { return *ledger_; }
-  Ledger * operator->() const { return ledger_; }
-
- private:
-  Ledger * const ledger_;
 };
 
 /// Some stable keys are touched more often than others.
@@ -269,7 +253,7 @@ void proves( Engine & engine, Open open, unsigned numProcesses, U64 numLookups )
     numLookups = std::strtoull( text, nullptr, 10 );
   unsigned const seed = std::random_device()();
   auto const start = std::chrono::steady_clock::now();
-  SharedLedger const ledger;
+  Shared< Ledger > const ledger;
   Churn churn( engine, *ledger, seed );
   auto const reads = [&]( unsigned i ) {
     Judge( *ledger, ledger->readers[i] ).reads( open, numLookups / 2, seed + i );
