@@ -1,5 +1,4 @@
-// TableTest.cpp: a table over real files: against a plain map, at its limits, beside readers,
-// damaged.
+// TableTest.cpp: a table over real files: against a plain map, at its limits, damaged.
 #include <fstream>
 #include <map>
 #include <random>
