@@ -1,6 +1,7 @@
 #include <mem/MappedFile.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <limits>
 #include <system_error>
 #include <vector>
@@ -24,11 +25,11 @@ U64 sizeOf( int descriptor ) {
   return static_cast< U64 >( about.st_size );
 }
 
-/// Room for [from, to), zeros. False with errno set when there is none.
+/// Room for [0, to), of which what is from `from` on is zeros. False with errno set when there is
+/// none. Who was stopped in here has left a file without room for its end, so all is asked for.
 bool hasRoom( int descriptor, U64 from, U64 to ) {
-  auto const at = static_cast< off_t >( from ), size = static_cast< off_t >( to - from );
   for( ;; ) {
-    if( fallocate( descriptor, 0, at, size ) == 0 )
+    if( fallocate( descriptor, 0, 0, static_cast< off_t >( to ) ) == 0 )
       return true;
     if( errno == EOPNOTSUPP )
       break;
@@ -45,6 +46,56 @@ bool hasRoom( int descriptor, U64 from, U64 to ) {
     done += count > 0 ? static_cast< U64 >( count ) : 0;
   }
   return true;
+}
+
+// Tables are read at random: with large pages most of what a look-up would spend on translating
+// addresses goes away.
+constexpr U64 largePage = 2 << 20;
+
+/// Addresses of a mapping to come, which begins where large pages may; nothing else gets them.
+/// MAP_FAILED when there are none.
+void * placeFor( std::size_t size ) {
+  auto const pageSize = static_cast< std::size_t >( sysconf( _SC_PAGESIZE ) );
+  size = ( size + pageSize - 1 ) & ~( pageSize - 1 );
+  std::size_t const extra = size < largePage ? 0 : largePage;
+  void * const all =
+      mmap( nullptr, size + extra, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0 );
+  if( all == MAP_FAILED || extra == 0 )
+    return all;
+  auto * const begin = static_cast< unsigned char * >( all );
+  std::size_t const before = -reinterpret_cast< std::uintptr_t >( begin ) & ( largePage - 1 );
+  if( before != 0 )
+    munmap( begin, before );
+  munmap( begin + before + size, extra - before );
+  return begin + before;
+}
+
+/// Maps [0, size) of the file there, or takes the mapping of `oldSize` bytes to there. MAP_FAILED
+/// when it cannot.
+void * mappedAt( void * place, void * old, U64 oldSize, U64 size, int protection, int descriptor ) {
+  if( place == MAP_FAILED )
+    return place;
+  auto const count = static_cast< std::size_t >( size );
+  void * const at = old ? mremap( old, static_cast< std::size_t >( oldSize ), count,
+                                  MREMAP_MAYMOVE | MREMAP_FIXED, place )
+                        : mmap( place, count, protection, MAP_SHARED | MAP_FIXED, descriptor, 0 );
+  if( at == MAP_FAILED ) {
+    int const why = errno;
+    munmap( place, count );
+    errno = why;
+  }
+  return at;
+}
+
+/// Puts what is added to a mapped file into large pages, where the system does that (MADV_COLLAPSE,
+/// Linux 6.1). They take no more room than small ones would; a part that gets none has those later.
+void gather( int descriptor, unsigned char * base, U64 from, U64 to ) {
+  constexpr int collapse = 25;
+  // An empty stretch is not gathered: it gets its first page before.
+  for( U64 at = from & ~( largePage - 1 ); at + largePage <= to; at += largePage )
+    if( fallocate( descriptor, 0, static_cast< off_t >( at ), 1 ) != 0 ||
+        madvise( base + at, static_cast< std::size_t >( largePage ), collapse ) != 0 )
+      return;
 }
 
 }  // namespace
@@ -73,8 +124,8 @@ void MappedFile::map( U64 size ) {
   if( size == 0 )
     return;
   int const protection = access_ == writable ? PROT_READ | PROT_WRITE : PROT_READ;
-  void * const at =
-      mmap( nullptr, static_cast< std::size_t >( size ), protection, MAP_SHARED, descriptor_, 0 );
+  void * const at = mappedAt( placeFor( static_cast< std::size_t >( size ) ), nullptr, 0, size,
+                              protection, descriptor_ );
   if( at == MAP_FAILED )
     refuse( "cannot map " );
   base_ = static_cast< unsigned char * >( at );
@@ -99,23 +150,38 @@ void MappedFile::refuse( char const * what ) const {
 
 void MappedFile::reserve( U64 size ) {
   KOI_ASSERT( access_ == writable );
-  U64 const before = sizeOf( descriptor_ );
-  if( size > before && !hasRoom( descriptor_, before, size ) ) {
-    int const why = errno;
-    // What was added is nobody's yet.
-    [[maybe_unused]] int const cutBack = ftruncate( descriptor_, static_cast< off_t >( before ) );
-    errno = why;
-    refuse( ( "cannot reserve " + std::to_string( size ) + " bytes for " ).c_str() );
+  U64 const length = sizeOf( descriptor_ ), mapped = size_;
+  bool isDone = size <= length || ftruncate( descriptor_, static_cast< off_t >( size ) ) == 0;
+  if( isDone && size > mapped ) {
+    void * const at = mappedAt( placeFor( static_cast< std::size_t >( size ) ), base_, size_, size,
+                                PROT_READ | PROT_WRITE, descriptor_ );
+    isDone = at != MAP_FAILED;
+    if( isDone ) {
+      base_ = static_cast< unsigned char * >( at );
+      size_ = size;
+    }
   }
-  if( size <= size_ )
+  if( isDone && size > length )
+    gather( descriptor_, base_, length, size );
+  if( isDone && hasRoom( descriptor_, length, size ) )
     return;
-  void * const at = base_ ? mremap( base_, static_cast< std::size_t >( size_ ),
-                                    static_cast< std::size_t >( size ), MREMAP_MAYMOVE )
-                          : mmap( nullptr, static_cast< std::size_t >( size ),
-                                  PROT_READ | PROT_WRITE, MAP_SHARED, descriptor_, 0 );
-  if( at == MAP_FAILED )
-    refuse( "cannot map " );
-  base_ = static_cast< unsigned char * >( at );
+  // What was added is nobody's yet.
+  int const why = errno;
+  unmapFrom( mapped );
+  if( size > length ) [[maybe_unused]]
+    int const cutBack = ftruncate( descriptor_, static_cast< off_t >( length ) );
+  errno = why;
+  refuse( ( "cannot reserve " + std::to_string( size ) + " bytes for " ).c_str() );
+}
+
+void MappedFile::unmapFrom( U64 size ) {
+  if( size >= size_ )
+    return;
+  if( size == 0 )
+    return unmap();
+  void * const at =
+      mremap( base_, static_cast< std::size_t >( size_ ), static_cast< std::size_t >( size ), 0 );
+  KOI_ASSERT( at == base_ );
   size_ = size;
 }
 
@@ -123,16 +189,7 @@ void MappedFile::cut( U64 size ) {
   KOI_ASSERT( access_ == writable );
   if( size < sizeOf( descriptor_ ) && ftruncate( descriptor_, static_cast< off_t >( size ) ) != 0 )
     return;  // longer than it need be is right, too
-  if( size >= size_ )
-    return;
-  if( size == 0 ) {
-    unmap();
-    return;
-  }
-  void * const at =
-      mremap( base_, static_cast< std::size_t >( size_ ), static_cast< std::size_t >( size ), 0 );
-  KOI_ASSERT( at == base_ );
-  size_ = size;
+  unmapFrom( size );
 }
 
 void MappedFile::remap() {

@@ -33,7 +33,8 @@ class KOI_PUBLIC MappedFile {
   U64 size() const { return size_; }
   std::string const & path() const { return path_; }
 
-  /// Makes the file at least that long, its new bytes zero and their room reserved, and maps it.
+  /// Makes the file at least that long, its new bytes zero and their room reserved, and maps it; a
+  /// long file in large pages where the system has them.
   /// Raises Rova::MemoryResourceException "cannot reserve <n> bytes for <path>: <why>"; the file
   /// then is as it was.
   void reserve( U64 size );
@@ -49,6 +50,7 @@ class KOI_PUBLIC MappedFile {
  private:
   void map( U64 size );
   void unmap();
+  void unmapFrom( U64 size );
   [[noreturn]] void refuse( char const * what ) const;
 
   int const descriptor_;

@@ -149,4 +149,34 @@ TEST( FullDisk, leavesATableAsItWasUntilThereIsRoom ) {
   EXPECT_LT( writer->capacity(), 64u );
 }
 
+/// Long files are put into large pages, some of which there may be no room for.
+TEST( FullDisk, leavesALongFileAsItWas ) {
+  constexpr Mem::U64 large = 2 << 20;
+  SmallDisk disk;
+  if( !disk.isThere() )
+    GTEST_SKIP() << "this user can mount no file system of its own";
+  Mem::TableDir const dir( disk.root(), "table", Mem::MappedFile::writable );
+  auto const file = dir.create( "long" );
+  dir.put( "long" );
+  file->reserve( large + 4096 );
+  file->base()[0] = file->base()[large + 4095] = 7;
+  for( Mem::U64 const size : { 4 * large, large + 8192, large + 4096 } ) {
+    if( size == large + 8192 )
+      disk.becomesFull();
+    if( size == large + 4096 )
+      EXPECT_NO_THROW( file->reserve( size ) );
+    else
+      EXPECT_THROW( file->reserve( size ), Rova::MemoryResourceException );
+    EXPECT_EQ( file->size(), large + 4096 );
+    EXPECT_EQ( dir.open( "long", Mem::MappedFile::readOnly )->size(), large + 4096 );
+    EXPECT_EQ( file->base()[0] + file->base()[large + 4095], 14 );
+  }
+  disk.gets( 1 << 20 );
+  file->reserve( large + 8192 );
+  EXPECT_EQ( file->base()[large + 4095] + file->base()[large + 8191], 7 );
+  auto const reader = dir.open( "long", Mem::MappedFile::readOnly );
+  EXPECT_EQ( reader->size(), large + 8192 );
+  EXPECT_EQ( reader->base()[large + 4095], 7 );
+}
+
 }  // namespace
