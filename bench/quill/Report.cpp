@@ -6,6 +6,7 @@
 #include <fstream>
 #include <limits>
 
+#include "Goals.h"
 #include "Setting.h"
 
 namespace Bench {
@@ -91,6 +92,22 @@ void Report::printTable( Size const & size, std::string const & against ) const 
   }
 }
 
+void Report::printGoals( Size const & size ) const {
+  char const * heading = "goals        ours over theirs      at most\n";
+  for( Goal const & goal : goals ) {
+    double value = size.median( "quill", goal.figure );
+    if( goal.peer )
+      value /= size.median( goal.peer, goal.peersFigure );
+    if( std::isnan( value ) )
+      continue;
+    std::string const what =
+        goal.peer ? std::string( goal.peersFigure ) + " of " + goal.peer : "bytes";
+    std::printf( "%s%-12s %8.*f %-22s %6.2f  %s\n", heading, goal.figure, goal.peer ? 2 : 1, value,
+                 what.c_str(), goal.most, value <= goal.most ? "reached" : "not reached" );
+    heading = "";
+  }
+}
+
 void Report::print( std::string const & against ) const {
   for( auto const & [what, value] : settingHere() )
     std::printf( "%-9s %s\n", what.c_str(), value.c_str() );
@@ -101,6 +118,7 @@ void Report::print( std::string const & against ) const {
     printTable( size, "" );
     if( std::ranges::find( size.peers, against ) != size.peers.end() )
       printTable( size, against );
+    printGoals( size );
   }
 }
 

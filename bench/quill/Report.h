@@ -17,7 +17,7 @@ class Report {
             double value );
 
   /// The setting, then for each size a table of medians, a row a peer; with a peer in `against`,
-  /// its figures as ratios besides.
+  /// its figures as ratios besides; and which goals ours has reached, as far as the run says.
   void print( std::string const & against ) const;
   /// The same as one JSON object: setting, leftOut, and figures with median and passes.
   void printJson() const;
@@ -32,6 +32,7 @@ class Report {
   };
 
   void printTable( Size const & size, std::string const & against ) const;
+  void printGoals( Size const & size ) const;
 
   std::vector< std::string > leftOut_;
   std::map< std::size_t, Size > sizes_;

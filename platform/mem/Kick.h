@@ -14,6 +14,7 @@
 #include <string>
 #include <utility>
 
+#include <koi/Export.h>
 #include <mem/Words.h>
 
 namespace Mem {
@@ -46,7 +47,7 @@ struct KickMessage {
 };
 
 /// A descriptor that is closed with its owner.
-class Descriptor {
+class KOI_PUBLIC Descriptor {
  public:
   explicit Descriptor( int number = -1 ) : number_( number ) {}
   Descriptor( Descriptor && other ) noexcept : number_( other.release() ) {}

@@ -119,6 +119,14 @@ class QuillShadow {
     trace_.trace( 5, "QuillShadow()::sampleIs() sample:", sample );
     sample_ = std::max( 1u, sample );
   }
+  /// It never sleeps: a change is seen within a microsecond and costs the writer no system call,
+  /// and this thread takes all of a core. Other handlers run every `wakefulTime`.
+  void staysAwakeIs( bool staysAwake ) {
+    staysAwake_ = staysAwake;
+    goOn();
+  }
+  static constexpr std::chrono::microseconds wakefulTime{ 100 };
+
   void yieldTimeIs( Koi::Seconds yieldTime ) {
     trace_.trace( 5, "QuillShadow()::yieldTimeIs() yieldTime:", yieldTime );
     yieldTime_ = yieldTime;
@@ -216,7 +224,11 @@ class QuillShadow {
     }
     if( !isAttached() )
       return;  // a handler met corruption
-    if( isDone ) {
+    if( isDone && staysAwake_ ) {
+      auto const end = Engine::Clock::now() + wakefulTime;
+      while( !engine_->queue().isBehind() && Engine::Clock::now() < end ) {
+      }
+    } else if( isDone ) {
       kick_.sleep();
       if( !engine_->queue().isBehind() ) {
         if( !kick_.isAttached() )
@@ -262,6 +274,7 @@ class QuillShadow {
   Handlers const handlers_;
   U32 sample_ = defaultSample;
   Koi::Seconds yieldTime_ = defaultYieldTime;
+  bool staysAwake_ = false;
   std::unique_ptr< Mem::TableDir > dir_;
   std::unique_ptr< Engine > engine_;
   std::vector< KeyWords< RecordOf > > changed_;  // and not told yet, from numTold_ on

@@ -158,6 +158,7 @@ class TableFollow::Run {
 };
 
 Status TableFollow::run( Output & output ) const {
+  requireTable( root(), name_ );
   return onTable( name_, [&] { return Run( *this, output ).status(); } );
 }
 

@@ -298,13 +298,14 @@ TEST_F( LumoTable, whatIsDamagedIsNamed ) {
 TEST_F( LumoTable, changesAreFollowedAsTheyCome ) {
   fill( "mac", 3 );
   pid_t const child = process( []( Writer & w ) {
+    // Slower than a reader looks that nobody kicks.
     static U32 n = 3;
-    usleep( 20000 );
     w.write( host( n ) );
+    usleep( 150000 );
     w.remove( host( n++ ).key() );
+    usleep( 150000 );
   } );
-  // Whoever comes between the two sees them in order; nobody is told of what does not change.
-  auto const text = lumo( "follow mac --all --count 20" );
+  auto const text = lumo( "follow mac --all --count 8" );
   EXPECT_EQ( text.status, 0 ) << text.err;
   EXPECT_EQ( text.out.substr( 0, text.out.find( '\n' ) ),
              "change  key.fid  key.addr           intf  moves  lastMoveTime  entryType" );
@@ -312,9 +313,8 @@ TEST_F( LumoTable, changesAreFollowedAsTheyCome ) {
                             "learnedDynamicMac\n" ),
              std::string::npos )
       << text.out;
-  EXPECT_NE( text.out.find( "\ngone          1  00:00:5e:00:53:" ), std::string::npos )
-      << text.out;
-  auto const json = lumo( "follow mac --json | head -n 2" );
+  EXPECT_NE( text.out.find( "\ngone          1  00:00:5e:00:53:" ), std::string::npos ) << text.out;
+  auto const json = lumo( "follow mac --json --count 2" );
   std::istringstream lines( json.out );
   int count = 0;
   for( std::string line; std::getline( lines, line ); ++count ) {
@@ -325,8 +325,8 @@ TEST_F( LumoTable, changesAreFollowedAsTheyCome ) {
   EXPECT_EQ( count, 2 );
   end( child );
   // It ends by an interrupt, with what it has shown; and it refuses what is not there.
-  EXPECT_EQ( lumo( "follow mac --all & sleep 0.5; kill -INT $!; wait $!; true &&" ).err, "" );
-  EXPECT_EQ( refusal( "follow mca", 3 ), "lumo: there is no table 'mca'; did you mean mac?\n" );
+  EXPECT_EQ( lumo( "follow mac --all & sleep 0.5; kill -INT $!; wait $!" ).status, 0 );
+  EXPECT_EQ( refusal( "follow macs", 3 ), "lumo: there is no table 'macs'; did you mean mac?\n" );
 }
 
 }  // namespace
