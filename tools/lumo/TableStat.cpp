@@ -1,6 +1,8 @@
 // TableStat.cpp: `lumo table stat`: all that the headers of a table's files say.
 #include <cstdio>
 
+#include <nlohmann/json.hpp>
+
 #include "Columns.h"
 #include "TableSubcommand.h"
 #include "WriterLocks.h"
@@ -60,6 +62,42 @@ std::vector< Row > rowsOf( TableFacts const & facts, std::optional< pid_t > writ
   return rows;
 }
 
+using Json = nlohmann::ordered_json;
+
+Json jsonOf( TableFacts const & facts, std::optional< pid_t > writer ) {
+  auto const & slots = facts.slots;
+  auto const & queue = facts.queue();
+  Json json{
+      { "schema", "lumo.table.stat/1" },
+      { "table", facts.name },
+      { "valueType", slots.valueTypeName() },
+      { "class", slots.classTypeName() },
+      { "writer", writer ? Json( *writer ) : Json() },
+      { "valueSize", slots.valueSize },
+      { "slotSize", slots.slotSize },
+      { "entries", slots.occupiedSlots },
+      { "slots", slots.numSlots.ref },
+      { "mostSlots", slots.maxSlots },
+      { "firstFreeSlot", slots.freeSlots == Quill::noIndex ? Json() : Json( slots.freeSlots ) },
+      { "buckets", facts.buckets.numBuckets.ref },
+      { "seed", slots.seed },
+      { "kindle", slots.kindle },
+      { "kindleOfRoot", facts.rootKindle },
+      { "lowestSequence", queue.minSeq },
+      { "lastSequence", facts.lastSequence },
+      { "currentQueue", Quill::ConquerTable::fileName[facts.queues[0].currentTable & 1] },
+      { "queueCapacity", queue.notifications.ref },
+      { "queuePosition", queue.currentPos },
+      { "corralStart", queue.corralStart },
+      { "corralEnd", queue.corralEnd },
+      { "readers", queue.numReaders } };
+  for( std::size_t i = 0; i < tableFiles.size(); ++i )
+    json["bytes"][tableFiles[i]] = facts.sizes[i];
+  if( !facts.fault.empty() )
+    json["fault"] = facts.fault;
+  return json;
+}
+
 class TableStat final : public TableSubcommand {
  public:
   explicit TableStat( CLI::App & table )
@@ -68,13 +106,17 @@ class TableStat final : public TableSubcommand {
         .add_option( "TABLE", name_, "a table, as counters/vlanIntf" )
         ->required()
         ->type_name( "" );
+    command().add_flag( "--json", isJson_, "print one JSON object" );
   }
 
   Status run( Output & output ) const override {
     requireTable( root(), name_ );
     auto const facts = onTable( name_, [&] { return factsOf( root(), name_ ); } );
     auto const writer = WriterLocks().writerOf( root().path() + "/" + name_ );
-    output.write( aligned( { {}, {} }, rowsOf( facts, writer ) ) );
+    output.write(
+        isJson_
+            ? jsonOf( facts, writer ).dump( 2, ' ', false, Json::error_handler_t::replace ) + "\n"
+            : aligned( { {}, {} }, rowsOf( facts, writer ) ) );
     if( !facts.fault.empty() )
       throw Failure( corrupt, name_ + ": corrupt: " + facts.fault );
     return succeeded;
@@ -82,6 +124,7 @@ class TableStat final : public TableSubcommand {
 
  private:
   std::string name_;
+  bool isJson_ = false;
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include <koi/RecordOps.h>
+#include <nlohmann/json.hpp>
 
 #include "TableSubcommand.h"
 #include "WriterLocks.h"
@@ -18,6 +19,14 @@ using Koi::U64;
 
 constexpr int numCopies = 6;
 
+using Json = nlohmann::ordered_json;
+
+/// What is to be said of a table that is right.
+struct Verified {
+  bool isWhole = true;  ///< all of it was judged, not what a reader may believe alone
+  std::string note;
+};
+
 class TableVerify final : public TableSubcommand {
  public:
   explicit TableVerify( CLI::App & table )
@@ -25,6 +34,7 @@ class TableVerify final : public TableSubcommand {
     auto * const names = command().add_option( "TABLE", names_, "tables, as counters/vlanIntf" );
     names->type_name( "" );
     command().add_flag( "--all", isAll_, "all tables below the root" )->excludes( names );
+    command().add_flag( "--json", isJson_, "print one JSON object" );
   }
 
   Status run( Output & output ) const override {
@@ -42,20 +52,29 @@ class TableVerify final : public TableSubcommand {
       for( std::string const & fault : all.faults )
         failed( unreachable, fault );
     }
+    Json json{ { "schema", "lumo.table.verify/1" }, { "tables", Json::array() } };
     for( std::string const & name : names ) {
+      Json table{ { "name", name } };
       try {
-        output.write( name + ": ok" + onTable( name, [&] { return verified( name ); } ) + "\n" );
+        auto const found = onTable( name, [&] { return verified( name ); } );
+        table.update( { { "status", 0 }, { "whole", found.isWhole }, { "note", found.note } } );
+        if( !isJson_ )
+          output.write( name + ": ok" + ( found.note.empty() ? "" : "; " + found.note ) + "\n" );
       } catch( Failure const & e ) {
+        table.update( { { "status", static_cast< int >( e.status ) }, { "fault", e.what() } } );
         failed( e.status, e.what() );
       }
+      json["tables"].push_back( std::move( table ) );
       output.flush();
     }
+    if( isJson_ )
+      output.write( json.dump( 2, ' ', false, Json::error_handler_t::replace ) + "\n" );
     return status;
   }
 
  private:
-  /// What is to be said of a table besides that it is right. Raises Failure.
-  std::string verified( std::string const & name ) const {
+  /// Raises Failure for what is not right.
+  Verified verified( std::string const & name ) const {
     requireTable( root(), name );
     auto const facts = factsOf( root(), name );
     if( !facts.fault.empty() )
@@ -68,17 +87,18 @@ class TableVerify final : public TableSubcommand {
     // The lookaside slot's link moves when an operation begins and when it ends.
     if( !copy.tryCopy( tableFiles, Quill::SlotTable::lookasideAt, numCopies ) ) {
       walk( facts, type );
-      return ", checked while it is written: chains and values; free list, counts and queue not "
-             "judged";
+      return { false,
+               "checked while it is written: chains and values; free list, counts and queue not "
+               "judged" };
     }
     auto const verdict = type.verdict( copy );
     if( !verdict.fault.empty() )
       throw Rova::CorruptionDetectedException( verdict.fault );
     if( !verdict.isMended )
       return {};
-    return WriterLocks().writerOf( dir.path() )
-               ? "; an operation was under way"
-               : "; the stopped writer's last operation will be finished by the next one";
+    return { true, WriterLocks().writerOf( dir.path() )
+                       ? "an operation was under way"
+                       : "the stopped writer's last operation will be finished by the next one" };
   }
 
   /// Reads all entries beside their writer.
@@ -102,6 +122,7 @@ class TableVerify final : public TableSubcommand {
 
   std::vector< std::string > names_;
   bool isAll_ = false;
+  bool isJson_ = false;
 };
 
 }  // namespace

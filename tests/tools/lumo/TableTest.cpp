@@ -120,6 +120,11 @@ TEST_F( LumoTable, isListedWithItsWriter ) {
       "valueType": "Quill::Bridging::QuillFdbStatus", "entries": 2, "capacity": 8, "bytes": 2632,
       "writer": null } )" ) );
 
+  auto const statJson = nlohmann::json::parse( lumo( "stat mac --json" ).out );
+  EXPECT_EQ( statJson["schema"], "lumo.table.stat/1" );
+  EXPECT_EQ( statJson["writer"], getpid() );
+  EXPECT_EQ( statJson["bytes"]["conquer.2"], 960 );
+
   std::string const stat = lumo( "stat proof" ).out;
   for( char const * line :
        { "value type          Tests::ProofValue\n", "class               Tests::Table\n",
@@ -203,7 +208,7 @@ TEST_F( LumoTable, isSeenBesideABusyWriter ) {
     auto const verdict = lumo( "verify mac" );
     EXPECT_EQ( verdict.status, 0 ) << verdict.err;
     isWalked = verdict.out ==
-               "mac: ok, checked while it is written: chains and values; free list, counts and "
+               "mac: ok; checked while it is written: chains and values; free list, counts and "
                "queue not judged\n";
   }
   EXPECT_TRUE( isWalked );
@@ -252,6 +257,10 @@ TEST_F( LumoTable, whatAKilledWriterLeftIsRight ) {
   std::string const before = contents( "slots" ) + contents( "buckets" ) + contents( "conquer.1" );
   EXPECT_EQ( lumo( "verify --all" ).out,
              "mac: ok; the stopped writer's last operation will be finished by the next one\n" );
+  auto const json = nlohmann::json::parse( lumo( "verify mac --json" ).out );
+  EXPECT_EQ( json["tables"], nlohmann::json::parse( R"( [ { "name": "mac", "status": 0,
+      "whole": true,
+      "note": "the stopped writer's last operation will be finished by the next one" } ] )" ) );
   EXPECT_EQ( contents( "slots" ) + contents( "buckets" ) + contents( "conquer.1" ), before );
 }
 
