@@ -102,8 +102,10 @@ TEST_P( OfEveryFault, someOperationShowsIt ) {
   std::span const all = scenarios();
   bool const isFollowers = GetParam() >= static_cast< int >( SeededFault::recheckQueue );
   bool const isReaders = GetParam() >= static_cast< int >( SeededFault::recheckLink );
-  for( auto at = all.begin() + 6; at != all.end() && isFollowers; ++at )
-    if( isShownBy( followFault, *at ) )
+  // A follower's shows in the two turns of the queue, or behind the first section.
+  std::size_t const first = GetParam() == static_cast< int >( SeededFault::recheckQueue ) ? 6 : 25;
+  for( std::size_t i = first; i < all.size() && isFollowers; ++i )
+    if( isShownBy( followFault, all[i] ) )
       return;
   // Most faults show in the smallest table already, the rest soonest where entries move.
   for( auto const & scenario : all.first( 6 ) )
