@@ -16,9 +16,9 @@
 
 #include <quill/QuillShadow.h>
 
+#include "../Setting.h"
 #include "Keeper.h"
 #include "Quill.h"
-#include "Setting.h"
 #include "Shared.h"
 #include "Timing.h"
 
