@@ -224,12 +224,12 @@ class QuillMap : public QuillMapState {
         end->shadow().synchronize();
     }
   }
-  /// The table is there for the first time.
+  /// The table is there for the first time; of a reader that begins to keep keys, once more.
   void ready() {
-    if( parameters_.onReadyFn )
+    if( !parameters_.onReadyFn )
+      collectionReadyIs( true );
+    else if( !std::exchange( isReadySaid_, true ) )
       parameters_.onReadyFn();
-    else if( !isAdvertised_ )
-      advertiseCollectionReady();
     if( isNotifying_ && parameters_.notifyFlush )
       tellAll();
   }
@@ -278,6 +278,7 @@ class QuillMap : public QuillMapState {
   }
 
   std::function< void( Key const & ) > const onKey_;
+  bool isReadySaid_ = false;
   bool isKeeping_ = false;  // keys, for a direct reader's notifications
   std::unique_ptr< FrontEnd< V > > end_;
 };

@@ -119,8 +119,8 @@ class QuillShadow {
     trace_.trace( 5, "QuillShadow()::sampleIs() sample:", sample );
     sample_ = std::max( 1u, sample );
   }
-  /// It never sleeps: a change is seen within a microsecond and costs the writer no system call,
-  /// and this thread takes all of a core. Other handlers run every `wakefulTime`.
+  /// It never sleeps: a change costs neither the writer nor this process a system call, and this
+  /// thread takes all of a core. Other handlers run every `wakefulTime`.
   void staysAwakeIs( bool staysAwake ) {
     staysAwake_ = staysAwake;
     goOn();

@@ -139,6 +139,22 @@ TEST_F( Maps, initRefusesWhatItCannotBeginWith ) {
                   "SlotWriter::alloc() Quill table full (occupancy:8 of 8)" );
 }
 
+TEST_F( Maps, aReaderIsReadyOnceAlsoWhenItBeginsToKeepKeys ) {
+  Map writer( "table", {}, quiet );
+  writer.init( QuillType::writer, true, 100, parameters() );
+  writer.write( ProofValue::of( 1, 1 ) );
+  int numReady = 0, numTold = 0;
+  Map reader( "table", { {}, [&]( ProofKey ) { ++numTold; } }, quiet );
+  auto p = parameters();
+  p.onReadyFn = [&] { ++numReady; };
+  p.notifyFlush = true;
+  reader.init( QuillType::reader, false, 1, p );
+  ASSERT_TRUE( runUntil( [&] { return numReady == 1; } ) );
+  reader.notifying( true );
+  ASSERT_TRUE( runUntil( [&] { return numTold == 1; } ) );
+  EXPECT_EQ( numReady, 1 );
+}
+
 TEST_F( Maps, aWriterWaitsForAnotherToEnd ) {
   auto first = std::make_unique< Map >( "table", Map::Handlers{}, quiet );
   first->init( QuillType::writer, true, 100, parameters() );
