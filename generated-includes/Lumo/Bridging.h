@@ -3,12 +3,15 @@
 
 #include <koi/Value.h>
 #include <koi/Entity.h>
+#include <quill/KoiQuillMap.h>
 #include <Lumo/BridgingHostEntryType.h>
 #include <Lumo/VlanId.h>
 #include <Lumo/VlanTpid.h>
 #include <wirex/EthAddr.h>
 #include <wirex/IntfId.h>
 #include <wirex/Ip4Addr.h>
+
+namespace Quill::Bridging { class QuillFdbStatus; }
 
 namespace Bridging {
 
@@ -1747,6 +1750,28 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
   void fdbStatusDelAll();
   void fdbStatusNotify( Fid const & k );
 
+  /// the same as a table, this process's own unless it says otherwise
+  Quill::Bridging::QuillFdbStatus quillFdbStatus( HostKey const & k ) const;
+  KoiQuill::KoiQuillMap< HostKey, Quill::Bridging::QuillFdbStatus > const & quillFdbStatus() const {
+    return quillFdbStatus_;
+  }
+  using QuillFdbStatusIterator = KoiQuill::KoiQuillMap< HostKey,
+      Quill::Bridging::QuillFdbStatus >::Iterator;
+  QuillFdbStatusIterator quillFdbStatusIterator();
+  /// In the process that writes the table: an entry that is there already is no change. Raises
+  /// Quill::TableFullException.
+  void quillFdbStatusIs( Quill::Bridging::QuillFdbStatus const & v );
+  Quill::Bridging::QuillFdbStatus quillFdbStatusDel( HostKey const & k );
+  Quill::Bridging::QuillFdbStatus quillFdbStatusDel( QuillFdbStatusIterator const & i );
+  void quillFdbStatusDelAll();
+  /// Opens the value's entry for writing in place: until it is completed readers have it as it was.
+  void newQuillFdbStatus( Quill::Bridging::QuillFdbStatus const & v );
+  void quillFdbStatusCommit( Quill::Bridging::QuillFdbStatus const & v );
+  void quillFdbStatusNotify( HostKey const & k );
+  void quillFdbStatusNotifyCollection();
+  /// How this process takes part in the table.
+  KoiQuill::KoiQuillMapBase & quillFdbStatusControl() { return quillFdbStatus_; }
+
   /// Override what you watch; every callback starts out doing nothing.
   class NotifieeConst : public Koi::NotifieeOf< Status > {
    public:
@@ -1757,6 +1782,22 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
     }
     static constexpr Koi::Callback< NotifieeConst, Fid const & > koiOnFdbStatus{
       koiFirst + 0, &NotifieeConst::onFdbStatus, &NotifieeConst::onFdbStatusKoiImmediate };
+
+    /// The table is there, and what is in it can be looked up.
+    virtual void onQuillFdbStatus() {}
+    virtual void onQuillFdbStatus( HostKey const & ) {}
+    virtual void onQuillFdbStatusKoiImmediate() {
+      koiPass( koiOnQuillFdbStatusControl ); onQuillFdbStatus();
+    }
+    virtual void onQuillFdbStatusKoiImmediate( HostKey const & k ) {
+      koiPass( koiOnQuillFdbStatus ); onQuillFdbStatus( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, HostKey const & > koiOnQuillFdbStatus{
+      koiFirst + 1, &NotifieeConst::onQuillFdbStatus,
+          &NotifieeConst::onQuillFdbStatusKoiImmediate };
+    static constexpr Koi::Callback< NotifieeConst > koiOnQuillFdbStatusControl{
+      koiFirst + 2, &NotifieeConst::onQuillFdbStatus,
+          &NotifieeConst::onQuillFdbStatusKoiImmediate };
   };
   using Notifiee = Koi::ChangingNotifiee< NotifieeConst, Status >;
 
@@ -1769,14 +1810,19 @@ class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
   template< class Self = Status >
   static constexpr auto koiAttributes() {
     return std::tuple{
-      Koi::attribute( "fdbStatus", &Self::fdbStatus_, &Self::fdbStatusIs, &Self::fdbStatusDel )
+      Koi::attribute( "fdbStatus", &Self::fdbStatus_, &Self::fdbStatusIs, &Self::fdbStatusDel ),
+      Koi::table( "quillFdbStatus", &Self::quillFdbStatus_ ),
+      Koi::tableControl( "quillFdbStatusControl", &Self::quillFdbStatus_ )
     };
   }
-  static constexpr unsigned koiEnd = koiFirst + 1;
+  static constexpr unsigned koiEnd = koiFirst + 3;
   static Koi::KoiType const _koiType;
 
  private:
   Koi::RbTreeMap< KoiFdbStatus, Fid, Koi::Owned< FdbStatus > > fdbStatus_;
+  KoiQuill::KoiQuillMap< HostKey, Quill::Bridging::QuillFdbStatus > quillFdbStatus_{
+      *this, "quillFdbStatus", NotifieeConst::koiOnQuillFdbStatus,
+      NotifieeConst::koiOnQuillFdbStatusControl };
 };
 
 /// A new Status without a parent.
@@ -5512,3 +5558,6 @@ namespace _koi_Bridging_Input_SwitchportMode {
 namespace _koi_Bridging_Input_ToolIdentityMode {
   using GenericIf_ = Koi::GenericValue< Bridging::Input::ToolIdentityMode >;
 }
+
+// What was only pointed to.
+#include <Lumo/QuillBridging.h>

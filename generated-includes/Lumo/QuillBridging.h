@@ -3,6 +3,8 @@
 
 #include <koi/Value.h>
 #include <koi/RecordBytes.h>
+#include <koi/Entity.h>
+#include <quill/KoiQuillMap.h>
 #include <Lumo/Bridging.h>
 #include <Lumo/BridgingHostEntryType.h>
 #include <wirex/IntfId.h>
@@ -58,6 +60,80 @@ class KOI_PUBLIC QuillFdbStatus : public Koi::Structure< QuillFdbStatus > {
   Koi::Seconds _lastMoveTime{};
   ::Bridging::EntryType _entryType{};
 };
+
+/// The forwarding database of a bridge, for all processes: the bridging agent writes it.
+class KOI_PUBLIC Status : public Koi::EntityOf< Status > {
+ public:
+  explicit Status( Koi::Name const & name );
+
+  /// the learned MAC addresses
+  QuillFdbStatus quillFdbStatus( ::Bridging::HostKey const & k ) const;
+  KoiQuill::KoiQuillMap< ::Bridging::HostKey, QuillFdbStatus > const & quillFdbStatus() const {
+    return quillFdbStatus_;
+  }
+  using QuillFdbStatusIterator = KoiQuill::KoiQuillMap< ::Bridging::HostKey,
+      QuillFdbStatus >::Iterator;
+  QuillFdbStatusIterator quillFdbStatusIterator();
+  /// In the process that writes the table: an entry that is there already is no change. Raises
+  /// Quill::TableFullException.
+  void quillFdbStatusIs( QuillFdbStatus const & v );
+  QuillFdbStatus quillFdbStatusDel( ::Bridging::HostKey const & k );
+  QuillFdbStatus quillFdbStatusDel( QuillFdbStatusIterator const & i );
+  void quillFdbStatusDelAll();
+  /// Opens the value's entry for writing in place: until it is completed readers have it as it was.
+  void newQuillFdbStatus( QuillFdbStatus const & v );
+  void quillFdbStatusCommit( QuillFdbStatus const & v );
+  void quillFdbStatusNotify( ::Bridging::HostKey const & k );
+  void quillFdbStatusNotifyCollection();
+  /// How this process takes part in the table.
+  KoiQuill::KoiQuillMapBase & quillFdbStatusControl() { return quillFdbStatus_; }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< Status > {
+   public:
+    /// The table is there, and what is in it can be looked up.
+    virtual void onQuillFdbStatus() {}
+    virtual void onQuillFdbStatus( ::Bridging::HostKey const & ) {}
+    virtual void onQuillFdbStatusKoiImmediate() {
+      koiPass( koiOnQuillFdbStatusControl ); onQuillFdbStatus();
+    }
+    virtual void onQuillFdbStatusKoiImmediate( ::Bridging::HostKey const & k ) {
+      koiPass( koiOnQuillFdbStatus ); onQuillFdbStatus( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst,
+        ::Bridging::HostKey const & > koiOnQuillFdbStatus{
+      koiFirst + 0, &NotifieeConst::onQuillFdbStatus,
+          &NotifieeConst::onQuillFdbStatusKoiImmediate };
+    static constexpr Koi::Callback< NotifieeConst > koiOnQuillFdbStatusControl{
+      koiFirst + 1, &NotifieeConst::onQuillFdbStatus,
+          &NotifieeConst::onQuillFdbStatusKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, Status >;
+
+  static constexpr char koiName[] = "Quill::Bridging::Status";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &Status::name )
+    };
+  }
+  template< class Self = Status >
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::table( "quillFdbStatus", &Self::quillFdbStatus_ ),
+      Koi::tableControl( "quillFdbStatusControl", &Self::quillFdbStatus_ )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  KoiQuill::KoiQuillMap< ::Bridging::HostKey, QuillFdbStatus > quillFdbStatus_{
+      *this, "quillFdbStatus", NotifieeConst::koiOnQuillFdbStatus,
+      NotifieeConst::koiOnQuillFdbStatusControl };
+};
+
+/// A new Status without a parent.
+KOI_PUBLIC Koi::Ptr< Status > statusFactory( Koi::Name const & name );
 
 }  // namespace Quill::Bridging
 

@@ -3,6 +3,7 @@
 #include <koi/Assert.h>
 #include <koi/CtorArguments.h>
 #include <koi/FlowIn.h>
+#include <koi/TableCollection.h>
 
 namespace Koi {
 namespace {
@@ -25,6 +26,7 @@ void AttributeAccess::writeMember( Entity const &, NboAttrLog::In &, FlowOut & )
 bool AttributeAccess::writeWhole( Entity &, Place &, bool, FlowOut & ) const { notOfThisKind(); }
 bool AttributeAccess::writePending( Entity &, Place &, FlowOut & ) const { notOfThisKind(); }
 Ptr< GenericIfIterator > AttributeAccess::iterator( Entity & ) const { return nullptr; }
+TableCollection * AttributeAccess::table( Entity & ) const { return nullptr; }
 GenericIfPtr AttributeAccess::set( Entity &, CtorArgs const & ) const { notOfThisKind(); }
 GenericIfPtr AttributeAccess::del( Entity &, CtorArgs const & ) const { notOfThisKind(); }
 void AttributeAccess::apply( Entity &, FlowIn & ) const { notOfThisKind(); }
@@ -39,7 +41,7 @@ GenericIfPtr AttributeAccess::attributeOp( Entity & entity, GenericIfOp const & 
   bool const mayBeDeleted = isCollection() || hasChildren();
   switch( op.code ) {
     case GenericIfOp::read:
-      requireCount( what(), args, isCollection() ? 1 : 0 );
+      requireCount( what(), args, isKeyed() ? 1 : 0 );
       return read( entity, args );
     case GenericIfOp::set:
       if( isState() )
@@ -53,6 +55,16 @@ GenericIfPtr AttributeAccess::attributeOp( Entity & entity, GenericIfOp const & 
       break;
   }
   GenericIfImpl::throwOpNotSupportedException( op );
+}
+
+TableCollection::~TableCollection() = default;
+
+Ptr< GenericIfIterator > TableAccess::iterator( Entity & entity ) const {
+  return table_( entity ).koiEntries( entity );
+}
+TableCollection * TableAccess::table( Entity & entity ) const { return &table_( entity ); }
+GenericIfPtr TableAccess::read( Entity & entity, CtorArgs const & args ) const {
+  return table_( entity ).koiEntry( what(), args );
 }
 
 void CollectionAccess::applyTail( Entity &, FlowIn & ) const {

@@ -19,6 +19,7 @@ namespace Koi {
 
 class Entity;
 class FlowIn;
+class TableCollection;
 
 /// What is known while the first flow of a collection is taken in: which members were named.
 class KOI_PUBLIC ResyncState {
@@ -43,6 +44,8 @@ class KOI_PUBLIC AttributeAccess {
   /// Whether it has mutators, so that logs carry it.
   bool isState() const { return kind >= AttributeKind::scalar; }
   bool isCollection() const { return kind >= AttributeKind::members; }
+  /// Whether what is read has a key.
+  bool isKeyed() const { return isCollection() || kind == AttributeKind::table; }
   bool hasChildren() const {
     return kind == AttributeKind::child || kind == AttributeKind::children;
   }
@@ -73,6 +76,8 @@ class KOI_PUBLIC AttributeAccess {
   GenericIfPtr attributeOp( Entity & entity, GenericIfOp const & op, CtorArgs const & args ) const;
   /// A walk over the members; null where there are none.
   virtual Ptr< GenericIfIterator > iterator( Entity & entity ) const;
+  /// The table; null where it is none.
+  virtual TableCollection * table( Entity & entity ) const;
 
   // ---- the places of logs in a collection
   virtual void placeIs( Entity & entity, Place & place ) const;
@@ -108,6 +113,22 @@ class KOI_PUBLIC ReadAccess final : public AttributeAccess {
   GenericIfPtr read( Entity & entity, CtorArgs const & ) const override { return get_( entity ); }
 
   Get const get_;
+};
+
+/// A table in shared memory: other processes attach to it by themselves.
+class KOI_PUBLIC TableAccess final : public AttributeAccess {
+ public:
+  using Table = TableCollection & (*)( Entity & entity );
+  constexpr TableAccess( AttributeName const & name, Table at )
+      : AttributeAccess( name ), table_( at ) {}
+
+  Ptr< GenericIfIterator > iterator( Entity & entity ) const override;
+  TableCollection * table( Entity & entity ) const override;
+
+ private:
+  GenericIfPtr read( Entity & entity, CtorArgs const & args ) const override;
+
+  Table const table_;
 };
 
 /// A keyed collection or a queue.

@@ -76,6 +76,8 @@ constexpr auto accessFor() {
   using Held = typename R::Held;
   if constexpr( R::kind <= AttributeKind::computed )
     return ReadAccess( R::name, R::get );
+  else if constexpr( R::kind == AttributeKind::table )
+    return TableAccess( R::name, R::table );
   else if constexpr( R::kind == AttributeKind::scalar )
     return ScalarAccess< Held >( R() );
   else if constexpr( R::kind == AttributeKind::child )

@@ -5,6 +5,7 @@
 #include <koi/CtorArguments.h>
 #include <koi/Entity.h>
 #include <koi/FlowIn.h>
+#include <koi/TableCollection.h>
 
 namespace Koi {
 
@@ -64,6 +65,9 @@ class Row {
       return genericIf( CellOf< Held >::given( find( entity ) ) );
   }
 
+  /// Of a table.
+  static TableCollection & table( Entity & entity ) { return find( entity ); }
+
   /// Of a scalar.
   static void set( Entity & entity, typename CellOf< Held >::Given const & v ) {
     ( me( entity ).*row.set )( v );
@@ -81,6 +85,8 @@ class Row {
       ( me( entity ).*row.set )( k, v );
   }
   static constexpr bool isKeyInValue() {
+    if constexpr( kind == AttributeKind::table )
+      return true;
     if constexpr( kind == AttributeKind::members )
       return requires( E & e, typename Held::Given v ) { ( e.*row.set )( v ); };
     return false;

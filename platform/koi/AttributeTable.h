@@ -12,10 +12,19 @@
 
 namespace Koi {
 
-/// What an attribute is: fixed at construction, made of others or of nothing, one value or
-/// reference, the only child of its attribute, a keyed collection of values or references, one of
-/// children, a queue.
-enum class AttributeKind : U8 { parameter, computed, scalar, child, members, children, queue };
+/// What an attribute is: fixed at construction, made of others or of nothing, a table outside of
+/// the entity, one value or reference, the only child of its attribute, a keyed collection of
+/// values or references, one of children, a queue.
+enum class AttributeKind : U8 {
+  parameter,
+  computed,
+  table,
+  scalar,
+  child,
+  members,
+  children,
+  queue
+};
 
 /// Set and Del are pointers to the mutators, Most to the function that bounds a value which is
 /// stored before it is refused; nullptr_t where there is none.
@@ -52,6 +61,29 @@ struct ComputedAttribute {
   }
 };
 
+/// A table in shared memory.
+template< class E, class Table >
+struct TableAttribute {
+  using Owner = E;
+  using Cell = Table;
+  static constexpr AttributeKind kind = AttributeKind::table;
+
+  char const * name;
+  Table E::*cell;
+};
+/// How this process takes part in it, which is only read.
+template< class E, class Table >
+struct TableControlAttribute {
+  using Owner = E;
+  using Cell = String8;
+  static constexpr AttributeKind kind = AttributeKind::computed;
+
+  char const * name;
+  Table E::*cell;
+
+  String8 of( E const & entity ) const { return ( entity.*cell ).koiControl(); }
+};
+
 /// How a callback or a mutator takes a key: numbers, bool and enumerators as they are.
 template< class Key >
 using Argument =
@@ -80,6 +112,15 @@ constexpr auto computed( char const * name, Result ( E::*get )() const ) {
 template< class E, class Result >
 constexpr auto constant( char const * name, Result ( *get )() ) {
   return ComputedAttribute< E, Result, Result ( * )() >{ name, get };
+}
+/// A table, and how it is taken part in.
+template< class E, class Table >
+constexpr auto table( char const * name, Table E::*cell ) {
+  return TableAttribute< E, Table >{ name, cell };
+}
+template< class E, class Table >
+constexpr auto tableControl( char const * name, Table E::*cell ) {
+  return TableControlAttribute< E, Table >{ name, cell };
 }
 /// A scalar.
 template< class E, class Cell, class V >

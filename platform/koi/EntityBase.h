@@ -62,6 +62,15 @@ class KOI_PUBLIC Entity : public PtrInterface {
   /// again is another one.
   U64 koiIncarnation() const { return incarnation_; }
 
+  /// Tells the observers alone: attrNotify( k ), and what changed in a table outside of it.
+  template< class... Key >
+  void koiNotify( AttributeCallback< Key... > const & callback,
+                  std::type_identity_t< Key >... key ) {
+    ++changes_;
+    if( observers_ && !observers_->empty() )
+      tellOrNote( callback, key... );
+  }
+
   /// Attaches the entity to that log; it may be attached already. The peer is told all of it, or,
   /// where it has that, what changes. A log does this itself with what it mirrors.
   KoiNboAttrLogSa & koiNboAttrLogSaIs( Mirror & out, bool whole = true );
@@ -103,14 +112,6 @@ class KOI_PUBLIC Entity : public PtrInterface {
                 std::type_identity_t< Key >... key ) {
     if( logs_ )
       mark( callback.index, stamp.origin );
-    if( observers_ && !observers_->empty() )
-      tellOrNote( callback, key... );
-  }
-  /// Tells the observers alone: attrNotify( k ).
-  template< class... Key >
-  void koiNotify( AttributeCallback< Key... > const & callback,
-                  std::type_identity_t< Key >... key ) {
-    ++changes_;
     if( observers_ && !observers_->empty() )
       tellOrNote( callback, key... );
   }

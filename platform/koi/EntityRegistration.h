@@ -42,6 +42,10 @@ struct AttributeType< RbTreeMap< Tag, K, V > > : AttributeType< V > {
 };
 template< class Tag, class K, class V >
 struct AttributeType< LinkQueue< Tag, K, V > > : AttributeType< V > {};
+/// Of a table, the type of its entries.
+template< class Table >
+requires requires { typename Table::TableValue; }
+struct AttributeType< Table > : AttributeType< typename Table::TableValue > {};
 
 /// The attribute table of an entity behind that of what it extends.
 template< class E >

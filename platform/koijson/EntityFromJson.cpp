@@ -67,6 +67,9 @@ void AttributeFromJson::is( JsonPlace const & place ) {
     case AttributeKind::computed:
       place.refuse( typeName + "::" + attribute_.name +
                     " cannot be set: it is a constant, or made of other attributes" );
+    case AttributeKind::table:
+      place.refuse( typeName + "::" + attribute_.name +
+                    " cannot be set: it is a table in shared memory" );
     case AttributeKind::scalar:
       set( place, { valueFromJson( attribute_.type, place, read() ) } );
       return;

@@ -42,6 +42,8 @@ class FrontEnd {
   virtual U64 sequence() = 0;
   virtual ReaderCounters readerCounters() const { return {}; }
   virtual void detach() = 0;
+  /// What was let go is attached again by and by. A reader sees to that by itself.
+  virtual void remount() {}
   /// Finds a fault in what it has, and says so by what it returns.
   virtual std::string validate() = 0;
   virtual QuillWriter< V > * writer() { return nullptr; }
@@ -101,6 +103,7 @@ class WriterEnd final : public FrontEnd< V > {
     walker_.reset();
     writer_.reset();
   }
+  void remount() override { mounter_.remount(); }
   std::string validate() override { return writer_ ? writer_->validate() : ""; }
   QuillWriter< V > * writer() override { return writer_.get(); }
 

@@ -32,13 +32,8 @@ class QuillMap : public QuillMapState {
       : QuillMapState( std::move( quillName ), std::move( handlers.onCollection ), trace ),
         onKey_( std::move( handlers.onKey ) ) {}
 
-  /// Takes part in the table; `size` is the most entries it may hold, of a writer, and not looked
-  /// at of a reader. Raises Rova::InvalidInitializeException "QuillMap::init() 0 is not a valid
-  /// initialization size", "QuillMap::init() onReadyFn specified in synchronous mode",
-  /// "QuillMap::init() name:<name> already initialized with mode:<mode> for collection <name>",
-  /// with " in writer mode" where it is the writer's, and "QuillMap::init() not a valid reader
-  /// type:<n>"; in writer mode what QuillWriter raises. Then nothing is changed.
-  void init( QuillType type, bool synchronous, U32 size, QuillParameters parameters = {} ) {
+  void init( QuillType type, bool synchronous, U32 size,
+             QuillParameters parameters = {} ) override {
     beginInit( type, synchronous, size, std::move( parameters ), initialized() );
     if( type == QuillType::writer )
       writerIsMade();
@@ -46,16 +41,16 @@ class QuillMap : public QuillMapState {
       readerIsMade();
   }
 
-  bool initialized() const { return end_ != nullptr; }
-  QuillType mode() const { return mode_; }
-  /// Attached to the table's files.
-  bool isAttached() const { return end_ && end_->isAttached(); }
-  U32 capacity() const { return end_ ? end_->capacity() : 0; }
-  U32 maxSize() const { return end_ ? end_->maxSize() : 0; }
-  U32 members() const { return end_ ? end_->members() : 0; }
-  U64 sequence() { return end_ ? end_->sequence() : 0; }
-  ReaderCounters readerCounters() const { return end_ ? end_->readerCounters() : ReaderCounters{}; }
-  WriterCounters writerCounters() const {
+  bool initialized() const override { return end_ != nullptr; }
+  bool isAttached() const override { return end_ && end_->isAttached(); }
+  U32 capacity() const override { return end_ ? end_->capacity() : 0; }
+  U32 maxSize() const override { return end_ ? end_->maxSize() : 0; }
+  U32 members() const override { return end_ ? end_->members() : 0; }
+  U64 sequence() override { return end_ ? end_->sequence() : 0; }
+  ReaderCounters readerCounters() const override {
+    return end_ ? end_->readerCounters() : ReaderCounters{};
+  }
+  WriterCounters writerCounters() const override {
     auto const * const writer = end_ ? end_->writer() : nullptr;
     if( !writer )
       return {};
@@ -105,6 +100,14 @@ class QuillMap : public QuillMapState {
     safely( "QuillMap::safeRemove() in no man's land", [&] { isRemoved = remove( key ); } );
     return isRemoved;
   }
+  /// safeWrite() of what is not there already, which it says: nobody is told of what did not
+  /// change.
+  bool safeWriteChange( V const & value ) {
+    bool isChange = false;
+    safely( "QuillMap::safeWrite() in no man's land",
+            [&] { isChange = writer().writeChange( value ); } );
+    return isChange;
+  }
   /// Completes a direct write of that value, whose key was opened by QuillWriter::directWrite().
   void directCommit( V const & value ) {
     safely( "QuillMap::directCommit() in no man's land", [&] {
@@ -112,18 +115,18 @@ class QuillMap : public QuillMapState {
       writer().directCommit();
     } );
   }
-  /// In writer mode; asserts that it is.
+  /// In writer mode, which it asserts. Raises Rova::MemoryResourceException "<name> is not
+  /// attached": another process writes it, or it was corrupt.
   QuillWriter< V > & writer() {
-    KOI_ASSERT( end_ && end_->writer() );
+    KOI_ASSERT( initialized() && mode_ == QuillType::writer );
+    if( !end_->writer() )
+      throw Rova::MemoryResourceException( name_ + " is not attached" );
     return *end_->writer();
   }
 
   // ---- telling
 
-  /// Whether changes are told by key. A direct reader keeps the keys from then on, for only who
-  /// knows which key was in a slot can say that it is gone. Raises Rova::InvalidInitializeException
-  /// "QuillMap::notifying() not allowed at this time, initialized:False".
-  void notifying( bool enable ) {
+  void notifying( bool enable ) override {
     if( !initialized() )
       throw Rova::InvalidInitializeException(
           "QuillMap::notifying() not allowed at this time, initialized:False" );
@@ -136,24 +139,30 @@ class QuillMap : public QuillMapState {
       tellAll();
     }
   }
-  bool isCollectionReady() const { return isAdvertised_ && end_ && end_->isReady(); }
+  void tellAll() override {
+    bool isLeftToCopy = false;
+    ofCopy( [&]( auto & shadow ) {
+      shadow.tellAll();
+      isLeftToCopy = true;
+    } );
+    V value;
+    for( Hint hint; !isLeftToCopy && walkedTo( value, hint ); )
+      told( keyOf( value ) );
+  }
+  bool isCollectionReady() const override { return isAdvertised_ && end_ && end_->isReady(); }
 
   // ---- the files
 
-  /// Lets the files go. A reader attaches again by and by.
-  void detach() {
+  void detach() override {
     if( end_ )
       end_->detach();
   }
-  /// Removes the table, in writer mode. The map is as before init() then.
-  void cleanup() {
+  void cleanup() override {
     writer().cleanup();
     end_.reset();
   }
-  /// Empty, or the first promise that what is mapped does not keep.
-  std::string validate() { return end_ ? end_->validate() : ""; }
-  /// The same of the files as they stand by their names now.
-  std::string validateFiles() const {
+  std::string validate() override { return end_ ? end_->validate() : ""; }
+  std::string validateFiles() const override {
     try {
       Mem::TableDir const dir( parameters_.root, name_, Mem::MappedFile::readOnly );
       attachedQueue( dir, attachedReader< Record< V > >( dir, trace_ )->slots().file(), trace_ );
@@ -162,8 +171,7 @@ class QuillMap : public QuillMapState {
       return e.what();
     }
   }
-  /// Says so, detaches, and leaves a report beside the table: a reader's is written by the writer.
-  void corruptionDetected( std::string const & message ) {
+  void corruptionDetected( std::string const & message ) override {
     if( auto * const shadow = copy< Keeps::values >() )
       return shadow->shadow().corruptionDetected( message );
     if( auto * const shadow = copy< Keeps::keys >() )
@@ -171,17 +179,19 @@ class QuillMap : public QuillMapState {
     trace_.trace( 1, "QuillMap::corruptionDetected() ", name_, " ", message );
     bool const isWriter = end_ && end_->writer();
     detach();
-    if( isWriter )
-      Util::writeCorruptionFile(
-          Mem::TableDir( parameters_.root, name_, Mem::MappedFile::writable ), message );
+    if( !isWriter )
+      return;
+    Util::writeCorruptionFile( Mem::TableDir( parameters_.root, name_, Mem::MappedFile::writable ),
+                               message );
+    isReadySaid_ = false;
+    collectionReadyIs( false );
+    end_->remount();
   }
 
-  /// How many notifications a copy takes at once, and how long it works before it yields, in
-  /// seconds. Of a map that keeps no copy nothing changes.
-  void sampleIs( U32 sample ) {
+  void sampleIs( U32 sample ) override {
     ofCopy( [&]( auto & shadow ) { shadow.sampleIs( sample ); } );
   }
-  void yieldTimeIs( Koi::Seconds yieldTime ) {
+  void yieldTimeIs( Koi::Seconds yieldTime ) override {
     ofCopy( [&]( auto & shadow ) { shadow.yieldTimeIs( yieldTime ); } );
   }
 
@@ -236,11 +246,6 @@ class QuillMap : public QuillMapState {
   void told( Key const & key ) {
     if( isNotifying_ && onKey_ )
       onKey_( key );
-  }
-  void tellAll() {
-    V value;
-    for( Hint hint; walkedTo( value, hint ); )
-      told( keyOf( value ) );
   }
   bool walkedTo( V & out, Hint & hint ) {
     auto const value = end_ ? end_->next( hint ) : std::nullopt;

@@ -104,6 +104,12 @@ class QuillShadow {
     return std::nullopt;
   }
 
+  /// Tells every key that is there, between other work; before it is ready, when it will be.
+  void tellAll() {
+    tellsAll_ = true;
+    look_.delayIs( 0 );
+  }
+
   /// What the engine has done, and the table's header as it is now.
   ReaderCounters counters() const {
     return engine_ ? ReaderCounters{ engine_->reader().numRetries(),
@@ -247,13 +253,15 @@ class QuillShadow {
     if( !told( end ) )
       return false;
     bool const wasReady = isReady();
+    if( wasReady && std::exchange( tellsAll_, false ) )
+      engine_->tellAll();
     bool const isDone = engine_->goOn(
         end, sample_, [this]( KeyWords< RecordOf > const & key ) { changed_.push_back( key ); } );
     kick_.acknowledgedIs( engine_->sequence() );
     trace_.trace( 8, "ConquerReader::handleAck() minSeq:", engine_->sequence() );
     if( isReady() && !wasReady )
       handlers_.onReady();
-    return told( end ) && isDone;
+    return told( end ) && isDone && !tellsAll_;
   }
   /// Tells what has changed; false when the time is over before all is told.
   bool told( typename Engine::Clock::time_point end ) {
@@ -275,6 +283,7 @@ class QuillShadow {
   U32 sample_ = defaultSample;
   Koi::Seconds yieldTime_ = defaultYieldTime;
   bool staysAwake_ = false;
+  bool tellsAll_ = false;  // when it works next
   std::unique_ptr< Mem::TableDir > dir_;
   std::unique_ptr< Engine > engine_;
   std::vector< KeyWords< RecordOf > > changed_;  // and not told yet, from numTold_ on

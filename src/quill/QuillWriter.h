@@ -66,6 +66,21 @@ class QuillWriter {
   void write( V const & value, bool notifies = true ) {
     engine_->write( words( value ), notifies );
   }
+  /// Inserts or replaces what is not there already, as it stands in the slot; false when it is.
+  bool writeChange( V const & value ) {
+    auto const w = words( value );
+    auto const found = engine_->buckets().find( w.key(), engine_->buckets().hash( w.key() ) );
+    typename Engine::Value was;
+    if( found.slot != noIndex ) {
+      auto const & view = engine_->slots().view();
+      loadWords< Mem::Plain, numWordsOf< RecordOf > >( was.word,
+                                                       view.value( view.at( found.slot ) ) );
+      if( std::equal( was.word, was.word + numWordsOf< RecordOf >, w.word ) )
+        return false;
+    }
+    engine_->write( w );
+    return true;
+  }
   /// As many in order, faster: with what each touches fetched ahead.
   void write( std::span< V const > values, bool notifies = true ) {
     batch_.resize( values.size() );

@@ -52,6 +52,9 @@ class ShadowEngine {
       moveTo( std::move( reader ), std::move( queue ) );
   }
 
+  /// Reports all that is there, once more. Needs to be synchronized.
+  void tellAll();
+
   Store const & store() const { return *store_; }
   Reader & reader() { return *reader_; }
   Reader const & reader() const { return *reader_; }
@@ -213,6 +216,7 @@ class ShadowEngine {
   Ntrace::Handler const & trace_;
   State state_ = beginning;
   bool isFirst_ = true;
+  bool isAllToTell_ = false;
   std::unique_ptr< Store > store_;
   std::unique_ptr< Store > next_;  // what is to be; when it is compared: what was
   Store * into_;                   // which of them changes

@@ -85,6 +85,18 @@ bool ShadowEngine< R, M, numWords >::caughtUp( Clock::time_point end ) {
   state_ = std::exchange( isFirst_, false ) ? following : comparing;
   return true;
 }
+/// What is being compared with what was, or copied to be, is told whole at its end.
+template< class R, class M, U32 numWords >
+void ShadowEngine< R, M, numWords >::tellAll() {
+  isAllToTell_ = true;
+  if( state_ == following ) {
+    next_ = std::make_unique< Store >( reader_->seed(), 1, trace_ );  // nothing was there
+    syncSlot_ = 0;
+    state_ = comparing;
+  } else if( state_ == comparing ) {
+    syncSlot_ = std::min( syncSlot_, next_->numSlots() );
+  }
+}
 template< class R, class M, U32 numWords >
 void ShadowEngine< R, M, numWords >::traceSynced( U32 first ) const {
   trace_.trace( 5, "Syncer::doSync() Synced ", syncSlot_ - first, " slots in ",
@@ -109,6 +121,7 @@ bool ShadowEngine< R, M, numWords >::compared( Clock::time_point end, OnKey & on
   for( ; !unsaid_.empty(); unsaid_.pop_back() )
     onKey( unsaid_.back() );
   next_.reset();
+  isAllToTell_ = false;
   state_ = following;
   if( moving_ ) {
     moveTo( std::move( moving_->first ), std::move( moving_->second ) );
@@ -130,7 +143,7 @@ void ShadowEngine< R, M, numWords >::compareNew( U32 slot, OnKey & onKey ) {
     return;
   auto const & now = store_->at( slot );
   U32 const was = next_->find( now.key() );
-  if( was == noIndex || next_->at( was ) != now || !keepsValues )
+  if( isAllToTell_ || was == noIndex || next_->at( was ) != now || !keepsValues )
     onKey( Key( now.key() ) );
 }
 

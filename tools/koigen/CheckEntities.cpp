@@ -59,6 +59,8 @@ void checkEntityMember( Checks checks, Declaration & d, Member & m ) {
       return checkDerived( checks, d, m );
     case Member::function:
       return checkFunction( checks, d, m );
+    case Member::table:
+      return checkTable( checks, d, m );
     case Member::child:
       checks.resolver.resolve( m.type, d, Resolver::complete );
       return;
@@ -91,16 +93,17 @@ void checkCallback( Checks checks, Declaration const & d, Member const & watch, 
   c.attribute = attribute;
   bool const collection = attribute->kind == Member::hashed || attribute->kind == Member::ordered ||
                           attribute->kind == Member::queue;
-  bool const changes = collection || attribute->settable || attribute->kind == Member::scalar ||
-                       attribute->kind == Member::child;
+  bool const isTable = attribute->kind == Member::table;  // told of by key, and as a whole
+  bool const changes = collection || isTable || attribute->settable ||
+                       attribute->kind == Member::scalar || attribute->kind == Member::child;
   if( !changes )
     findings.add( c.place, "'" + attribute->name + "' of '" + watch.type.text + "' never changes" );
-  else if( !collection && c.keyed )
+  else if( !collection && !isTable && c.keyed )
     findings.add( c.key.place, "'" + attribute->name + "' is no collection and has no key" );
   else if( collection && !c.keyed )
     findings.add( c.place, "'" + attribute->name + "' is told of by key: write '" + c.name + "( " +
                                described( attribute->key ) + " )'" );
-  else if( collection && !same( c.key, attribute->key ) )
+  else if( c.keyed && !same( c.key, attribute->key ) )
     findings.add( c.key.place, "the key of '" + attribute->name + "' is of type '" +
                                    described( attribute->key ) + "'" );
 }

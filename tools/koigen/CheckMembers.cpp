@@ -13,7 +13,8 @@ bool isCollection( Member const & m ) {
 
 /// What the member is called by and what is generated beside it.
 std::vector< std::string > generated( Member const & m ) {
-  bool const each = isCollection( m ) || m.kind == Member::watchEach;
+  bool const isTable = m.kind == Member::table;
+  bool const each = isCollection( m ) || isTable || m.kind == Member::watchEach;
   bool const single = m.kind == Member::child || m.kind == Member::reactor;
   bool const mutated =
       each || single || m.kind == Member::scalar || m.kind == Member::watch || m.settable;
@@ -24,9 +25,12 @@ std::vector< std::string > generated( Member const & m ) {
         names.push_back( m.name + suffix );
   };
   add( mutated, { "Is" } );
-  add( each || single, { "Del" } );
+  add( each || single || m.kind == Member::watch, { "Del" } );
   add( each, { "DelAll" } );
-  add( isCollection( m ), { "Iterator", "Notify" } );
+  add( isCollection( m ) || isTable, { "Iterator", "Notify" } );
+  add( isTable, { "Commit", "NotifyCollection", "Control" } );
+  if( isTable )
+    names.push_back( "new" + capital( m.name ) );
   add( m.kind == Member::queue, { "Enq", "Deq", "Metadata" } );
   add( m.kind == Member::watchEach, { "Keys" } );
   return names;
@@ -188,6 +192,33 @@ void checkParam( Checks checks, Declaration const & d, Member & m ) {
     checks.findings.add( m.place,
                          "only a value of an entity, which it is not called after, is "
                          "'settable'" );
+}
+
+/// A table may hold values of a module that this one does not use: they are only named.
+void checkTable( Checks checks, Declaration const & d, Member & m ) {
+  auto & findings = checks.findings;
+  bool const keyFound = checks.resolver.resolve( m.key, d, Resolver::complete );
+  if( m.type.hold != TypeUse::whole )
+    return findings.add( m.type.place, "a table holds values" );
+  if( !checks.resolver.resolve( m.type, d, Resolver::named ) )
+    return;
+  auto const * value = m.type.declaration;
+  if( !value || !value->inTable )
+    return findings.add( m.type.place, "'" + m.type.text + "' is no value of a table" );
+  auto const key = std::find_if( value->members.begin(), value->members.end(),
+                                 []( auto const & f ) { return f.kind == Member::field; } );
+  if( key == value->members.end() || !keyFound )
+    return;  // of which is told elsewhere
+  // Its module may not be checked yet.
+  TypeUse first = key->type;
+  if( !first.declaration && first.primitive == Primitive::none )
+    first.declaration = checks.resolver.lookup( first.text, *value );
+  bool const isSame = first.declaration || first.primitive != Primitive::none
+                          ? same( first, m.key )
+                          : first.text == m.key.text;
+  if( !isSame )
+    findings.add( m.key.place,
+                  "the key of '" + m.type.text + "' is of type '" + described( first ) + "'" );
 }
 
 void checkCollection( Checks checks, Declaration const & d, Member & m ) {

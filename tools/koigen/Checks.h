@@ -32,6 +32,7 @@ void checkConstant( Checks checks, Declaration const & d, Member & m );
 void checkAttribute( Checks checks, Declaration const & d, Member & m );
 void checkParam( Checks checks, Declaration const & d, Member & m );
 void checkCollection( Checks checks, Declaration const & d, Member & m );
+void checkTable( Checks checks, Declaration const & d, Member & m );
 
 /// A default or constant of that type; `limit` is the member it belongs to.
 void checkInitial( Checks checks, Declaration const & d, Member const & limit, Initial & initial,

@@ -20,12 +20,13 @@ bool hasTableValue( Module const & module ) {
                       []( auto const & d ) { return d.inTable; } );
 }
 
-/// Whether an entity of the module owns a reactor.
-bool hasEntityReactor( Module const & module ) {
-  return std::any_of( module.declarations.begin(), module.declarations.end(), []( auto const & d ) {
-    return std::any_of( d.members.begin(), d.members.end(),
-                        []( auto const & m ) { return m.kind == Member::reactor; } );
-  } );
+/// Whether an entity of the module has such a member.
+bool hasMember( Module const & module, Member::Kind kind ) {
+  return std::any_of( module.declarations.begin(), module.declarations.end(),
+                      [&]( auto const & d ) {
+                        return std::any_of( d.members.begin(), d.members.end(),
+                                            [&]( auto const & m ) { return m.kind == kind; } );
+                      } );
 }
 
 std::string headerName( Module const & module ) { return module.prefix + module.name + ".h"; }
@@ -57,8 +58,10 @@ std::string runtimeText( Module const & module ) {
     text += "#include <koi/RecordBytes.h>\n";
   if( hasKind( module, Declaration::entity ) )
     text += "#include <koi/Entity.h>\n";
-  if( hasEntityReactor( module ) )
+  if( hasMember( module, Member::reactor ) )
     text += "#include <koi/EntityReactor.h>\n";
+  if( hasMember( module, Member::table ) )
+    text += "#include <quill/KoiQuillMap.h>\n";
   if( hasKind( module, Declaration::reactor ) )
     text += "#include <koi/Reactor.h>\n";
   return text;
@@ -174,7 +177,9 @@ std::string typeText( Context const & context, Declaration const & d ) {
     case Declaration::structure:
       if( d.inTable )
         return "KOI_TABLE_VALUE( " + d.fullName() + ", Quill::Record< " + d.fullName() +
-               " > )\ntemplate class Quill::TableTypeOf< " + d.fullName() + " >;\n";
+               " > )\ntemplate class Quill::TableTypeOf< " + d.fullName() +
+               " >;\ntemplate class KoiQuill::KoiQuillMap< Quill::Record< " + d.fullName() +
+               " >::Key, " + d.fullName() + " >;\n";
       [[fallthrough]];
     default:
       return "KOI_VALUE( " + d.fullName() + " )\n";
@@ -227,7 +232,9 @@ Texts sourcesOf( Model const & model, Module const & module, std::size_t parts )
                                    stacked( nodes, ",\n            " ) + " )\n";
   std::string runtime = "#include <koi/Registration.h>\n";
   if( hasTableValue( module ) )
-    runtime += "#include <koi/RecordRegistration.h>\n#include <quill/TableTypeOf.h>\n";
+    runtime +=
+        "#include <koi/RecordRegistration.h>\n#include <quill/KoiQuillMapBody.h>\n"
+        "#include <quill/TableTypeOf.h>\n";
   if( numObjects > 0 )
     runtime += "#include <koi/EntityRegistration.h>\n";
   Texts sources;

@@ -37,26 +37,17 @@ std::string collectionType( Context const & context, Member const & member ) {
                            cellType( context, member.type ) );
 }
 
+std::string tableType( Context const & context, Member const & member ) {
+  return angled( "KoiQuill::KoiQuillMap",
+                 context.cpp( member.key ) + ", " + context.cpp( member.type ) );
+}
+
 bool holdsInnerReactors( Member const & member ) {
   return member.type.hold == TypeUse::own && member.type.declaration->kind == Declaration::reactor;
 }
 
 std::string callback( Member const & member ) {
   return "NotifieeConst::koiOn" + capital( member.name );
-}
-
-/// The line that refuses a value before anything changes; empty when every value will do.
-std::string refusal( Declaration const & owner, Member const & member ) {
-  if( member.notNull )
-    return "Koi::refuseNull( v, \"null _" + member.name + " parameter to mutator for " +
-           owner.fullName() + "::" + member.name + " not allowed\" );";
-  if( !member.maxBytes.empty() )
-    return "Koi::refuseLonger( v, " + member.maxBytes + ", \"" + owner.name + "::bytes > " +
-           member.maxBytes + " not allowed\" );";
-  if( !member.bound.empty() )
-    return "Koi::refuseMore( v, " + member.bound + "(), \"" + owner.name + "::" + member.name +
-           " > " + owner.name + "::" + member.bound + " not allowed\" );";
-  return {};
 }
 
 /// A mutator that refuses nothing stands in the class: an attribute that nobody observes is changed
@@ -200,7 +191,7 @@ MemberTexts collectionTexts( Context const & context, MemberOwner const & owner,
 
 /// Whether observers are told of changes of that member.
 bool isTold( Member const & m ) {
-  return isCollection( m ) || m.kind == Member::scalar || m.kind == Member::child || m.settable;
+  return isKeyed( m ) || m.kind == Member::scalar || m.kind == Member::child || m.settable;
 }
 
 /// The class of an entity, gathered member by member.
@@ -290,6 +281,9 @@ class EntityText {
       case Member::reactor:
         addReactor( m );
         break;
+      case Member::table:
+        addTable( m );
+        break;
       default:
         addTexts( attributeTexts( context_, { entity_, true }, m ) );
         addState( m );
@@ -346,6 +340,28 @@ class EntityText {
         { { "doc", m.doc }, { "attr", m.name }, { "type", givenType( context_, m.type ) } } ) );
     reactors_.push_back( "&" + entity_.name + "::" + m.name + "_" );
     cells_.push_back( cellText( context_, m ) );
+  }
+
+  void addTable( Member const & m ) {
+    std::string const Attr = capital( m.name ), value = context_.bare( m.type );
+    Fill fill{ { "attr", m.name },
+               { "Attr", Attr },
+               { "type", value },
+               { "key", context_.argument( m.key ) } };
+    Fill declared = fill, defined = fill;
+    declared["doc"] = m.doc;
+    declared["collection"] = tableType( context_, m );
+    defined["Owner"] = entity_.name;
+    addTexts( { page( "entityTable", declared ), page( "entityTableBody", defined ) } );
+    callbacks_.push_back(
+        page( "entityCallbackTable", { { "Attr", Attr },
+                                       { "key", fill["key"] },
+                                       { "index", std::to_string( table_.size() ) },
+                                       { "control", std::to_string( table_.size() + 1 ) } } ) );
+    table_.push_back( "Koi::table( \"" + m.name + "\", &Self::" + m.name + "_ )" );
+    table_.push_back( "Koi::tableControl( \"" + m.name + "Control\", &Self::" + m.name + "_ )" );
+    cells_.push_back( tableType( context_, m ) + " " + m.name + "_{ *this, \"" + m.name + "\", " +
+                      callback( m ) + ", " + callback( m ) + "Control };" );
   }
 
   void addState( Member const & m ) {
@@ -428,9 +444,28 @@ std::string argumentList( std::vector< EntityParameter > const & parameters, std
   return stacked( texts, ", " );
 }
 
+bool isKeyed( Member const & member ) {
+  return isCollection( member ) || member.kind == Member::table;
+}
+
 bool isCollection( Member const & member ) {
   return member.kind == Member::hashed || member.kind == Member::ordered ||
          member.kind == Member::queue;
+}
+
+std::string refusal( Declaration const & owner, Member const & member,
+                     std::string const & argument ) {
+  if( member.notNull )
+    return "Koi::refuseNull( " + argument + ", \"null _" + member.name +
+           " parameter to mutator for " + owner.fullName() + "::" + member.name +
+           " not allowed\" );";
+  if( !member.maxBytes.empty() )
+    return "Koi::refuseLonger( " + argument + ", " + member.maxBytes + ", \"" + owner.name +
+           "::bytes > " + member.maxBytes + " not allowed\" );";
+  if( !member.bound.empty() )
+    return "Koi::refuseMore( " + argument + ", " + member.bound + "(), \"" + owner.name +
+           "::" + member.name + " > " + owner.name + "::" + member.bound + " not allowed\" );";
+  return {};
 }
 
 std::string paramText( Context const & context, Member const & member ) {
@@ -480,10 +515,12 @@ std::string genericEntityText( Context const & context, Declaration const & decl
       if( !isTold( m ) )
         continue;
       Fill fill{ { "Attr", capital( m.name ) } };
-      if( isCollection( m ) )
+      if( isKeyed( m ) )
         fill["key"] = context.argument( spelledIn( declaration.scope, m.key, d->scope ) );
-      forwards.push_back( page(
-          isCollection( m ) ? "entityGenericCallbackKeyed" : "entityGenericCallback", fill ) );
+      forwards.push_back( page( m.kind == Member::table ? "entityGenericCallbackTable"
+                                : isCollection( m )     ? "entityGenericCallbackKeyed"
+                                                        : "entityGenericCallback",
+                                fill ) );
     }
   return page( "entityGeneric", { { "scope", declaration.scope },
                                   { "Type", declaration.name },

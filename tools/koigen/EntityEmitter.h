@@ -42,7 +42,14 @@ MemberTexts attributeTexts( Context const & context, MemberOwner const & owner,
 /// "bool enabled_ = true;" in a line of its own.
 std::string cellText( Context const & context, Member const & member );
 
+/// The line that refuses what `argument` is, before anything changes; empty when all will do.
+std::string refusal( Declaration const & owner, Member const & member,
+                     std::string const & argument = "v" );
+
 /// True for a hashed or key-ordered collection and for a queue.
 bool isCollection( Member const & member );
+
+/// Those, and tables.
+bool isKeyed( Member const & member );
 
 }  // namespace Koigen

@@ -121,6 +121,8 @@ struct ByField : Name {};
 struct By : if_must< T< TAO_PEGTL_KEYWORD( "by" ) >, T< ByField > > {};
 struct CollectionMember : if_must< sor< Hash, Tree, Queue >, T< MemberName >, Key, Of, opt< By >,
                                    star< Clause >, End > {};
+KOIGEN_WORD( ItsTable, "table" );
+struct TableMember : if_must< ItsTable, T< MemberName >, Key, Of, End > {};
 KOIGEN_WORD( Child, "child" );
 struct ChildMember : if_must< Child, T< MemberName >, Of, End > {};
 KOIGEN_WORD( ItsReactor, "reactor" );
@@ -135,7 +137,8 @@ struct CallbackLine : if_must< T< CallbackName >,
                                opt_must< CallbackOpen, T< CallbackKey >, Sign< ')' > >, End > {};
 struct WatchOpen : seq< one< '{' >, SameLine, MoreDoc, Gap > {};
 struct WatchClose : Sign< '}' > {};
-struct WatchMember : if_must< Watch, opt< Each >, T< MemberName >, opt< Key >, Of, WatchOpen,
+struct WatchMember : if_must< Watch, opt< Each >, T< MemberName >, opt< Key >, Of,
+                              opt_must< Sign< ',' >, NotNull >, WatchOpen,
                               star< CallbackLine >, WatchClose > {};
 KOIGEN_WORD( Start, "start" );
 KOIGEN_WORD( Cleanup, "cleanup" );
@@ -212,7 +215,7 @@ struct BaseName : Scoped {};
 struct Base : if_must< Sign< ':' >, T< BaseName > > {};
 struct EntityMembers : must< star< sor< Misplaced, AttrMember, ParamMember, ConstMember,
                                         DerivedMember, FunctionMember, CollectionMember,
-                                        ChildMember, ReactorMember > >, Close > {};
+                                        TableMember, ChildMember, ReactorMember > >, Close > {};
 struct EntityBody : sor< seq< Base, must< Open >, EntityMembers >, seq< Open, EntityMembers > > {};
 struct ForeignEntityBody : sor< seq< Parameters, must< ForeignBody > >, ForeignBody > {};
 struct EntityRest : sor< ForeignEntityBody, EntityBody > {};

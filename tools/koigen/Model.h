@@ -86,6 +86,7 @@ struct Member {
     hashed,
     ordered,
     queue,
+    table,  // in shared memory
     child,
     reactor,  // of an entity, which owns it
     watch,

@@ -131,6 +131,7 @@ ON( Constructor, s.begin( Member::constructor, placeOf( in ) );
 ON( Hash, s.begin( Member::hashed, placeOf( in ) ) );
 ON( Tree, s.begin( Member::ordered, placeOf( in ) ) );
 ON( Queue, s.begin( Member::queue, placeOf( in ) ) );
+ON( ItsTable, s.begin( Member::table, placeOf( in ) ) );
 ON( Child, s.begin( Member::child, placeOf( in ) ); s.hold = TypeUse::own );
 ON( ItsReactor, s.begin( Member::reactor, placeOf( in ) ); s.hold = TypeUse::own );
 ON( Watch, s.begin( Member::watch, placeOf( in ) ) );
@@ -235,6 +236,7 @@ EXPECTED( "'\"' was expected: a text is one line without '\\'", tao::pegtl::one<
 EXPECTED( "the name of a constant or a number of bytes was expected", G::Limit );
 EXPECTED( "'bytes' was expected", G::BytesWord );
 EXPECTED( "'stored before the check' or 'not null' was expected", G::Clauses );
+EXPECTED( "'not null' was expected", G::NotNull );
 EXPECTED( "the name of an attribute was expected", T< G::Source > );
 EXPECTED( "'.' was expected", Sign< '.' > );
 EXPECTED( "the name of a field was expected", T< G::SourceField > );

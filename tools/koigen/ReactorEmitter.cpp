@@ -124,7 +124,9 @@ class ReactorText {
                    { "key", context_.argument( m.key ) } };
     Fill defined = declared;
     declared["doc"] = m.doc;
+    declared["null"] = m.notNull ? "null is refused" : "null watches nothing";
     defined["Owner"] = reactor_.name;
+    defined["refusal"] = refusal( reactor_, m, "entity" );
     addTexts(
         { page( "reactorWatchedEach", declared ), page( "reactorWatchedEachBody", defined ) } );
     observers_.push_back( page( "reactorObserverEach", { { "Attr", capital( m.name ) },
@@ -156,7 +158,7 @@ class ReactorText {
       addOnce( handlers_,
                "void " + handler + "(" + inBlanks( stacked( parameters, ", " ) ) + ");" );
       // A collection has two callbacks of one name; the one that is not overridden stays visible.
-      if( c.keyed || ( c.attribute && isCollection( *c.attribute ) ) )
+      if( c.keyed || ( c.attribute && isKeyed( *c.attribute ) ) )
         addOnce( texts, "using NotifieeConst::" + c.name + ";" );
       texts.push_back( "void " + c.name + "(" + ( c.keyed ? " " + key + " key " : "" ) +
                        ") override { " + "Koi::Ptr< " + reactor_.name + " >( reactor_ )->" +

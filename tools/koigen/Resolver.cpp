@@ -104,7 +104,7 @@ bool Resolver::resolve( TypeUse & use, Declaration const & from, Need need ) {
     findings_.add( use.place, "'" + use.text + "' is a value: only entities are pointed to" );
     return false;
   }
-  if( !visible( use, from, *found, pointed ? need : complete ) )
+  if( !visible( use, from, *found, pointed || need == named ? need : complete ) )
     return false;
   use.declaration = found;
   use.hidden = isHidden( use.text, from, *found );

@@ -1,7 +1,8 @@
 // Resolver.h: finds what the names in a model stand for.
 //
 // A name is looked for in the namespace where it stands, then in those around it. A type of another
-// module needs a `uses`; an entity that is only pointed to does not: it is declared forward.
+// module needs a `uses`; an entity that is only pointed to, and what is only named, does not: it is
+// declared forward.
 #pragma once
 
 #include <set>
@@ -14,8 +15,8 @@ namespace Koigen {
 class Resolver {
  public:
   /// Where a type stands decides how much of it must be known there; an entity's reactor is pointed
-  /// to.
-  enum Need { complete, pointer, itsReactor };
+  /// to, the value of a table named.
+  enum Need { complete, pointer, itsReactor, named };
 
   /// Enters all types of the model; finds types and enumerators that are declared twice.
   Resolver( Model & model, Findings & findings );

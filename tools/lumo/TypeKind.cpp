@@ -46,6 +46,8 @@ std::string attributeKind( KoiType const & type, Koi::KoiAttribute const & attri
       return attribute.target ? "parameter, " + reference : "parameter";
     case AttributeKind::computed:
       return attribute.isConstant ? "constant" : "computed";
+    case AttributeKind::table:
+      return "table in shared memory";
     case AttributeKind::scalar:
       return isInitial ? "settable parameter" : attribute.target ? reference : "attribute";
     case AttributeKind::child:

@@ -2,13 +2,13 @@
 // and a checksum of both, so that any reader can judge it alone.
 #pragma once
 
-#include <filesystem>
-
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <quill/QuillReader.h>
 #include <quill/QuillWriter.h>
+
+#include "support/ShmRoot.h"
 
 namespace Tests {
 
@@ -74,24 +74,6 @@ namespace Tests {
 
 using ProofWriter = Quill::QuillWriter< ProofValue >;
 using ProofReader = Quill::QuillReader< ProofValue >;
-
-/// A root of shared memory of this test alone, gone with it.
-class ShmRoot {
- public:
-  ShmRoot() {
-    char path[] = "/dev/shm/lumo-test-XXXXXX";
-    path_ = mkdtemp( path );
-  }
-  ~ShmRoot() { std::filesystem::remove_all( path_ ); }
-  ShmRoot( ShmRoot const & ) = delete;
-  ShmRoot & operator=( ShmRoot const & ) = delete;
-
-  std::string const & path() const { return path_; }
-  Mem::RootPath root() const { return Mem::RootPath( path_ ); }
-
- private:
-  std::string path_;
-};
 
 /// Zeros that the processes of a test share.
 template< class T >

@@ -292,6 +292,8 @@ INSTANTIATE_TEST_SUITE_P( InCollections, Members, testing::Values(
   Case{ "queue a[ u64 ] : bool;", "52:12: the index of a queue is a u8, u16 or u32" },
   Case{ "queue a[ u8 ] : own Keyed;", "52:23: a queue holds values" } ) );
 
+#define TABLE "/// d\ntable value Row {\n  vlan : Vlan; /// d\n}\n/// d\nentity E {\n  "
+#define END " /// d\n}"
 INSTANTIATE_TEST_SUITE_P( InEntitiesAndReactors, Errors, testing::Values(
   Case{ "/// d\nentity A : Vlan {\n}", "51:12: 'Vlan' is no entity to extend" },
   Case{ "/// d\nentity A : A {\n}", "51:12: 'A' contains itself" },
@@ -301,6 +303,19 @@ INSTANTIATE_TEST_SUITE_P( InEntitiesAndReactors, Errors, testing::Values(
         "52:8: 'used' is already a member of the base 'Named'" },
   Case{ "/// d\nentity A : Named {\n  override function kind() : u8; /// d\n}", "" },
   Case{ "/// d\nforeign entity A( Vlan ) \"a.h\";", "51:19: a parameter of a foreign entity has a name" },
+  Case{ TABLE "table t[ Vlan ] : Row;" END, "" },
+  Case{ TABLE "table t[ Tag ] : Row;" END, "56:12: the key of 'Row' is of type 'N::Vlan'" },
+  Case{ TABLE "table t[ Vlan ] : Pair;" END, "56:21: 'Pair' is no value of a table" },
+  Case{ TABLE "table t[ Vlan ] : u8;" END, "56:21: 'u8' is no value of a table" },
+  Case{ TABLE "table t[ Vlan ] : ref Named;" END, "56:25: a table holds values" },
+  Case{ TABLE "table t[ Vlan ] : Row; /// d\n  attr tControl : u8;" END,
+        "57:8: 'tControl' and 't' would both generate 'tControl'" },
+  Case{ TABLE "table t[ Vlan ] : Row; /// d\n}\n/// d\nreactor R {\n  start a;\n"
+        "  watch e : E { /// d\n    onT( Vlan );\n    onT;\n  }" END, "" },
+  Case{ TABLE "table t[ Vlan ] : Row; /// d\n}\n/// d\nreactor R {\n  start a;\n"
+        "  watch e : E { /// d\n    onT( Tag );\n  }" END,
+        "62:10: the key of 't' is of type 'N::Vlan'" },
+  Case{ "/// d\nreactor R {\n  start a;\n  watch each w[ Vlan ] : Named, not null { /// d\n  }\n}", "" },
   Case{ "/// d\nreactor R {\n}", "51:9: 'R' has no start handler" },
   Case{ "/// d\nreactor R {\n  start a;\n  start b;\n}", "53:9: 'R' has a start handler already" },
   Case{ "/// d\nreactor R {\n  start a;\n  cleanup b;\n  cleanup c;\n}",
@@ -428,6 +443,7 @@ INSTANTIATE_TEST_SUITE_P( OfEntities, Syntax, testing::Values(
   Case{ IN( "entity A {\n  hash a[ B ] : u8 by ;\n}" ), "4:23: the name of a field was expected" },
   Case{ IN( "reactor A {\n  watch a : B;\n}" ), "4:14: '{' was expected" },
   Case{ IN( "reactor A {\n  watch a : B {\n  5 }\n}" ), "5:3: a callback or '}' was expected" },
+  Case{ IN( "reactor A {\n  watch each a[ C ] : B, null {\n" ), "4:26: 'not null' was expected" },
   Case{ IN( "reactor A {\n  watch a : B {\n  onC( 5 ); }\n}" ), "5:8: a type name was expected" },
   Case{ IN( "reactor A {\n  watch a : B {\n  onC }\n}" ), "5:7: ';' was expected" } ) );
 // clang-format on
