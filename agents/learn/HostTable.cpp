@@ -2,8 +2,6 @@
 
 #include <cmath>
 
-#include "Port.h"
-
 namespace Learn {
 
 using namespace Bridging;

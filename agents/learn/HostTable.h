@@ -13,18 +13,17 @@
 #pragma once
 
 #include <Lumo/Bridging.h>
+#include <frames/Capture.h>
+#include <frames/Port.h>
 
 #include <array>
 #include <boost/unordered/unordered_flat_map.hpp>
 #include <set>
 #include <vector>
 
-#include "Capture.h"
-#include "Frame.h"
-
 namespace Learn {
 
-class Port;
+using namespace Frames;  // what a learner works with
 
 /// What a table has counted.
 struct HostNumbers {

@@ -15,7 +15,6 @@
 #include <memory>
 
 #include "HostTable.h"
-#include "Port.h"
 
 namespace Learn {
 

@@ -6,6 +6,7 @@
 // then.
 
 #include <fmt/format.h>
+#include <frames/MergedCaptures.h>
 
 #include <cerrno>
 #include <csignal>
@@ -15,7 +16,6 @@
 #include "ConfigFile.h"
 #include "Learner.h"
 #include "MacTable.h"
-#include "MergedCaptures.h"
 #include "Options.h"
 #include "Progress.h"
 

@@ -7,8 +7,8 @@
 #include <random>
 #include <sstream>
 
-#include "Bridges.h"
-#include "Frames.h"
+#include "../frames/Bridges.h"
+#include "../frames/Frames.h"
 
 namespace Learn {
 namespace {

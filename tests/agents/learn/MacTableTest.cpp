@@ -5,8 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "Bridges.h"
-#include "Frames.h"
+#include "../frames/Bridges.h"
+#include "../frames/Frames.h"
 
 namespace Learn {
 namespace {

@@ -6,11 +6,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "Frames.h"
+#include "../frames/Frames.h"
 
 namespace Learn {
 namespace {
 
+using namespace Frames;
 using TestSupport::Outcome;
 using TestSupport::PcapFile;
 using TestSupport::SavedFile;

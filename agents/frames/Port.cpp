@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace Learn {
+namespace Frames {
 
 using namespace Bridging;
 
@@ -68,4 +68,4 @@ Koi::U8 Port::judge( VlanId vlan ) const {
   return learns;
 }
 
-}  // namespace Learn
+}  // namespace Frames

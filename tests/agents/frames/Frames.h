@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-namespace Learn {
+namespace Frames {
 
 /// Six bytes of a MAC address whose last byte is n and whose first is flags (1: group, 2: locally
 /// administered).
@@ -26,4 +26,4 @@ inline std::string frameFrom( std::string const & source, std::string const & ta
          std::string( payloadSize, 'p' );
 }
 
-}  // namespace Learn
+}  // namespace Frames

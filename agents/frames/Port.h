@@ -14,7 +14,7 @@
 #include "Frame.h"
 #include "NotLearned.h"
 
-namespace Learn {
+namespace Frames {
 
 class Port {
  public:
@@ -98,4 +98,4 @@ class Port {
   std::array< Koi::U8, 4096 > verdicts_{};  // by VLAN
 };
 
-}  // namespace Learn
+}  // namespace Frames

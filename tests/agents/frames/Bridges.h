@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-namespace Learn {
+namespace Frames {
 
 inline Wirex::IntfId intf( char const * name ) { return Wirex::IntfId( Koi::String8( name ) ); }
 
@@ -52,4 +52,4 @@ struct TestBridge {
   }
 };
 
-}  // namespace Learn
+}  // namespace Frames

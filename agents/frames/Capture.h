@@ -14,7 +14,7 @@
 
 struct pcap;
 
-namespace Learn {
+namespace Frames {
 
 /// When a frame was captured, as exactly as the file says it.
 struct CaptureTime {
@@ -67,4 +67,4 @@ class Capture {
   std::uint64_t numFrames_ = 0;
 };
 
-}  // namespace Learn
+}  // namespace Frames

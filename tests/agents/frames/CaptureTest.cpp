@@ -5,11 +5,11 @@
 #include <support/SavedFile.h>
 #include <unistd.h>
 
-#include <learn/Capture.h>
-#include <learn/MergedCaptures.h>
+#include <frames/Capture.h>
+#include <frames/MergedCaptures.h>
 #include "Frames.h"
 
-namespace Learn {
+namespace Frames {
 namespace {
 
 using TestSupport::PcapFile;
@@ -175,4 +175,4 @@ TEST( MergedCaptures, goOnWithoutACaptureThatStops ) {
 }
 
 }  // namespace
-}  // namespace Learn
+}  // namespace Frames

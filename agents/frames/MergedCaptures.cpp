@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace Learn {
+namespace Frames {
 
 MergedCaptures::MergedCaptures( std::vector< std::string > const & paths, OnStopped onStopped )
     : onStopped_( std::move( onStopped ) ), heads_( paths.size() ), taken_( paths.size() ) {
@@ -44,4 +44,4 @@ void MergedCaptures::advance( std::size_t index ) {
   }
 }
 
-}  // namespace Learn
+}  // namespace Frames

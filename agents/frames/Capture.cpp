@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-namespace Learn {
+namespace Frames {
 
 namespace {
 
@@ -88,4 +88,4 @@ CapturedFrame const * Capture::next() {
   return nullptr;
 }
 
-}  // namespace Learn
+}  // namespace Frames

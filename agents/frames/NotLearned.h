@@ -7,7 +7,7 @@
 #include <array>
 #include <string_view>
 
-namespace Learn {
+namespace Frames {
 
 enum class NotLearned : Koi::U8 {
   notBridging,    // the port is a tap, a tool or routed
@@ -41,4 +41,4 @@ constexpr bool isPause( NotLearned why ) {
          why == NotLearned::vlanLearnsNot;
 }
 
-}  // namespace Learn
+}  // namespace Frames

@@ -14,7 +14,7 @@
 #include <optional>
 #include <span>
 
-namespace Learn {
+namespace Frames {
 
 /// The address that a frame comes from, as a number: its first byte is the highest of six.
 using AddressNumber = Koi::U64;
@@ -72,4 +72,4 @@ constexpr Wirex::EthAddr addressOf( AddressNumber number ) {
   return { byte( 40 ), byte( 32 ), byte( 24 ), byte( 16 ), byte( 8 ), byte( 0 ) };
 }
 
-}  // namespace Learn
+}  // namespace Frames

@@ -13,7 +13,7 @@
 
 #include "Capture.h"
 
-namespace Learn {
+namespace Frames {
 
 /// Several captures, read together.
 class MergedCaptures {
@@ -49,4 +49,4 @@ class MergedCaptures {
       taken_;  // whose frame next() delivered last: it is replaced when the next one is asked for
 };
 
-}  // namespace Learn
+}  // namespace Frames

@@ -1,14 +1,14 @@
 // What a port makes of a frame: the VLAN that its sender is learned in, or the reason why not.
 
+#include <frames/Port.h>
 #include <gtest/gtest.h>
-#include <learn/Port.h>
 
 #include <variant>
 
 #include "Bridges.h"
 #include "Frames.h"
 
-namespace Learn {
+namespace Frames {
 namespace {
 
 using namespace Bridging;
@@ -24,9 +24,9 @@ struct Case {
 };
 void PrintTo( Case const & c, std::ostream * out ) { *out << c.name; }
 
-class Frames : public testing::TestWithParam< Case > {};
+class FramesOfAPort : public testing::TestWithParam< Case > {};
 
-TEST_P( Frames, belongToTheirVlanOrTeachNothing ) {
+TEST_P( FramesOfAPort, belongToTheirVlanOrTeachNothing ) {
   TestBridge const bridge;
   GetParam().configure( bridge );
   Port port( intf( "eth1" ), bridge.config, bridge.topology );
@@ -55,7 +55,7 @@ constexpr auto native7 = []( TestBridge const & bridge ) { bridge.port( "eth1", 
 constexpr auto nameOf = []( auto const & c ) { return c.param.name; };
 
 INSTANTIATE_TEST_SUITE_P(
-    OnATrunk, Frames,
+    OnATrunk, FramesOfAPort,
     testing::Values(
         Case{ "unconfigured", asItComes, untaggedFrame, 1u },
         Case{ "unconfiguredTagged", asItComes, tagged( 100 ), 100u },
@@ -108,7 +108,7 @@ template< SwitchportMode mode >
 constexpr auto inMode = []( TestBridge const & bridge ) { bridge.port( "eth1", mode, 1 ); };
 
 INSTANTIATE_TEST_SUITE_P(
-    ByTheModeOfThePort, Frames,
+    ByTheModeOfThePort, FramesOfAPort,
     testing::Values(
         Case{ "noNativeUntagged", noNative, untaggedFrame, NotLearned::noNativeVlan },
         Case{ "noNativePriority", noNative, tagged( 0xe000 ), NotLearned::noNativeVlan },
@@ -142,7 +142,7 @@ template< Topology::PortState state >
 constexpr auto inState = []( TestBridge const & bridge ) { bridge.topologyOf( 5, state ); };
 
 INSTANTIATE_TEST_SUITE_P(
-    ByTheVlan, Frames,
+    ByTheVlan, FramesOfAPort,
     testing::Values(
         Case{ "otherVlansAreConfigured",
               []( TestBridge const & bridge ) { bridge.member( 6, "eth1" ); }, tagged( 5 ), 5u },
@@ -182,4 +182,4 @@ INSTANTIATE_TEST_SUITE_P(
     nameOf );
 
 }  // namespace
-}  // namespace Learn
+}  // namespace Frames
