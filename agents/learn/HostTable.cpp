@@ -2,12 +2,51 @@
 
 #include <cmath>
 
+#include <koi/KeysOf.h>
+
 namespace Learn {
 
 using namespace Bridging;
 
-HostTable::HostTable( Koi::Ptr< Status > status ) : status_( std::move( status ) ) {
-  status_->fdbStatusDelAll();
+namespace {
+
+/// What no clock can have said is the beginning.
+CaptureTime captureTime( Koi::Seconds time ) {
+  constexpr Koi::Seconds farthest = 1e12;
+  if( !( time >= -farthest && time <= farthest ) )
+    return {};
+  Koi::Seconds const seconds = std::floor( time );
+  return { static_cast< std::int64_t >( seconds ),
+           static_cast< std::uint32_t >( ( time - seconds ) * 1e9 ) };
+}
+
+}  // namespace
+
+HostTable::HostTable( Koi::Ptr< Status > status, StandOf const & standOf )
+    : status_( std::move( status ) ) {
+  for( auto const & fdb : status_->fdbStatus() )
+    for( auto const & host : fdb.value()->learnedHost() )
+      now_ = std::max( now_, nanosecondsOf( captureTime( host.value().lastMoveTime() ) ) );
+  for( Fid const fid : Koi::keysOf( status_->fdbStatus() ) ) {
+    takeOver( *status_->fdbStatus( fid ), standOf );
+    if( status_->fdbStatus( fid )->learnedHost().empty() )
+      status_->fdbStatusDel( fid );
+  }
+}
+
+void HostTable::takeOver( FdbStatus & fdb, StandOf const & standOf ) {
+  for( Wirex::EthAddr const & address : Koi::keysOf( fdb.learnedHost() ) ) {
+    LearnedHost const host = fdb.learnedHost( address );
+    Stand const stand =
+        isEntryTypeConfigured( host.entryType() ) ? Stand() : standOf( fdb.fid(), host );
+    if( !stand.port ) {
+      fdb.learnedHostDel( address );
+      continue;
+    }
+    Koi::U16 const fid = fdb.fid().value();
+    hosts_[keyOf( fid, numberOf( address ) )] = { stand.port, now_, forEver, fid, stand.vlan };
+    ++numInVlan_[stand.vlan];
+  }
 }
 
 std::int64_t HostTable::nanosecondsOf( CaptureTime const & time ) {

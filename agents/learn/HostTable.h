@@ -18,6 +18,7 @@
 
 #include <array>
 #include <boost/unordered/unordered_flat_map.hpp>
+#include <functional>
 #include <set>
 #include <vector>
 
@@ -42,8 +43,17 @@ class HostTable {
     Koi::U16 vlan = 0;  // where it was seen last; several VLANs may share a database
   };
 
-  /// Writes that status from now on; what an earlier table has left in it goes.
-  explicit HostTable( Koi::Ptr< Bridging::Status > status );
+  /// Where a learned host is.
+  struct Stand {
+    Port * port = nullptr;  // null: nowhere any more
+    Koi::U16 vlan = 0;
+  };
+  using StandOf = std::function< Stand( Bridging::Fid, Bridging::LearnedHost const & ) >;
+
+  /// Writes that status from now on. Of the learned hosts that are in it those stay that stand
+  /// somewhere: as if they had been seen when the last of them was learned or moved. The others go,
+  /// and so do configured ones.
+  HostTable( Koi::Ptr< Bridging::Status > status, StandOf const & standOf );
   HostTable( HostTable const & ) = delete;
   HostTable & operator=( HostTable const & ) = delete;
 
@@ -124,6 +134,7 @@ class HostTable {
     host.vlan = vlan;
   }
   void firstDueIs();
+  void takeOver( Bridging::FdbStatus & fdb, StandOf const & standOf );
   bool learn( Host & host, Koi::U64 key, Port & port, Koi::U16 vlan, CaptureTime const & time );
   bool move( Host & host, Koi::U64 key, Port & port, Koi::U16 vlan, CaptureTime const & time );
   void leavePort( Host & host, Koi::U64 key );

@@ -1,5 +1,7 @@
 #include "Learner.h"
 
+#include <algorithm>
+
 #include "Watch.h"
 
 namespace Learn {
@@ -22,6 +24,18 @@ Bridge whole( Bridge bridge ) {
   make( bridge.topologyStatus, "topologyStatus" );
   make( bridge.flushReplies, "flushReplies" );
   return bridge;
+}
+
+/// Where that VLAN learns.
+Koi::U16 fidOf( Config const & config, VlanId vlan ) {
+  auto const & map = config.vidToFidMap();
+  return map.contains( vlan ) ? map.value( vlan ).value() : vlan.value();
+}
+std::array< Koi::U16, 4096 > fidsOf( Config const & config ) {
+  std::array< Koi::U16, 4096 > fids{};
+  for( Koi::U16 vlan = VlanId::koiRange.low; vlan <= VlanId::koiRange.high; ++vlan )
+    fids[vlan] = fidOf( config, VlanId( vlan ) );
+  return fids;
 }
 
 /// The number of the flush that was served last on that port.
@@ -51,11 +65,11 @@ void reportFlush( Topology::Status & status, Topology::TopoConfig const & topolo
 
 Learner::Learner( Bridge bridge )
     : bridge_( whole( std::move( bridge ) ) ),
-      hosts_( bridge_.status ),
+      fids_( fidsOf( *bridge_.config ) ),
+      hosts_( bridge_.status,
+              [this]( Fid fid, LearnedHost const & host ) { return standOf( fid, host ); } ),
       counts_( hostCountsFactory( Koi::Name( "hostCounts" ) ) ),
       counter_( hostCounterFactory( bridge_.status, counts_ ) ) {
-  for( unsigned vlan = 1; vlan <= VlanId::koiRange.high; ++vlan )
-    fidChanged( VlanId( vlan ) );
   watch_ = std::make_unique< Watch >( *this );
   agingTimeChanged();
 }
@@ -63,6 +77,19 @@ Learner::Learner( Bridge bridge )
 Learner::~Learner() {
   watch_.reset();
   counter_->koiDoZombieReactors( true );
+}
+
+/// On its port, in the VLAN of the database's number, or else the first that learns there.
+HostTable::Stand Learner::standOf( Fid fid, LearnedHost const & host ) {
+  Koi::U16 const number = fid.value();
+  bool const isItsOwn = number < fids_.size() && number != 0 && fids_[number] == number;
+  auto const at = isItsOwn ? fids_.begin() + number
+                           : std::find( fids_.begin() + VlanId::koiRange.low, fids_.end(), number );
+  auto const vlan = static_cast< Koi::U16 >( at - fids_.begin() );
+  if( vlan > VlanId::koiRange.high || host.intf() == Wirex::IntfId() )
+    return {};
+  Port & its = port( host.intf() );
+  return its.carries( vlan ) ? HostTable::Stand{ &its, vlan } : HostTable::Stand{};
 }
 
 Port & Learner::port( Wirex::IntfId intf ) {
@@ -120,9 +147,8 @@ void Learner::vlanChanged( VlanId vlan ) {
 }
 
 void Learner::fidChanged( VlanId vlan ) {
-  auto const & map = bridge_.config->vidToFidMap();
   Koi::U16 const number = vlan.value();
-  Koi::U16 const fid = map.contains( vlan ) ? map.value( vlan ).value() : number;
+  Koi::U16 const fid = fidOf( *bridge_.config, vlan );
   fids_[number] = fid;
   if( hosts_.hasHostsIn( number ) )
     hosts_.forgetIf(

@@ -39,7 +39,8 @@ struct Totals {
 
 class Learner {
  public:
-  /// Begins with an empty table: hosts that the status holds go, those that are configured come.
+  /// Begins with the learned hosts that the status holds, as far as the bridge is configured for
+  /// them, and with those that are configured.
   explicit Learner( Bridge bridge = {} );
   ~Learner();
   Learner( Learner const & ) = delete;
@@ -86,11 +87,12 @@ class Learner {
   void flushTopology( Bridging::Topology::TopoConfig const & topology, Wirex::IntfId intf );
 
   bool hasVlan( Koi::U16 vlan ) const;
+  HostTable::Stand standOf( Bridging::Fid fid, Bridging::LearnedHost const & host );
 
   Bridge const bridge_;
-  HostTable hosts_;
   std::map< Wirex::IntfId, Port > ports_;
   std::array< Koi::U16, 4096 > fids_{};  // by VLAN
+  HostTable hosts_;
   Koi::U64 numFrames_ = 0;
   std::array< Koi::U64, notLearnedTexts.size() > numNotLearned_{};  // by NotLearned
   Koi::Ptr< HostCounts > const counts_;

@@ -82,14 +82,27 @@ void setNative( Options & options, std::string const & given ) {
   capture->nativeVlan = vlan;
 }
 
-Koi::Seconds agingTimeOf( std::string const & given ) {
-  Koi::Seconds time = 0;
+/// A number below a thousand million; nothing when it is none.
+std::optional< double > numberOf( std::string const & given ) {
+  double number = 0;
   char const * const end = given.data() + given.size();
-  auto const [stop, error] = std::from_chars( given.data(), end, time );
-  if( error != std::errc() || stop != end || !( time >= 0 && time < 1e9 ) )
-    throw UsageException( "--aging '" + given +
-                          "': a number of seconds was expected, or 0 for no ageing" );
-  return time;
+  auto const [stop, error] = std::from_chars( given.data(), end, number );
+  return error == std::errc() && stop == end && number >= 0 && number < 1e9
+             ? std::optional( number )
+             : std::nullopt;
+}
+
+Koi::Seconds agingTimeOf( std::string const & given ) {
+  if( auto const time = numberOf( given ) )
+    return *time;
+  throw UsageException( "--aging '" + given +
+                        "': a number of seconds was expected, or 0 for no ageing" );
+}
+
+double paceOf( std::string const & given ) {
+  if( auto const pace = numberOf( given ); pace && *pace > 0 )
+    return *pace;
+  throw UsageException( "--pace '" + given + "': a number was expected, 1 for as they came" );
 }
 
 }  // namespace
@@ -114,7 +127,7 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
       "table.",
       "learn" );
   std::vector< std::string > captures, natives;
-  std::optional< std::string > aging;
+  std::optional< std::string > aging, pace;
   app.add_option( "--capture", captures,
                   "a pcap or pcapng file whose frames come in on PORT; - is standard input" )
       ->type_name( "PORT=FILE" )
@@ -127,6 +140,15 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
       ->type_name( "FILE" );
   app.add_option( "--aging", aging, "how long a host stays that is not seen (300); 0 is for ever" )
       ->type_name( "SECONDS" );
+  app.add_option( "--table", options.table,
+                  "publish the hosts as this table in shared memory, beginning with those that it "
+                  "has; lumo shows it" )
+      ->type_name( "NAME" );
+  app.add_option( "--root", options.root,
+                  "where tables lie; LUMO_SHM_ROOT of the environment, else /dev/shm/lumo" )
+      ->type_name( "DIR" );
+  app.add_option( "--pace", pace, "let frames come as they came, so many times faster" )
+      ->type_name( "TIMES" );
   app.add_flag( "--json", options.json, "print one JSON object instead of the table" );
   app.footer(
       "Ports are named as interfaces are: eth1, eth3/1, lag7. Several captures are read by time." );
@@ -140,6 +162,10 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
       setNative( options, given );
     if( aging )
       options.agingTime = agingTimeOf( *aging );
+    if( pace )
+      options.pace = paceOf( *pace );
+    if( options.table.empty() && !options.root.empty() )
+      throw UsageException( "--root '" + options.root + "': no --table says what lies there" );
     return std::nullopt;
   } catch( CLI::CallForHelp const & ) {
     std::fputs( app.help().c_str(), stdout );

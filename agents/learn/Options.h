@@ -20,6 +20,9 @@ struct Options {
   std::vector< PortCapture > captures;  // as named; no port twice
   std::string configPath;               // the file of --config; empty: none
   std::optional< Koi::Seconds > agingTime;
+  std::string table;  // --table: what the hosts are published as; empty: they are not
+  std::string root;   // --root: where tables lie; empty: where they do by default
+  double pace = 0;    // --pace: how many times faster than they came; 0: at once
   bool json = false;
 
   /// Makes the configuration what the command line says of it. What that does not mention stays.

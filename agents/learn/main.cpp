@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 #include <frames/MergedCaptures.h>
+#include <frames/Pace.h>
+#include <mac-table/MacTable.h>
 
 #include <cerrno>
 #include <csignal>
@@ -15,9 +17,10 @@
 
 #include "ConfigFile.h"
 #include "Learner.h"
-#include "MacTable.h"
 #include "Options.h"
 #include "Progress.h"
+#include "Publication.h"
+#include "TotalsText.h"
 
 namespace {
 
@@ -50,6 +53,8 @@ bool writeTable( std::string const & table ) {
   return false;
 }
 
+void complain( std::string const & text ) { fmt::print( stderr, "learn: {}\n", text ); }
+
 }  // namespace
 
 int main( int argc, char ** argv ) {
@@ -68,11 +73,29 @@ int main( int argc, char ** argv ) {
     if( !options.configPath.empty() )
       Learn::readConfigFile( options.configPath, *config );
   } catch( std::runtime_error const & e ) {  // its text names the file and the place
-    fmt::print( stderr, "learn: {}\n", e.what() );
+    complain( e.what() );
     return statusFailed;
   }
   options.applyTo( *config );
-  Learn::Learner learner( { .config = config } );
+  auto const activity = Koi::activityFactory();
+  Koi::Ptr< Bridging::Status > status;
+  std::optional< Learn::Publication > publication;
+  Learn::TablePlace const place{
+      options.root.empty() ? Mem::RootPath() : Mem::RootPath( options.root ), options.table };
+  bool const publishes = !place.name.empty();
+  std::unique_ptr< Learn::Learner > learning;
+  try {  // first what was left, then the writer: who follows the table sees nothing go
+    if( publishes )
+      status = Learn::hostsLeft( place, complain );
+    learning =
+        std::make_unique< Learn::Learner >( Learn::Bridge{ .config = config, .status = status } );
+    if( publishes )
+      publication.emplace( activity.ptr(), place, status );
+  } catch( Koi::Exception const & e ) {  // of the table: the learner alone raises none
+    complain( std::string( "--table: " ) + e.what() );
+    return statusFailed;
+  }
+  Learn::Learner & learner = *learning;
   std::vector< Learn::Port * > ports;
   for( auto const & capture : options.captures )
     ports.push_back( &learner.port( capture.intf ) );
@@ -87,17 +110,21 @@ int main( int argc, char ** argv ) {
                     path == "-" ? "standard input" : path, why, numFrames );
         sound = false;
       } );
+  Frames::Pace pace( *activity, options.pace );
   while( !interrupted ) {
     auto const [capture, frame] = captures.next();
     if( !frame )
       break;
+    while( !interrupted && !pace.isDue( frame->time ) ) {
+    }
     learner.frameIs( *ports[capture], *frame );
     progress.totalsAre( learner );
   }
   progress.erase();
 
-  bool const written =
-      writeTable( options.json ? Learn::macTableJson( learner ) : Learn::macTableText( learner ) );
+  bool const written = writeTable( options.json ? MacTable::json( *learner.bridge().status )
+                                                : MacTable::text( *learner.bridge().status ) +
+                                                      "\n" + Learn::totalsText( learner ) );
   if( interrupted )
     return statusInterrupted;
   return sound && written ? 0 : statusFailed;

@@ -10,6 +10,7 @@
 #include <mem/Rova.h>
 #include <ntrace/Ntrace.h>
 #include <quill/QuillException.h>
+#include <reactors/FdbCopy.h>
 
 namespace Bridging {
 namespace {
@@ -19,14 +20,6 @@ using Quill::Bridging::QuillFdbStatus;
 Ntrace::Handler const & trace() {
   static Ntrace::Handler const handler;
   return handler;
-}
-
-QuillFdbStatus entryOf( HostKey const & key, LearnedHost const & host ) {
-  return QuillFdbStatus( key, host.intf(), host.moves(), host.lastMoveTime(), host.entryType() );
-}
-LearnedHost hostOf( QuillFdbStatus const & entry ) {
-  return LearnedHost( entry.key().addr(), entry.intf(), entry.moves(), entry.lastMoveTime(),
-                      entry.entryType() );
 }
 
 // ---- the writer

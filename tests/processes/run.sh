@@ -57,6 +57,10 @@ for line in 'Hosts: 19, VLANs: 1, moves: 0, aged out: 0' 'Hosts: 7, VLANs: 3, mo
             '  10  00:00:5e:00:53:01  configured       eth2      0  -'; do
   grep -qxF -- "$line" "$work/table" || wrong "./run does not print: $line"
 done
+for mode in direct keyshadow shadow status; do
+  grep -qE "^$mode +19 +0  the learner's\$" "$work/table" || wrong "./run does not show what $mode saw"
+done
+grep -qE '^Killed when the table had ([5-9]|1[0-9]) hosts\.$' "$work/table" || wrong "./run kills no learner"
 ran 0 --json
 cp "$work/out" "$work/table.json"
 ran 0 --capture "eth1=$captureFile" --aging 0 --json

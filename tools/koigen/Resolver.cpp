@@ -86,6 +86,9 @@ bool Resolver::resolve( TypeUse & use, Declaration const & from, Need need ) {
   if( use.text == "Koi::Entity" && need == pointer )
     return true;
   auto const * found = lookup( use.text, from );
+  // What an imported module only names may be of one that nobody here uses.
+  if( !found && from.module->imported && ( need == named || need == pointer ) )
+    return false;
   if( !found ) {
     findings_.add( use.place, "there is no type '" + use.text + "'" );
     return false;

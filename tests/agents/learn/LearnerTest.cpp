@@ -188,6 +188,52 @@ TEST_F( LearnerTest, aLearnerBeginsWithWhatIsConfigured ) {
   EXPECT_FALSE( bridge.flushReplies->hostTableFlushReply().contains( "stale" ) );
 }
 
+TEST_F( LearnerTest, aLearnerGoesOnWithTheHostsThatAreThere ) {
+  auto const left = statusFactory( Koi::Name( "left" ) );
+  auto const was = [&]( Koi::U16 fid, unsigned n, char const * name, Koi::Seconds time,
+                        EntryType type = learnedDynamicMac ) {
+    left->fdbStatusIs( Fid( fid ) )
+        ->learnedHostIs(
+            LearnedHost( host( n ), name ? intf( name ) : Wirex::IntfId(), 2, time, type ) );
+  };
+  config->vidToFidMapIs( VlanId( 8 ), Fid( 5000 ) );
+  config->switchIntfConfigIs( intf( "eth3" ),
+                              SwitchportModeAndNativeVlan( Bridging::access, VlanIdOrNone( 5 ) ) );
+  was( 5, 1, "eth1", 100 );
+  was( 5, 2, "eth2", -1e300 );  // no clock said that
+  was( 5, 3, "eth3", 400.5 );
+  was( 6, 4, "eth3", 90 );                       // which does not carry VLAN 6
+  was( 7, 5, "eth1", 90, configuredStaticMac );  // which is not configured
+  was( 8, 6, "eth1", 90 );                       // nothing learns in that database any more
+  was( 5000, 7, "eth1", 90 );                    // where VLAN 8 does
+  was( 5001, 8, "eth1", 90 );
+  was( 9, 9, nullptr, 90 );
+  Learner next( { .config = config, .status = left } );
+  auto const hosts = [&] {
+    std::string words;
+    for( auto const & fdb : left->fdbStatus() )
+      for( unsigned n = 1; n < 10; ++n )
+        if( fdb.value()->learnedHost().contains( host( n ) ) )
+          words += std::to_string( fdb.key().value() ) + "-" + std::to_string( n ) + " ";
+    return words;
+  };
+  EXPECT_EQ( hosts(), "5-1 5-2 5-3 5000-7 " );
+  EXPECT_EQ( left->fdbStatus().size(), 2u );
+  EXPECT_EQ( next.totals().numHosts, 4u );
+  auto const frame = [&]( std::int64_t seconds, char const * name, unsigned n, unsigned vlan ) {
+    next.frameIs( next.port( intf( name ) ),
+                  { { seconds, 0 }, bytesOf( frameFrom( mac( n ), tag( 0x8100, vlan ) ) ) } );
+  };
+  frame( 0, "eth1", 1, 5 );  // where it was: nothing changes
+  frame( 0, "eth1", 2, 5 );  // moved
+  EXPECT_EQ( left->fdbStatus( Fid( 5 ) )->learnedHost( host( 1 ) ).lastMoveTime(), 100 );
+  EXPECT_EQ( left->fdbStatus( Fid( 5 ) )->learnedHost( host( 2 ) ).moves(), 3u );
+  frame( 600, "eth1", 7, 8 );  // all were seen when the last of them was
+  EXPECT_EQ( hosts(), "5-1 5-2 5-3 5000-7 " );
+  frame( 701, "eth1", 9, 9 );
+  EXPECT_EQ( hosts(), "9-9 5000-7 " );
+}
+
 // ---- configuration that changes
 
 struct ConfigChange {

@@ -1,7 +1,9 @@
 // How the table shows what was learned.
 
 #include <gtest/gtest.h>
-#include <learn/MacTable.h>
+#include <learn/Learner.h>
+#include <learn/TotalsText.h>
+#include <mac-table/MacTable.h>
 
 #include <nlohmann/json.hpp>
 
@@ -16,7 +18,10 @@ struct MacTableTest : testing::Test {
     learner.frameIs( learner.port( intf( name ) ), { { seconds, 250'000'000 }, bytesOf( bytes ) } );
   }
   nlohmann::ordered_json entries() {
-    return nlohmann::ordered_json::parse( macTableJson( learner ) )["entries"];
+    return nlohmann::ordered_json::parse( MacTable::json( *learner.bridge().status ) )["entries"];
+  }
+  std::string shown() const {
+    return MacTable::text( *learner.bridge().status ) + "\n" + totalsText( learner );
   }
   Learner learner;
 };
@@ -36,7 +41,7 @@ TEST_F( MacTableTest, entriesComeByDatabaseThenByAddress ) {
 }
 
 TEST_F( MacTableTest, theTextAlignsWhateverTheWidths ) {
-  EXPECT_EQ( macTableText( learner ),
+  EXPECT_EQ( shown(),
              "VLAN  MAC address  Type  Port  Moves  Last move\n"
              "----  -----------  ----  ----  -----  ---------\n"
              "\n"
@@ -56,7 +61,7 @@ TEST_F( MacTableTest, theTextAlignsWhateverTheWidths ) {
   frameIs( "eth1", 1, "short" );
   frameIs( "eth1", 1, frameFrom( mac( 1, 1 ) ) );
   frameIs( "eth1", 1, frameFrom( mac( 1, 1 ) ) );
-  EXPECT_EQ( macTableText( learner ),
+  EXPECT_EQ( shown(),
              "VLAN  MAC address        Type             Port        Moves  Last move\n"
              "----  -----------------  ---------------  ----------  -----  "
              "---------------------------\n"
@@ -73,17 +78,17 @@ TEST_F( MacTableTest, theTextAlignsWhateverTheWidths ) {
              "  group source: 2\n" );
 }
 
-TEST( MacTable, timesAreUtcInMicroseconds ) {
-  EXPECT_EQ( timeText( 1353690039.425111 ), "2012-11-23T17:00:39.425111Z" );
-  EXPECT_EQ( timeText( 1709251199.9999999 ),
+TEST( MacTableTimes, timesAreUtcInMicroseconds ) {
+  EXPECT_EQ( MacTable::timeText( 1353690039.425111 ), "2012-11-23T17:00:39.425111Z" );
+  EXPECT_EQ( MacTable::timeText( 1709251199.9999999 ),
              "2024-03-01T00:00:00.000000Z" );  // the 29th of February ends
-  EXPECT_EQ( timeText( -0.5 ), "1969-12-31T23:59:59.500000Z" );
-  EXPECT_EQ( timeText( -62167219200 ), "0000-01-01T00:00:00.000000Z" );
-  EXPECT_EQ( timeText( 253402300800 ), "253402300800.000000" );
+  EXPECT_EQ( MacTable::timeText( -0.5 ), "1969-12-31T23:59:59.500000Z" );
+  EXPECT_EQ( MacTable::timeText( -62167219200 ), "0000-01-01T00:00:00.000000Z" );
+  EXPECT_EQ( MacTable::timeText( 253402300800 ), "253402300800.000000" );
 }
 
-TEST( MacTable, theJsonIsOneObjectWithItsSchema ) {
-  EXPECT_EQ( macTableJson( Learner() ),
+TEST( MacTableTimes, theJsonIsOneObjectWithItsSchema ) {
+  EXPECT_EQ( MacTable::json( *Learner().bridge().status ),
              "{\n  \"schema\": \"lumo.mac-table/1\",\n  \"entries\": []\n}\n" );
 }
 

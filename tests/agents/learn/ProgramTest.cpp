@@ -1,10 +1,16 @@
 // The program as a user runs it: arguments, exit status, what goes to which stream.
 
+#include <Lumo/QuillBridging.h>
 #include <gtest/gtest.h>
+#include <koi/Activity.h>
 #include <support/PcapFile.h>
 #include <support/Shell.h>
+#include <support/ShmRoot.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <chrono>
+#include <fstream>
 
 #include "../frames/Frames.h"
 
@@ -182,6 +188,49 @@ TEST( Program, anInterruptEndsTheReadingWithTheTableSoFar ) {
   EXPECT_EQ( run.status, 130 );
   EXPECT_EQ( run.err, "" );
   EXPECT_NE( run.out.find( "Hosts: 2" ), std::string::npos ) << run.out;
+}
+
+TEST( Program, publishesItsHostsAndGoesOnWithThoseThatWereLeft ) {
+  SavedFile const capture( twoFrames() ), nothing( PcapFile().bytes() );
+  Tests::ShmRoot const shm;
+  std::string const table = " --root " + shm.path() + " --table fdb/mac";
+  Outcome const first = learn( "--aging 0 --capture eth1=" + capture.path() + table );
+  EXPECT_EQ( first.status, 0 );
+  Outcome const next = learn( "--aging 0 --json --capture eth1=" + nothing.path() + table );
+  EXPECT_EQ( next.status, 0 );
+  EXPECT_EQ( next.out, learn( "--aging 0 --json --capture eth1=" + capture.path() ).out );
+  // One that is damaged is not believed, and made anew.
+  std::ofstream( shm.path() + "/fdb/mac/slots", std::ios::in ).write( "spoiled!", 8 );
+  Outcome const anew = learn( "--capture eth1=" + nothing.path() + table );
+  EXPECT_EQ( anew.status, 0 );
+  EXPECT_NE( anew.out.find( "Hosts: 0" ), std::string::npos ) << anew.out;
+  // Not while another process writes it.
+  auto const other = Quill::Bridging::statusFactory( Koi::Name( "other" ) );
+  Quill::QuillParameters parameters;
+  auto const activity = Koi::activityFactory();
+  parameters.activity = activity.ptr();
+  parameters.root = shm.root();
+  other->quillFdbStatusControl().init( Quill::QuillType::writer, true, 100, parameters, "fdb/mac" );
+  Outcome const second = learn( "--capture eth1=" + capture.path() + table );
+  EXPECT_EQ( second.status, 2 );
+  EXPECT_EQ( second.err, "learn: --table: " + shm.path() + "/fdb/mac has a writer already\n" );
+  EXPECT_EQ( learn( "--capture eth1=" + capture.path() + " --root /tmp" ).err,
+             "learn: --root '/tmp': no --table says what lies there\n" );
+  EXPECT_EQ( learn( "--capture eth1=" + capture.path() + " --table ../x" ).err,
+             "learn: --table: ../x is no name of a table\n" );
+  EXPECT_EQ( learn( "--capture eth1=" + capture.path() + " --pace 0" ).err,
+             "learn: --pace '0': a number was expected, 1 for as they came\n" );
+}
+
+TEST( Program, keepsThePaceOfItsCapture ) {
+  PcapFile frames;
+  for( unsigned n = 0; n < 3; ++n )
+    frames.frame( 10 * n, 0, frameFrom( mac( n ), tag( 0x8100, 1 ) ) );
+  SavedFile const capture( frames.bytes() );
+  auto const began = std::chrono::steady_clock::now();
+  Outcome const run = learn( "--pace 100 --capture eth1=" + capture.path() );
+  EXPECT_GE( std::chrono::steady_clock::now() - began, std::chrono::milliseconds( 200 ) );
+  EXPECT_NE( run.out.find( "Hosts: 3" ), std::string::npos );
 }
 
 }  // namespace

@@ -3,12 +3,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
 #include <nlohmann/json.hpp>
 #include <vector>
 
-namespace Learn {
+namespace MacTable {
 
 namespace {
 
@@ -37,15 +38,15 @@ Row rowOf( Bridging::Fid fid, Bridging::LearnedHost const & host ) {
 
 /// Calls visit( fid, host ) in the order of the table.
 template< class Visit >
-void forEachHost( Learner const & learner, Visit visit ) {
-  for( auto const & database : learner.bridge().status->fdbStatus() ) {
-    Bridging::FdbStatus const & status = *database.value();
+void forEachHost( Bridging::Status const & status, Visit visit ) {
+  for( auto const & database : status.fdbStatus() ) {
+    Bridging::FdbStatus const & fdb = *database.value();
     std::vector< Wirex::EthAddr > addresses;
-    for( auto const & member : status.learnedHost() )
+    for( auto const & member : fdb.learnedHost() )
       addresses.push_back( member.key() );
     std::sort( addresses.begin(), addresses.end() );
     for( auto const & address : addresses )
-      visit( status.fid(), status.learnedHost( address ) );
+      visit( fdb.fid(), fdb.learnedHost( address ) );
   }
 }
 
@@ -63,29 +64,9 @@ void append( std::string & text, Row const & row, Widths const & widths ) {
   }
 }
 
-std::string totalsText( Learner const & learner ) {
-  Totals const totals = learner.totals();
-  std::size_t numVlans = 0;
-  for( auto const & database : learner.counts().numHosts() )
-    numVlans += database.value() != 0;
-  Koi::U64 numNotLearned = 0;
-  std::string reasons;
-  for( std::size_t i = 0; i < notLearnedTexts.size(); ++i ) {
-    if( totals.numNotLearned[i] == 0 )
-      continue;
-    numNotLearned += totals.numNotLearned[i];
-    reasons += fmt::format( "  {}: {}\n", notLearnedTexts[i], totals.numNotLearned[i] );
-  }
-  return fmt::format(
-      "Hosts: {}, VLANs: {}, moves: {}, aged out: {}\nFrames read: {}\n"
-      "Frames not learned from: {}\n{}",
-      totals.numHosts, numVlans, totals.numMoves, totals.numAged, totals.numFrames, numNotLearned,
-      reasons );
-}
-
 }  // namespace
 
-std::string macTableText( Learner const & learner ) {
+std::string text( Bridging::Status const & status ) {
   Row headings, rules;
   Widths widths{};
   auto const widen = [&]( Row const & row ) {
@@ -96,23 +77,23 @@ std::string macTableText( Learner const & learner ) {
     headings[i] = columns[i].heading;
   widen( headings );
   // Every row is made twice rather than kept: a table can be long.
-  forEachHost( learner, [&]( auto fid, auto const & host ) { widen( rowOf( fid, host ) ); } );
+  forEachHost( status, [&]( auto fid, auto const & host ) { widen( rowOf( fid, host ) ); } );
   for( std::size_t i = 0; i < columns.size(); ++i )
     rules[i].assign( widths[i], '-' );
 
-  std::string text;
-  append( text, headings, widths );
-  append( text, rules, widths );
-  forEachHost( learner,
-               [&]( auto fid, auto const & host ) { append( text, rowOf( fid, host ), widths ); } );
-  return text + "\n" + totalsText( learner );
+  std::string all;
+  append( all, headings, widths );
+  append( all, rules, widths );
+  forEachHost( status,
+               [&]( auto fid, auto const & host ) { append( all, rowOf( fid, host ), widths ); } );
+  return all;
 }
 
-std::string macTableJson( Learner const & learner ) {
+std::string json( Bridging::Status const & status ) {
   nlohmann::ordered_json table{ { "schema", "lumo.mac-table/1" },
                                 { "entries", nlohmann::ordered_json::array() } };
   auto & entries = table["entries"];
-  forEachHost( learner, [&]( Bridging::Fid fid, Bridging::LearnedHost const & host ) {
+  forEachHost( status, [&]( Bridging::Fid fid, Bridging::LearnedHost const & host ) {
     entries.push_back( { { "fid", fid.value() },
                          { "address", string( host.address().stringValue() ) },
                          { "intf", string( host.intf().stringValue() ) },
@@ -139,4 +120,4 @@ std::string timeText( Koi::Seconds time ) {
                       clock.subseconds().count() );
 }
 
-}  // namespace Learn
+}  // namespace MacTable
