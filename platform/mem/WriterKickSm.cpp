@@ -148,8 +148,12 @@ class WriterKickSm::Reader {
 };
 
 WriterKickSm::WriterKickSm( Koi::Activity * activity, TableDir const & dir, Handlers handlers,
-                            Ntrace::Handler const & trace )
-    : activity_( activity ), dir_( dir ), handlers_( std::move( handlers ) ), trace_( trace ) {
+                            Ntrace::Handler const & trace, U32 mostReaders )
+    : activity_( activity ),
+      dir_( dir ),
+      handlers_( std::move( handlers ) ),
+      trace_( trace ),
+      mostReaders_( mostReaders ) {
   try {
     listening_.reset( dir.listen( KickMessage::socketName ) );
     watch_ = std::make_unique< Koi::DescriptorWatch >(
@@ -176,7 +180,7 @@ void WriterKickSm::accept() {
   uid_t const user = peerOf( socket );
   auto const same =
       std::ranges::count_if( readers_, [&]( auto const & one ) { return one->user() == user; } );
-  if( same >= static_cast< std::ptrdiff_t >( mostReadersOfAUser ) ) {
+  if( same >= static_cast< std::ptrdiff_t >( mostReaders_ ) ) {
     Descriptor const refused( socket );
     KickMessage{ KickMessage::refused, KickMessage::currentVersion,
                  "user " + std::to_string( user ) + " has " + std::to_string( same ) +

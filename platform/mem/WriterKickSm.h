@@ -26,14 +26,14 @@ class KOI_PUBLIC WriterKickSm final : public Followers {
     /// A reader says that the files are damaged, and how.
     std::function< void( std::string const & ) > onCorruption;
   };
-  static constexpr unsigned mostReadersOfAUser = 64;
+  static constexpr U32 mostReadersOfAUser = 64;
   /// Who has not moved for so long, in seconds, is not waited for.
   static constexpr Koi::Seconds patience = 1;
 
-  /// Listens in the table's directory, of which it has the lock. A system that gives no socket is
-  /// traced at level 0: then nobody attaches.
+  /// Listens in the table's directory, of which it has the lock, for so many readers of a user. A
+  /// system that gives no socket is traced at level 0: then nobody attaches.
   WriterKickSm( Koi::Activity * activity, TableDir const & dir, Handlers handlers,
-                Ntrace::Handler const & trace );
+                Ntrace::Handler const & trace, U32 mostReaders = mostReadersOfAUser );
   ~WriterKickSm() override;
 
   U64 lowestSequence( U64 sequence ) override;
@@ -54,6 +54,7 @@ class KOI_PUBLIC WriterKickSm final : public Followers {
   TableDir const & dir_;
   Handlers const handlers_;
   Ntrace::Handler const & trace_;
+  U32 const mostReaders_;
   Descriptor listening_;
   std::unique_ptr< Koi::DescriptorWatch > watch_;
   std::vector< std::unique_ptr< Reader > > readers_;

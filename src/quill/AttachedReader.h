@@ -42,14 +42,17 @@ std::unique_ptr< TableReader< R, Mem::Plain > > attachedReader( Mem::TableDir co
   using Mem::MappedFile;
   static Ntrace::Handler const silent( -1, {} );
   auto reader = attachedInTime( [&] {
-    auto const opened = [&]( char const * file, char const * what ) {
+    auto const opened = [&]( char const * file, char const * failed, std::string const & missing ) {
       if( auto mapped = dir.open( file, MappedFile::readOnly ) )
         return mapped;
-      throw Rova::MemoryResourceException(
-          std::string( what ) + "::attach() no shared memory region: " + dir.path() + "/" + file );
+      trace.trace( 5, failed );
+      throw Rova::MemoryResourceException( missing + dir.path() + "/" + file );
     };
-    auto buckets = opened( BucketTable::fileName, "BucketReader" );
-    auto slots = opened( SlotTable::fileName, "SlotReader" );
+    auto buckets =
+        opened( BucketTable::fileName, "QuillReader::initialize() failed to attach to buckets",
+                "BucketReader::attach() no shared memory region: " );
+    auto slots = opened( SlotTable::fileName, "QuillReader::initialize() failed to attach to slots",
+                         "SlotReader::attach() no shared memory region: " );
     // Slots come last when a table is formatted: old buckets under new slots are noticed here.
     if( auto const now = dir.open( BucketTable::fileName, MappedFile::readOnly );
         !now || !buckets->isSameFile( *now ) )
@@ -75,6 +78,24 @@ std::unique_ptr< TableReader< R, Mem::Plain > > attachedReader( Mem::TableDir co
                                                              std::move( buckets ) );
   } );
   trace.trace( 5, "QuillReader::initialize() success" );
+  return reader;
+}
+
+/// The same for who makes a copy, of the keys alone or of all. Raises besides
+/// Rova::MemoryResourceException "KeyShadowStore::initialize() failed to map kindle: <path>" and
+/// Rova::CorruptionDetectedException "QuillShadow::initialize() slot capacity must be greater than
+/// 0".
+template< class R >
+std::unique_ptr< TableReader< R, Mem::Plain > > readerForCopy( Mem::TableDir const & dir,
+                                                               bool ofKeysAlone,
+                                                               Ntrace::Handler const & trace ) {
+  if( ofKeysAlone && dir.kindle() == 0 )
+    throw Rova::MemoryResourceException( "KeyShadowStore::initialize() failed to map kindle: " +
+                                         dir.path() );
+  auto reader = attachedReader< R >( dir, trace );
+  if( reader->slots().loaded().numSlots.ref == 0 )
+    throw Rova::CorruptionDetectedException(
+        "QuillShadow::initialize() slot capacity must be greater than 0" );
   return reader;
 }
 

@@ -203,6 +203,7 @@ class QuillMap : public QuillMapState {
     table.fixedCapacity = parameters_.fixedCapacity;
     table.shrinkSlots = parameters_.shrinkSlots;
     table.pruneConquer = parameters_.pruneConquer;
+    table.readers = parameters_.readers;
     table.activity = parameters_.activity;
     auto end = std::make_unique< WriterEnd< V > >(
         parameters_.root, name_, table, [this] { ready(); }, trace_ );

@@ -7,24 +7,26 @@ namespace Quill {
 void QuillMapState::beginInit( QuillType type, bool synchronous, U32 size,
                                QuillParameters parameters, bool isInitialized ) {
   auto const refuse = [&]( std::string const & why ) {
-    trace_.trace( 0, "QuillMap::init() ", why );
-    throw Rova::InvalidInitializeException( "QuillMap::init() " + why );
+    trace_.trace( 0, why );
+    throw Rova::InvalidInitializeException( why );
   };
   if( size == 0 )
-    refuse( "0 is not a valid initialization size" );
+    refuse( "QuillMap::init() 0 is not a valid initialization size" );
   if( static_cast< U32 >( type ) > static_cast< U32 >( QuillType::keyshadow ) )
-    refuse( "not a valid reader type:" + std::to_string( static_cast< U32 >( type ) ) );
+    refuse( "QuillMap::init() not a valid reader type:" +
+            std::to_string( static_cast< U32 >( type ) ) );
   if( synchronous && parameters.onReadyFn )
-    refuse( "onReadyFn specified in synchronous mode" );
+    refuse( "QuillMap::init() onReadyFn specified in synchronous mode" );
   if( isInitialized )
-    refuse( "name:" + name_ + " already initialized with mode:" + quillTypeName( mode_ ) +
-            " for collection " + name_ + ( mode_ == QuillType::writer ? " in writer mode" : "" ) );
+    refuse( "QuillMap::init() name:" + name_ +
+            " already initialized with mode:" + quillTypeName( mode_ ) + " for collection " +
+            name_ + ( mode_ == QuillType::writer ? " in writer mode" : "" ) );
   trace_.trace( 2, "QuillMap::init() name:", name_, " mode:", quillTypeName( type ),
                 " maxSize:", size, " fixedCapacity:", parameters.fixedCapacity,
                 " shrinkSlots:", parameters.shrinkSlots, " pruneConquer:", parameters.pruneConquer,
                 " asynchronous:", !synchronous,
                 " onReadyFn:", static_cast< bool >( parameters.onReadyFn ),
-                " notifyFlush:", parameters.notifyFlush );
+                " notifyFlush:", parameters.notifyFlush, " readers:", parameters.readers );
   parameters_ = std::move( parameters );
   if( !parameters_.activity )
     parameters_.activity = Koi::defaultActivity();

@@ -187,7 +187,7 @@ class QuillShadow {
         return true;
       }
       auto dir = std::make_unique< Mem::TableDir >( root_, name_, Mem::MappedFile::readOnly );
-      auto reader = attachedReader< RecordOf >( *dir, trace_ );
+      auto reader = readerForCopy< RecordOf >( *dir, keeps == Keeps::keys, trace_ );
       auto queue = attachedQueue( *dir, reader->slots().file(), trace_ );
       if( engine_ )
         engine_->moved( std::move( reader ), std::move( queue ) );

@@ -6,6 +6,7 @@
 
 #include <koi/Activity.h>
 #include <mem/TableDir.h>
+#include <mem/WriterKickSm.h>
 
 namespace Quill {
 
@@ -33,6 +34,8 @@ struct QuillParameters {
   bool fixedCapacity = false;                 ///< a new table has its full size at once
   bool shrinkSlots = true;
   bool pruneConquer = true;  ///< what no reader needs any more leaves the queue
+
+  U32 readers = Mem::WriterKickSm::mostReadersOfAUser;  ///< the most of one user
 
   // ---- of a reader
   bool notifyFlush = false;  ///< when notifications begin, every key that is there is told

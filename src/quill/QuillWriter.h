@@ -23,7 +23,8 @@ struct TableParameters {
   U32 initialSlots = 8;        ///< of a new table
   bool fixedCapacity = false;  ///< a new table has maxSlots at once, and never resizes
   bool shrinkSlots = true;
-  bool pruneConquer = true;   ///< what no reader needs any more leaves the queue
+  bool pruneConquer = true;  ///< what no reader needs any more leaves the queue
+  U32 readers = Mem::WriterKickSm::mostReadersOfAUser;  ///< the most of one user
   std::optional< U32 > seed;  ///< of a new table's hash; without it, by chance
   /// On which readers attach, to be kicked when there is something new; without it they look now
   /// and then. The writer's thread runs it.
@@ -56,7 +57,7 @@ class QuillWriter {
                       Mem::WriterKickSm::Handlers{
                           [this] { engine_->queue().numReadersIs( kicks_->numReaders() ); },
                           [this]( std::string const & why ) { corruptionReported( why ); } },
-                      trace_ );
+                      trace_, parameters.readers );
     attach();
   }
 

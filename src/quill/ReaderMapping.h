@@ -5,6 +5,7 @@
 #include <memory>
 
 #include <mem/Rova.h>
+#include <ntrace/Ntrace.h>
 #include <quill/Slots.h>
 
 namespace Quill {
@@ -36,9 +37,13 @@ class ReaderMapping {
   /// The files' sizes, as the counts say that they are. Raises Rova::MemoryResourceException, and
   /// Rova::CorruptionDetectedException "QuillReader::doLookup() bucket table detached".
   void remap() {
+    static Ntrace::Handler const trace;
+    trace.trace( 7, "SlotReader::doResize() requesting to map ",
+                 Mem::unpacked( M::load( slots_.numSlots() ) ).ref, " slots" );
     slotFile_->remap();
     bucketFile_->remap();
     remapped();
+    trace.trace( 7, "SlotReader::doResize() successful, slots:", numMapped_ );
   }
   void remapped() {
     numMapped_ = slots_.numMapped();

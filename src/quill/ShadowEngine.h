@@ -148,6 +148,9 @@ class ShadowEngine {
       put( slot, value, onKey );
     else if( into_->isOccupied( slot ) )
       lose( slot );
+    else if( slot >= into_->numSlots() )
+      trace_.trace(
+          9, "ShadowStore::doSlot() skip growing of shadow table to accomodate slotIndex:", slot );
     else
       trace_.trace( 9, "ShadowStore::doSlot() discarding notification for slotIndex:", slot );
   }

@@ -95,6 +95,7 @@ class ShadowStore {
     U32 & head = heads_[bucketOf( hashed )];
     next( slot ) = head;
     head = slot;
+    trace_.trace( 9, "ShadowHashMap::write() value inserted, slotIndex:", slot );
     if( numEntries() > heads_.size() )
       split();
   }
@@ -104,9 +105,11 @@ class ShadowStore {
     if( std::equal( words, words + numWords, now.word ) )
       return false;
     std::copy_n( words, numWords, now.word );
+    trace_.trace( 9, "ShadowHashMap::write() value updated, slotIndex:", slot );
     return true;
   }
   void remove( U32 slot ) {
+    trace_.trace( 9, "ShadowHashMap::remove() dead slot ", slot );
     U32 * link = &heads_[bucketOf( hash( at( slot ).word ) )];
     while( *link != slot ) {
       KOI_ASSERT( *link != chainEnd );

@@ -86,29 +86,44 @@ void handleLearnedHosts( WriterFdbStatusSm & sm, Fid fid, FdbStatus const & fdb 
     handleLearnedHost( sm, HostKey( fid, host.key() ) );
 }
 
-/// The keys of entries that the source does not have. Raises Rova::CorruptionDetectedException.
-std::vector< HostKey > strangers( WriterFdbStatusSm const & sm ) {
-  std::vector< HostKey > keys;
-  for( auto const & entry : sm.quillStatus()->quillFdbStatus() )
-    if( !has( sm, entry.key() ) )
-      keys.push_back( entry.key() );
-  return keys;
+/// How the table differs from the source before it is made equal.
+struct Differences {
+  std::vector< HostKey > keys;  ///< of entries that the source has not, or has otherwise
+  bool lacks = false;           ///< the source has more
+};
+
+/// Raises Rova::CorruptionDetectedException.
+Differences differencesOf( WriterFdbStatusSm const & sm ) {
+  Differences found;
+  std::size_t numKnown = 0, numHosts = 0;
+  for( auto const & i : sm.quillStatus()->quillFdbStatus() ) {
+    Koi::Ptr< FdbStatus > const fdb = sm.fdbStatus( i.key().fid() );
+    bool const isKnown = fdb && fdb->learnedHost().contains( i.key().addr() );
+    numKnown += isKnown;
+    if( !isKnown || !Koi::same( fdb->learnedHost( i.key().addr() ), hostOf( i.value() ) ) )
+      found.keys.push_back( i.key() );
+  }
+  for( auto const & fid : sm.fdbStatusKeys() )
+    numHosts += sm.fdbStatus( fid )->learnedHost().size();
+  found.lacks = numKnown < numHosts;
+  return found;
 }
 
 /// Makes the table equal.
 void handleInitialized( WriterFdbStatusSm & sm ) {
-  std::vector< HostKey > keys;
+  Differences different;
   try {
-    keys = strangers( sm );
+    different = differencesOf( sm );
   } catch( Rova::CorruptionDetectedException const & e ) {
     return tableOf( sm ).corruptionDetected( e.what() );  // the table will come once more
   }
   sm.initializedIs( true );
-  for( auto const & key : keys )
+  for( auto const & key : different.keys )
     settle( sm, key );
-  for( auto const fid : sm.fdbStatusKeys() )
-    if( Koi::Ptr< FdbStatus > const fdb = sm.fdbStatus( fid ) )
-      handleLearnedHosts( sm, fid, *fdb );
+  if( different.lacks )
+    for( auto const & fid : sm.fdbStatusKeys() )
+      if( Koi::Ptr< FdbStatus > const fdb = sm.fdbStatus( fid ) )
+        handleLearnedHosts( sm, fid, *fdb );
 }
 
 }  // namespace
