@@ -7,7 +7,8 @@
 
 #include "Columns.h"
 #include "EntryTexts.h"
-#include "TableSubcommand.h"
+#include "Subcommands.h"
+#include "TableFacts.h"
 
 namespace Lumo {
 namespace {
@@ -83,10 +84,10 @@ class TextEntries final : public Entries {
   std::optional< Columns > fitted_;
 };
 
-class TableDump final : public TableSubcommand {
+class TableDump final : public Subcommand {
  public:
   explicit TableDump( CLI::App & table )
-      : TableSubcommand( table, "dump", "shows the entries of a table" ) {
+      : Subcommand( table, "dump", "shows the entries of a table" ) {
     command()
         .add_option( "TABLE", name_, "a table, as counters/vlanIntf" )
         ->required()
@@ -161,7 +162,7 @@ class TableDump final : public TableSubcommand {
 
 }  // namespace
 
-std::unique_ptr< TableSubcommand > tableDump( CLI::App & table ) {
+std::unique_ptr< Subcommand > tableDump( CLI::App & table ) {
   return std::make_unique< TableDump >( table );
 }
 

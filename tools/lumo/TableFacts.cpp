@@ -5,10 +5,7 @@
 
 #include <koijson/NearestName.h>
 #include <mem/Plain.h>
-#include <mem/Rova.h>
 #include <quill/Record.h>
-
-#include "Output.h"
 
 namespace Lumo {
 namespace {
@@ -118,6 +115,17 @@ TableFacts factsOf( Mem::RootPath const & root, std::string const & name ) {
   for( int i = 0; i < attempts && !tryRead( dir, facts ); ++i )
     continue;
   return facts;
+}
+
+Quill::TableType const & knownType( TableFacts const & facts ) {
+  std::string const name = facts.slots.valueTypeName();
+  auto const * const type = Quill::tableType( name );
+  if( !type && !facts.fault.empty() )
+    throw Failure( corrupt, facts.name + ": corrupt: " + facts.fault );
+  if( !type )
+    throw Failure( unreachable,
+                   "table " + facts.name + " holds " + name + ", which this build does not know" );
+  return *type;
 }
 
 }  // namespace Lumo

@@ -6,10 +6,15 @@
 #include <string>
 #include <vector>
 
+#include <mem/Rova.h>
 #include <mem/TableDir.h>
 #include <quill/BucketTable.h>
 #include <quill/ConquerTable.h>
+#include <quill/QuillException.h>
 #include <quill/SlotTable.h>
+#include <quill/TableType.h>
+
+#include "Output.h"
 
 namespace Lumo {
 
@@ -47,5 +52,23 @@ void requireTable( Mem::RootPath const & root, std::string const & name );
 
 /// Raises Rova::MemoryResourceException.
 TableFacts factsOf( Mem::RootPath const & root, std::string const & name );
+
+/// The type of a table's values. Raises Failure "table <name> holds <type>, which this build does
+/// not know".
+Quill::TableType const & knownType( TableFacts const & facts );
+
+/// What `work` gives; what the engine refuses in it is a Failure of that table.
+template< class Work >
+auto onTable( std::string const & name, Work work ) {
+  try {
+    return work();
+  } catch( Rova::CorruptionDetectedException const & e ) {
+    throw Failure( corrupt, name + ": corrupt: " + e.what() );
+  } catch( Rova::MemoryResourceException const & e ) {
+    throw Failure( unreachable, e.what() );
+  } catch( Quill::ReaderStarvedException const & e ) {
+    throw Failure( unreachable, name + ": " + e.what() );
+  }
+}
 
 }  // namespace Lumo

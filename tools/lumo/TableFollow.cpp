@@ -10,7 +10,8 @@
 #include <mem/Kick.h>
 
 #include "EntryTexts.h"
-#include "TableSubcommand.h"
+#include "Subcommands.h"
+#include "TableFacts.h"
 
 namespace Lumo {
 namespace {
@@ -40,10 +41,10 @@ class Interrupt {
   Koi::DescriptorWatch const watch_;
 };
 
-class TableFollow final : public TableSubcommand {
+class TableFollow final : public Subcommand {
  public:
   explicit TableFollow( CLI::App & table )
-      : TableSubcommand( table, "follow", "shows the changes of a table until it is interrupted" ) {
+      : Subcommand( table, "follow", "shows the changes of a table until it is interrupted" ) {
     command()
         .add_option( "TABLE", name_, "a table, as counters/vlanIntf" )
         ->required()
@@ -164,7 +165,7 @@ Status TableFollow::run( Output & output ) const {
 
 }  // namespace
 
-std::unique_ptr< TableSubcommand > tableFollow( CLI::App & table ) {
+std::unique_ptr< Subcommand > tableFollow( CLI::App & table ) {
   return std::make_unique< TableFollow >( table );
 }
 

@@ -2,7 +2,8 @@
 #include <nlohmann/json.hpp>
 
 #include "Columns.h"
-#include "TableSubcommand.h"
+#include "Subcommands.h"
+#include "TableFacts.h"
 #include "WriterLocks.h"
 
 namespace Lumo {
@@ -10,10 +11,10 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-class TableList final : public TableSubcommand {
+class TableList final : public Subcommand {
  public:
   explicit TableList( CLI::App & table )
-      : TableSubcommand( table, "ls", "lists the tables below the root" ) {
+      : Subcommand( table, "ls", "lists the tables below the root" ) {
     command().add_flag( "--json", isJson_, "print one JSON object" );
   }
 
@@ -74,7 +75,7 @@ class TableList final : public TableSubcommand {
 
 }  // namespace
 
-std::unique_ptr< TableSubcommand > tableList( CLI::App & table ) {
+std::unique_ptr< Subcommand > tableList( CLI::App & table ) {
   return std::make_unique< TableList >( table );
 }
 

@@ -4,7 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "Columns.h"
-#include "TableSubcommand.h"
+#include "Subcommands.h"
+#include "TableFacts.h"
 #include "WriterLocks.h"
 
 namespace Lumo {
@@ -98,10 +99,10 @@ Json jsonOf( TableFacts const & facts, std::optional< pid_t > writer ) {
   return json;
 }
 
-class TableStat final : public TableSubcommand {
+class TableStat final : public Subcommand {
  public:
   explicit TableStat( CLI::App & table )
-      : TableSubcommand( table, "stat", "shows what the headers of a table's files say" ) {
+      : Subcommand( table, "stat", "shows what the headers of a table's files say" ) {
     command()
         .add_option( "TABLE", name_, "a table, as counters/vlanIntf" )
         ->required()
@@ -129,7 +130,7 @@ class TableStat final : public TableSubcommand {
 
 }  // namespace
 
-std::unique_ptr< TableSubcommand > tableStat( CLI::App & table ) {
+std::unique_ptr< Subcommand > tableStat( CLI::App & table ) {
   return std::make_unique< TableStat >( table );
 }
 

@@ -8,7 +8,8 @@
 #include <koi/RecordOps.h>
 #include <nlohmann/json.hpp>
 
-#include "TableSubcommand.h"
+#include "Subcommands.h"
+#include "TableFacts.h"
 #include "WriterLocks.h"
 
 namespace Lumo {
@@ -27,10 +28,10 @@ struct Verified {
   std::string note;
 };
 
-class TableVerify final : public TableSubcommand {
+class TableVerify final : public Subcommand {
  public:
   explicit TableVerify( CLI::App & table )
-      : TableSubcommand( table, "verify", "says whether tables keep what they promise" ) {
+      : Subcommand( table, "verify", "says whether tables keep what they promise" ) {
     auto * const names = command().add_option( "TABLE", names_, "tables, as counters/vlanIntf" );
     names->type_name( "" );
     command().add_flag( "--all", isAll_, "all tables below the root" )->excludes( names );
@@ -127,7 +128,7 @@ class TableVerify final : public TableSubcommand {
 
 }  // namespace
 
-std::unique_ptr< TableSubcommand > tableVerify( CLI::App & table ) {
+std::unique_ptr< Subcommand > tableVerify( CLI::App & table ) {
   return std::make_unique< TableVerify >( table );
 }
 

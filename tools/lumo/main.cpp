@@ -2,7 +2,7 @@
 
 #include <csignal>
 
-#include "TableCommand.h"
+#include "CommandGroup.h"
 #include "TypesCommand.h"
 
 namespace {
@@ -16,11 +16,16 @@ Status failed( Status status, char const * why ) {
 
 Status run( CLI::App & program, int argc, char ** argv, Output & output ) {
   TypesCommand const types( program );
-  TableCommand const table( program );
+  CommandGroup const groups[] = {
+      { program,
+        "table",
+        "looks at tables in shared memory",
+        { tableList, tableStat, tableDump, tableVerify, tableFollow } } };
   try {
     program.parse( argc, argv );
-    if( table.isGiven() )
-      return table.run( output );
+    for( CommandGroup const & group : groups )
+      if( group.isGiven() )
+        return group.run( output );
     if( !types.isGiven() )
       return failed( wrongUse, "a command is required; lumo --help names them" );
     output.write( types.output() );

@@ -1,0 +1,15 @@
+// Subcommands.h: which commands the groups of `lumo` have.
+#pragma once
+
+#include <memory>
+
+#include "Subcommand.h"
+
+namespace Lumo {
+
+/// Adds one to its group, which fills the object when it parses.
+using AddSubcommand = std::unique_ptr< Subcommand >( CLI::App & group );
+
+AddSubcommand tableList, tableStat, tableDump, tableVerify, tableFollow;
+
+}  // namespace Lumo
