@@ -68,6 +68,12 @@ class QuillReader {
                                                    : std::nullopt;
   }
 
+  /// Calls visit( value ) for all entries, fast and in no order, as TableReader::sweep() does.
+  template< class Visit >
+  void sweep( Visit visit ) {
+    engine_->sweep( [&]( auto const & value ) { visit( RecordOf::value( value.word ) ); } );
+  }
+
   /// The table has other files by now: this object reads what was before.
   bool isReplaced() const { return Quill::isReplaced( dir_, engine_->slots().file() ); }
   /// The table's sequence: of the last notification. Raises as attachedQueue() does.

@@ -43,6 +43,7 @@ enum class SeededFault {
   recheckSequence,  ///< nor the slot's sequence
   suspectTwice,     ///< what is odd once is corruption
   splitKeys,        ///< a key of the bucket that split off is corruption
+  sweepDown,        ///< who goes by slots goes up
   recheckQueue,     ///< a queue that is written anew is read on
   recheckSlotLink,  ///< a slot's link is not looked at again by who goes by slots
   lookElsewhere,    ///< a key that left its slot is gone

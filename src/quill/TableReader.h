@@ -103,6 +103,22 @@ class TableReader : private ReaderMapping< R, M > {
     starved();
   }
 
+  /// Calls visit( value ) slot by slot, many times faster than a walk: for each key that is there
+  /// throughout, twice when its entry moves meanwhile; for one that comes or goes perhaps. Chains
+  /// are not looked at, nor what is wrong with them. Raises as lookup() does.
+  template< class Visit >
+  void sweep( Visit visit ) {
+    Value value;
+    U32 const numSlots = Mem::unpacked( M::load( slots_.numSlots() ) ).ref;
+    for( U32 i = 0; i < numSlots; ++i ) {
+      // Entries move to lower slots: who goes down finds each where it was or where it went.
+      U32 const slot = M::lacks( SeededFault::sweepDown ) ? i : numSlots - 1 - i;
+      // A writer that was stopped may have left one that is not linked.
+      if( loadSlot( slot, value ) && ( !isBeingChanged( slot ) || lookup( value.key(), value ) ) )
+        visit( std::as_const( value ) );
+    }
+  }
+
   using ReaderMapping< R, M >::seed;
   using ReaderMapping< R, M >::slots;
   using ReaderMapping< R, M >::buckets;
@@ -238,10 +254,9 @@ class TableReader : private ReaderMapping< R, M > {
     U32 const sequence = M::load( View::sequence( slot ) );  // O3
     if( sequence & 1 ) [[unlikely]] {
       // O2: while it is odd, the lookaside slot has the value as it was.
-      unsigned char * const aside = slots_.lookaside();
-      if( Mem::unpacked( M::load( View::link( aside ) ) ).ref != index )
+      if( !isBeingChanged( index ) )
         return false;
-      loadWords< M, numWords >( out.word, View::value( aside ) );
+      loadWords< M, numWords >( out.word, View::value( slots_.lookaside() ) );
       return M::load( View::sequence( slot ) ) == sequence;
     }
     loadWords< M, numWords >( out.word, View::value( slot ) );
@@ -249,6 +264,9 @@ class TableReader : private ReaderMapping< R, M > {
            M::lacks( SeededFault::recheckSequence );  // O3
   }
 
+  bool isBeingChanged( U32 slot ) const {
+    return Mem::unpacked( M::load( View::link( slots_.lookaside() ) ) ).ref == slot;
+  }
   bool isStill( U64 count ) const {
     return ( M::load( buckets_.numBuckets() ) == count || M::lacks( SeededFault::recheckCount ) ) &&
            !isLost();

@@ -1,5 +1,6 @@
 #include "TableProofs.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <random>
 #include <sstream>
@@ -121,6 +122,18 @@ std::string readFault( Story const & story, ProbeReader & reader, int what, Prob
       } );
       return fault;
     }
+    case 3: {
+      auto const content = swept( reader );
+      if( !content )
+        return "a sweep met a torn value";
+      for( auto const & [k, some] : story.states ) {
+        auto const at = content->find( k );
+        if( at == content->end() ? !some.contains( std::nullopt )
+                                 : !std::ranges::includes( some, at->second ) )
+          return text( "a sweep met key ", k.word[0], " wrongly" );
+      }
+      return content->size() > story.states.size() ? "a sweep met a key from nowhere" : "";
+    }
     default: {
       auto const content = walked( reader );
       if( !content )
@@ -234,8 +247,8 @@ std::string raceFault( Story const & story, Tried & tried ) {
     return text( "reading ", key.word[0], "/", key.word[1], " way ", what, " from store ", start,
                  how, ": ", fault );
   };
-  for( int what = 0; what < 3; ++what )
-    for( auto const & key : what == 2 ? std::vector( 1, keys.front() ) : keys ) {
+  for( int what = 0; what < 4; ++what )
+    for( auto const & key : what >= 2 ? std::vector( 1, keys.front() ) : keys ) {
       // 1. The writer stops at a store for good, or goes on at any load of the reader.
       for( std::size_t start = offset; start <= end; start += step ) {
         if( auto fault = run( fresh, key, what, start, {} ); !fault.empty() )
@@ -266,7 +279,7 @@ std::string raceFault( Story const & story, Tried & tried ) {
     U64 load = 0;
     for( auto & one : switches )
       one = { load += 1 + random() % 6, to = std::min( end, to + random() % 8 ) };
-    int const what = static_cast< int >( random() % 3 );
+    int const what = static_cast< int >( random() % 4 );
     if( auto fault = run( early, keys[random() % keys.size()], what, 0, switches ); !fault.empty() )
       return text( "seed ", seed, ": ", fault );
   }

@@ -147,6 +147,18 @@ inline std::optional< Content > walked( ProbeReader & reader ) {
   return content;
 }
 
+/// All that a reader finds by a sweep: the versions that it met of each key.
+inline std::optional< States > swept( ProbeReader & reader ) {
+  States content;
+  bool isWhole = true;
+  reader.sweep( [&]( ProbeReader::Value const & value ) {
+    auto const version = versionOf( value );
+    isWhole = isWhole && version;
+    content[value.key()].insert( version );
+  } );
+  return isWhole ? std::optional( content ) : std::nullopt;
+}
+
 /// One operation in one state.
 struct Scenario {
   std::string name;
