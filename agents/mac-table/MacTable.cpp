@@ -2,10 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <koi/UtcText.h>
 #include <algorithm>
 #include <array>
-#include <chrono>
-#include <cmath>
 #include <nlohmann/json.hpp>
 #include <vector>
 
@@ -33,7 +32,7 @@ Row rowOf( Bridging::Fid fid, Bridging::LearnedHost const & host ) {
            string( Bridging::entryTypeStr( host.entryType() ) ),
            string( host.intf().stringValue() ),
            std::to_string( host.moves() ),
-           isEntryTypeConfigured( host.entryType() ) ? "-" : timeText( host.lastMoveTime() ) };
+           isEntryTypeConfigured( host.entryType() ) ? "-" : Koi::utcText( host.lastMoveTime() ) };
 }
 
 /// Calls visit( fid, host ) in the order of the table.
@@ -102,22 +101,6 @@ std::string json( Bridging::Status const & status ) {
                          { "lastMoveTime", host.lastMoveTime() } } );
   } );
   return table.dump( 2 ) + "\n";
-}
-
-std::string timeText( Koi::Seconds time ) {
-  using namespace std::chrono;
-  constexpr Koi::Seconds year0 = -62167219200, year10000 = 253402300800;
-  if( !( year0 <= time && time < year10000 - 1 ) )
-    return fmt::format( "{:.6f}", time );
-  sys_time< microseconds > const instant( microseconds( std::llround( time * 1e6 ) ) );
-  auto const day = floor< days >( instant );
-  year_month_day const date( day );
-  hh_mm_ss const clock( instant - day );
-  return fmt::format( "{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.{:06}Z",
-                      static_cast< int >( date.year() ), static_cast< unsigned >( date.month() ),
-                      static_cast< unsigned >( date.day() ), clock.hours().count(),
-                      clock.minutes().count(), clock.seconds().count(),
-                      clock.subseconds().count() );
 }
 
 }  // namespace MacTable

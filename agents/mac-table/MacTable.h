@@ -17,7 +17,4 @@ std::string text( Bridging::Status const & status );
 /// address, intf, entryType (the enumerator's name), moves, lastMoveTime (seconds since 1970).
 std::string json( Bridging::Status const & status );
 
-/// The time as 2012-11-23T17:00:39.425111Z; one outside the years 0 to 9999 as its seconds.
-std::string timeText( Koi::Seconds time );
-
 }  // namespace MacTable

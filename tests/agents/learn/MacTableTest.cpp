@@ -78,16 +78,7 @@ TEST_F( MacTableTest, theTextAlignsWhateverTheWidths ) {
              "  group source: 2\n" );
 }
 
-TEST( MacTableTimes, timesAreUtcInMicroseconds ) {
-  EXPECT_EQ( MacTable::timeText( 1353690039.425111 ), "2012-11-23T17:00:39.425111Z" );
-  EXPECT_EQ( MacTable::timeText( 1709251199.9999999 ),
-             "2024-03-01T00:00:00.000000Z" );  // the 29th of February ends
-  EXPECT_EQ( MacTable::timeText( -0.5 ), "1969-12-31T23:59:59.500000Z" );
-  EXPECT_EQ( MacTable::timeText( -62167219200 ), "0000-01-01T00:00:00.000000Z" );
-  EXPECT_EQ( MacTable::timeText( 253402300800 ), "253402300800.000000" );
-}
-
-TEST( MacTableTimes, theJsonIsOneObjectWithItsSchema ) {
+TEST( MacTableJson, theJsonIsOneObjectWithItsSchema ) {
   EXPECT_EQ( MacTable::json( *Learner().bridge().status ),
              "{\n  \"schema\": \"lumo.mac-table/1\",\n  \"entries\": []\n}\n" );
 }

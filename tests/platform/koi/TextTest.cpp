@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <koi/Text.h>
+#include <koi/UtcText.h>
 
 using namespace Koi;
 using It = String8::IteratorConst;
@@ -205,6 +206,15 @@ TEST( Text, literalsAndTheEnd ) {
     EXPECT_STREQ( e.what(), "'('' is left over" );
   }
   strepToValueEnd( text, text.end() );
+}
+
+TEST( UtcText, isInMicroseconds ) {
+  EXPECT_EQ( utcText( 1353690039.425111 ), "2012-11-23T17:00:39.425111Z" );
+  EXPECT_EQ( utcText( 1709251199.9999999 ),
+             "2024-03-01T00:00:00.000000Z" );  // the 29th of February ends
+  EXPECT_EQ( utcText( -0.5 ), "1969-12-31T23:59:59.500000Z" );
+  EXPECT_EQ( utcText( -62167219200 ), "0000-01-01T00:00:00.000000Z" );
+  EXPECT_EQ( utcText( 253402300800 ), "253402300800.000000" );
 }
 
 }  // namespace
