@@ -12,7 +12,10 @@ Columns::Columns( std::vector< Column > columns ) : columns_( std::move( columns
 void Columns::fit( std::vector< Row > const & rows ) {
   for( Row const & row : rows )
     for( std::size_t i = 0; i < row.size(); ++i )
-      widths_[i] = std::max( widths_[i], row[i].size() );
+      fit( i, row[i].size() );
+}
+void Columns::fit( std::size_t column, std::size_t width ) {
+  widths_[column] = std::max( widths_[column], width );
 }
 
 std::string Columns::headings( std::string const & indent ) const {
@@ -26,13 +29,18 @@ std::string Columns::headings( std::string const & indent ) const {
 
 std::string Columns::line( Row const & row, std::string const & indent ) const {
   std::string text = indent;
-  for( std::size_t i = 0; i < row.size(); ++i ) {
-    std::string const blanks( widths_[i] - std::min( widths_[i], row[i].size() ), ' ' );
-    bool const isLast = i + 1 == row.size();
-    text += columns_[i].isNumber ? blanks + row[i] : row[i] + ( isLast ? "" : blanks );
-    text += isLast ? "\n" : "  ";
-  }
+  for( std::size_t i = 0; i < row.size(); ++i )
+    appendCell( text, i, row[i] );
   return text;
+}
+void Columns::appendCell( std::string & line, std::size_t column, std::string_view text ) const {
+  std::size_t const blanks = widths_[column] - std::min( widths_[column], text.size() );
+  bool const isLast = column + 1 == columns_.size();
+  if( columns_[column].isNumber )
+    line.append( blanks, ' ' ).append( text );
+  else
+    line.append( text ).append( isLast ? 0 : blanks, ' ' );
+  line += isLast ? "\n" : "  ";
 }
 
 std::string aligned( std::vector< Column > const & columns, std::vector< Row > const & rows,

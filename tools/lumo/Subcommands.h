@@ -11,5 +11,7 @@ namespace Lumo {
 using AddSubcommand = std::unique_ptr< Subcommand >( CLI::App & group );
 
 AddSubcommand tableList, tableStat, tableDump, tableVerify, tableFollow;
+AddSubcommand showMac;
+AddSubcommand watchMac;
 
 }  // namespace Lumo

@@ -1,15 +1,12 @@
 // TableFollow.cpp: `lumo table follow`: the changes of a table, as they come.
-#include <csignal>
 #include <optional>
-
-#include <sys/signalfd.h>
 
 #include <koi/FieldOf.h>
 #include <koi/RecordOps.h>
 #include <koijson/ValueToJson.h>
-#include <mem/Kick.h>
 
 #include "EntryTexts.h"
+#include "Following.h"
 #include "Subcommands.h"
 #include "TableFacts.h"
 
@@ -18,28 +15,6 @@ namespace {
 
 using Koi::U32;
 using Koi::U64;
-
-/// Stops the activity at an interrupt, so that what was printed is whole.
-class Interrupt {
- public:
-  explicit Interrupt( Koi::Activity & activity )
-      : signals_( signals() ),
-        watch_( &activity, signals_.number(), Koi::DescriptorWatch::readable,
-                [&activity] { activity.stop(); } ) {}
-
- private:
-  static int signals() {
-    sigset_t set;
-    sigemptyset( &set );
-    sigaddset( &set, SIGINT );
-    sigaddset( &set, SIGTERM );
-    sigprocmask( SIG_BLOCK, &set, nullptr );
-    return signalfd( -1, &set, SFD_CLOEXEC | SFD_NONBLOCK );
-  }
-
-  Mem::Descriptor const signals_;
-  Koi::DescriptorWatch const watch_;
-};
 
 class TableFollow final : public Subcommand {
  public:
@@ -50,7 +25,7 @@ class TableFollow final : public Subcommand {
         ->required()
         ->type_name( "" );
     command().add_flag( "--all", isAll_, "begin with the entries that are there" );
-    command().add_option( "--count", count_, "end after so many lines" )->type_name( "N" );
+    limits_.addTo( command() );
     command().add_flag( "--json", isJson_, "print one JSON object a line" );
   }
 
@@ -60,7 +35,7 @@ class TableFollow final : public Subcommand {
   class Run;
 
   std::string name_;
-  U64 count_ = ~U64{ 0 };
+  Following::Limits limits_;
   bool isAll_ = false;
   bool isJson_ = false;
 };
@@ -69,21 +44,19 @@ class TableFollow::Run {
  public:
   Run( TableFollow const & options, Output & output )
       : options_( options ),
-        output_( output ),
+        following_( options.root(), options.name_, options.limits_, output ),
         type_( knownType( factsOf( options.root(), options.name_ ) ).valueType() ),
         valueJson_( &type_ ),
         keyJson_( type_.fields[0].type ),
-        activity_( Koi::activityFactory() ),
-        interrupt_( *activity_ ),
         value_( type_.record->valueSize / 4 ),
         follower_(
             Quill::tableType( type_.name )
-                ->follower( activity_.ptr(), options.root(), options.name_,
+                ->follower( following_.activity(), options.root(), options.name_,
                             { [this] { ready(); }, [this]( U32 const * key ) { told( key ); },
-                              [this]( bool is ) { attached( is ); } } ) ) {}
+                              [this]( bool is ) { following_.attached( is ); } } ) ) {}
 
   Status status() {
-    activity_->run();
+    following_.run();
     return succeeded;
   }
 
@@ -97,43 +70,27 @@ class TableFollow::Run {
       rows.push_back( row( "set", *type_.record->value( value_.data() ) ) );
     columns_.emplace( entryColumns( columns, rows ) );
     if( !options_.isJson_ )
-      output_.write( columns_->headings() );
+      following_.write( columns_->headings() );
     for( place = 0; options_.isAll_ && follower_->next( place, value_.data() ); )
       if( !shown( "set", *type_.record->value( value_.data() ) ) )
         return;
-    output_.flush();
   }
   void told( U32 const * key ) {
     if( follower_->lookup( key, value_.data() ) )
       shown( "set", *type_.record->value( value_.data() ) );
     else
       shown( "gone", *type_.record->key( key ) );
-    output_.flush();
-  }
-  void attached( bool is ) {
-    if( wasAttached_ )
-      complain( options_.name_ +
-                ( is ? ": its files are others now" : ": its files are gone, or damaged" ) );
-    wasAttached_ = true;
   }
 
   /// Prints a line; false when that was the last one.
   bool shown( char const * change, GenericIf const & what ) {
-    if( numShown_ >= options_.count_ )
-      return false;
-    if( options_.isJson_ ) {
-      bool const isGone = what.type() != &type_;
-      std::string text = std::string( "{\"schema\": \"lumo.table.follow/1\", \"change\": \"" ) +
-                         change + "\", \"" + ( isGone ? "key" : "entry" ) + "\": ";
-      ( isGone ? keyJson_ : valueJson_ ).append( text, what );
-      output_.write( text + "}\n" );
-    } else {
-      output_.write( columns_->line( row( change, what ) ) );
-    }
-    bool const goesOn = ++numShown_ < options_.count_ && output_.isOpen();
-    if( !goesOn )
-      activity_->stop();
-    return goesOn;
+    if( !options_.isJson_ )
+      return following_.show( columns_->line( row( change, what ) ) );
+    bool const isGone = what.type() != &type_;
+    std::string text = std::string( "{\"schema\": \"lumo.table.follow/1\", \"change\": \"" ) +
+                       change + "\", \"" + ( isGone ? "key" : "entry" ) + "\": ";
+    ( isGone ? keyJson_ : valueJson_ ).append( text, what );
+    return following_.show( text + "}\n" );
   }
   /// Of a key alone, which is the first field, the other columns are empty.
   Row row( std::string const & change, GenericIf const & what ) const {
@@ -146,15 +103,11 @@ class TableFollow::Run {
   }
 
   TableFollow const & options_;
-  Output & output_;
+  Following following_;
   KoiType const & type_;
   Koi::ValueToJson const valueJson_, keyJson_;
-  Koi::Ptr< Koi::Activity > const activity_;
-  Interrupt const interrupt_;
   std::vector< U32 > value_;
   std::optional< Columns > columns_;
-  U64 numShown_ = 0;
-  bool wasAttached_ = false;
   std::unique_ptr< Quill::AnyFollower > const follower_;
 };
 

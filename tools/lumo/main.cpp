@@ -17,6 +17,8 @@ Status failed( Status status, char const * why ) {
 Status run( CLI::App & program, int argc, char ** argv, Output & output ) {
   TypesCommand const types( program );
   CommandGroup const groups[] = {
+      { program, "show", "shows what there is now", { showMac } },
+      { program, "watch", "shows what changes, until it is interrupted", { watchMac } },
       { program,
         "table",
         "looks at tables in shared memory",

@@ -1,95 +1,37 @@
 // TableTest.cpp: `lumo table` as a user runs it, on tables that writers have, have left, and were
 // killed at.
-#include <csignal>
 #include <fstream>
-#include <functional>
 #include <random>
 
-#include <gtest/gtest.h>
-
-#include <Lumo/QuillBridging.h>
 #include <quill/TableType.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <nlohmann/json.hpp>
 
-#include "src/quill/ProofValue.h"
-#include "support/Shell.h"
+#include "HostTables.h"
 
 namespace {
 
-using Host = Quill::Bridging::QuillFdbStatus;
-using Writer = Quill::QuillWriter< Host >;
-using Koi::U32;
-using Koi::U8;
+using namespace Tests;
 
-Ntrace::Handler const quiet( -1, {} );
-
-Host host( U32 n, U32 moves = 0 ) {
-  return { { Bridging::Fid( 1 + n / 256 ), Wirex::EthAddr( 0, 0, 0x5e, 0, 0x53, U8( n ) ) },
-           Wirex::IntfId( Koi::String8( "eth" + std::to_string( 1 + n % 8 ) ) ),
-           moves,
-           0.5 * n,
-           Bridging::EntryType::learnedDynamicMac };
-}
-
-struct LumoTable : testing::Test {
-  Writer writer( char const * name = "mac" ) const {
-    auto parameters = Tests::proofParameters( 1 << 16 );
-    parameters.seed = 7;
-    return Writer( shm.root(), name, parameters, quiet );
-  }
-  void fill( char const * name, U32 count ) const {
-    auto w = writer( name );
-    for( U32 n = 0; n < count; ++n )
-      w.write( host( n ) );
-  }
-  /// A process that does that to the table until it is killed.
-  pid_t process( std::function< void( Writer & ) > const & work ) const {
-    int ready[2];
-    EXPECT_EQ( pipe( ready ), 0 );
-    pid_t const child = fork();
-    if( child == 0 ) {
-      auto w = writer();
-      static_cast< void >( write( ready[1], "", 1 ) == 1 );
-      for( ;; )
-        work( w );
-    }
-    close( ready[1] );
-    char byte;
-    EXPECT_EQ( read( ready[0], &byte, 1 ), 1 );
-    close( ready[0] );
-    return child;
-  }
-  static void end( pid_t child ) {
-    EXPECT_EQ( kill( child, SIGKILL ), 0 );
-    EXPECT_EQ( waitpid( child, nullptr, 0 ), child );
-  }
-
+struct LumoTable : HostTables {
   TestSupport::Outcome lumo( std::string const & arguments,
                              std::string const & before = {} ) const {
-    return TestSupport::shell( LUMO_PROGRAM, "export LUMO_SHM_ROOT=" + shm.path() + "; " + before +
-                                                 " $program table " + arguments );
+    return run( "table " + arguments, before );
   }
-  /// What a failing command says on standard error.
   std::string refusal( std::string const & arguments, int status ) const {
-    auto const run = lumo( arguments );
-    EXPECT_EQ( run.status, status ) << arguments << run.out << run.err;
-    return run.err;
+    return refused( "table " + arguments, status );
   }
   std::string contents( std::string const & file ) const {
     std::ifstream in( shm.path() + "/mac/" + file, std::ios::binary );
     return std::string( std::istreambuf_iterator< char >( in ), {} );
   }
-
-  Tests::ShmRoot const shm;
 };
 
 /// What a busy agent does.
 struct Churn {
   U32 numHosts, i = 0;
 
-  void operator()( Writer & w ) {
+  void operator()( HostWriter & w ) {
     ++i;
     w.write( host( i * 31 % numHosts, i ) );
     if( i % 3 == 0 )
@@ -100,7 +42,7 @@ struct Churn {
 TEST_F( LumoTable, isListedWithItsWriter ) {
   fill( "vlan/hosts", 2 );
   fill( "mac", 0 );
-  { Tests::ProofWriter const w( shm.root(), "proof", Tests::proofParameters(), quiet ); }
+  { ProofWriter const w( shm.root(), "proof", proofParameters(), quietTrace ); }
   auto const run = lumo( "ls" );
   EXPECT_EQ( run.err, "" );
   EXPECT_EQ( run.out,
@@ -217,7 +159,7 @@ TEST_F( LumoTable, isSeenBesideABusyWriter ) {
 
 TEST_F( LumoTable, aCopyIsTheStateOfOneMoment ) {
   fill( "mac", 100 );
-  pid_t const child = process( [churn = Churn{ 300 }]( Writer & w ) mutable {
+  pid_t const child = process( [churn = Churn{ 300 }]( HostWriter & w ) mutable {
     churn( w );
     if( churn.i % 64 == 0 )
       usleep( 100 );
@@ -247,7 +189,7 @@ TEST_F( LumoTable, whatAKilledWriterLeftIsRight ) {
     EXPECT_EQ( run.status, 0 ) << run.err;
     EXPECT_TRUE( run.out.starts_with( "mac: ok" ) );
   }
-  pid_t const child = process( []( Writer & w ) {
+  pid_t const child = process( []( HostWriter & w ) {
     w.write( host( 1 ) );
     w.directWrite( host( 1 ).key() );
     w.directValueIs( host( 1, 9 ) );
@@ -306,7 +248,7 @@ TEST_F( LumoTable, whatIsDamagedIsNamed ) {
 
 TEST_F( LumoTable, changesAreFollowedAsTheyCome ) {
   fill( "mac", 3 );
-  pid_t const child = process( []( Writer & w ) {
+  pid_t const child = process( []( HostWriter & w ) {
     // Slower than a reader looks that nobody kicks.
     static U32 n = 3;
     w.write( host( n ) );
