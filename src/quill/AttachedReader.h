@@ -30,6 +30,15 @@ inline bool isReplaced( Mem::TableDir const & dir, Mem::MappedFile const & slots
   auto const now = dir.open( SlotTable::fileName, Mem::MappedFile::readOnly );
   return !now || !slots.isSameFile( *now );
 }
+/// The same by the table's name, whose directory may be another one, or none.
+inline bool isReplaced( Mem::RootPath const & root, std::string const & name,
+                        Mem::MappedFile const & slots ) {
+  try {
+    return isReplaced( Mem::TableDir( root, name, Mem::MappedFile::readOnly ), slots );
+  } catch( Rova::MemoryResourceException const & ) {
+    return true;
+  }
+}
 
 /// Reads what stands in the directory. Raises Rova::MemoryResourceException "SlotReader::attach()
 /// no shared memory region: <path>", "BucketReader::attach() no shared memory region: <path>" and

@@ -24,6 +24,8 @@ class QuillReader {
   QuillReader( Mem::RootPath const & root, std::string_view name,
                Ntrace::Handler const & trace = Ntrace::Handler() )
       : trace_( trace ),
+        root_( root ),
+        name_( name ),
         dir_( root, name, Mem::MappedFile::readOnly ),
         engine_( attachedReader< RecordOf >( dir_, trace_ ) ) {}
 
@@ -75,7 +77,7 @@ class QuillReader {
   }
 
   /// The table has other files by now: this object reads what was before.
-  bool isReplaced() const { return Quill::isReplaced( dir_, engine_->slots().file() ); }
+  bool isReplaced() const { return Quill::isReplaced( root_, name_, engine_->slots().file() ); }
   /// The table's sequence: of the last notification. Raises as attachedQueue() does.
   U64 sequence() {
     if( !queue_ )
@@ -99,6 +101,8 @@ class QuillReader {
   }
 
   Ntrace::Handler const trace_;
+  Mem::RootPath const root_;
+  std::string const name_;
   Mem::TableDir dir_;
   std::unique_ptr< Engine > engine_;
   std::unique_ptr< ConquerReader< Mem::Plain > > queue_;

@@ -182,7 +182,7 @@ class QuillShadow {
   /// Also when it is attached: to other files when these were replaced, and to a writer that came.
   bool tryAttach() {
     try {
-      if( dir_ && !isReplaced( *dir_, engine_->reader().slots().file() ) ) {
+      if( dir_ && !isReplaced( root_, name_, engine_->reader().slots().file() ) ) {
         kick_.attach( *dir_ );
         return true;
       }

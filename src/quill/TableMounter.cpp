@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include <sys/inotify.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace Quill {
@@ -29,26 +30,34 @@ TableMounter::TableMounter( Koi::Activity * activity, Role role, Mem::RootPath r
 
 TableMounter::~TableMounter() = default;
 
-std::vector< std::string > TableMounter::pathsToWatch() const {
+std::vector< TableMounter::Place > TableMounter::placesToWatch() const {
   namespace fs = std::filesystem;
-  std::error_code error;
-  fs::path table = fs::path( root_.path() ) / name_;
-  while( !fs::is_directory( table, error ) && table.has_relative_path() )
+  std::vector< Place > places;
+  auto const add = [&]( fs::path const & path ) {
+    struct stat about {};
+    bool const isThere = stat( path.c_str(), &about ) == 0 && S_ISDIR( about.st_mode );
+    if( isThere )
+      places.push_back( { path.string(), about.st_dev, about.st_ino } );
+    return isThere;
+  };
+  fs::path const root = root_.path();
+  fs::path table = root / name_;
+  while( !add( table ) && table.has_relative_path() )
     table = table.parent_path();
-  std::vector< std::string > paths{ table.string() };
-  if( fs::path const root = root_.path(); root != table && fs::is_directory( root, error ) )
-    paths.push_back( root.string() );
-  return paths;
+  if( root != table )
+    add( root );
+  return places;
 }
 
 void TableMounter::watch() {
-  auto const paths = pathsToWatch();
-  if( paths == watched_ )
+  auto const places = placesToWatch();
+  if( places == watched_ )
     return;
   watch_.reset();
   inotify_.reset( inotify_init1( IN_NONBLOCK | IN_CLOEXEC ) );
   watched_.clear();
-  for( auto const & path : paths ) {
+  for( auto const & place : places ) {
+    auto const & path = place.path;
     constexpr auto events = IN_CREATE | IN_MOVED_TO | IN_DELETE | IN_DELETE_SELF | IN_MOVE_SELF;
     if( inotify_.isOpen() &&
         inotify_add_watch( inotify_.number(), path.c_str(), events | IN_ONLYDIR ) >= 0 )
@@ -69,7 +78,7 @@ void TableMounter::watch() {
     inotify_.reset();
     return;  // it looks by time, and tries to watch again
   }
-  watched_ = paths;
+  watched_ = places;
   watch_ = std::make_unique< Koi::DescriptorWatch >(
       activity_, inotify_.number(), Koi::DescriptorWatch::readable, [this] { notify(); } );
 }
@@ -87,7 +96,8 @@ void TableMounter::notify() {
       std::string_view const name = event.len ? at + sizeof event : "";
       trace_.trace( 7, "QuillMap::ReaderMounter::notify() eventName:", name );
       isNews = isNews || matters( name );
-      if( event.mask & ( IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED ) )
+      // Of what was lost, some may have been of that kind.
+      if( event.mask & ( IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED | IN_Q_OVERFLOW ) )
         watched_.clear();
       at += sizeof event + event.len;
     }

@@ -40,8 +40,15 @@ class KOI_PUBLIC TableMounter {
   static constexpr Koi::Seconds eventDelay = 0.005;
 
  private:
+  /// A directory: what has its path may be another one by now.
+  struct Place {
+    std::string path;
+    Koi::U64 device, number;
+    bool operator==( Place const & ) const = default;
+  };
+
   void watch();
-  std::vector< std::string > pathsToWatch() const;
+  std::vector< Place > placesToWatch() const;
   void notify();
   void timeout();
 
@@ -53,7 +60,7 @@ class KOI_PUBLIC TableMounter {
   Ntrace::Handler const & trace_;
   Mem::Descriptor inotify_;
   std::unique_ptr< Koi::DescriptorWatch > watch_;
-  std::vector< std::string > watched_;
+  std::vector< Place > watched_;
   Koi::Timer timer_;
   Koi::Seconds delay_ = firstDelay;
   bool isAttached_ = false;
