@@ -22,8 +22,11 @@ class Follower {
   using Queue = typename Engine::Queue;
   static constexpr bool keepsValues = numWords > ProbeKey::count;
 
-  Follower( Disk & disk, Story const & story )
-      : story_( story ), engine_( ProbeTable::readerOn( disk ), queueOn( disk ), trace() ) {}
+  /// `after` is what the table holds in the end.
+  Follower( Disk & disk, Story const & story, Content const & after )
+      : story_( story ),
+        after_( after ),
+        engine_( ProbeTable::readerOn( disk ), queueOn( disk ), trace() ) {}
 
   /// Looks at the whole table.
   void synchronize() {
@@ -41,20 +44,18 @@ class Follower {
   void judge() {
     auto const has = held();
     for( auto const & [key, versions] : story_.states ) {
-      auto const is = story_.contentAfter.find( key );
+      auto const is = after_.find( key );
       auto const mine = has.find( key ), told = told_.find( key );
-      if( ( is == story_.contentAfter.end() ) != ( mine == has.end() ) )
+      if( ( is == after_.end() ) != ( mine == has.end() ) )
         return faultIs( "a key is missing, or should be gone" );
-      if( ( is == story_.contentAfter.end() ) != ( told == told_.end() ) )
+      if( ( is == after_.end() ) != ( told == told_.end() ) )
         return faultIs( "nobody was told that a key came or went" );
-      if( is == story_.contentAfter.end() || !keepsValues )
-        continue;
-      if( mine->second != is->second )
+      if( is != after_.end() && mine->second != is->second )
         return faultIs( "the copy has another version" );
-      if( told->second != is->second )
+      if( is != after_.end() && told->second != is->second )
         return faultIs( "nobody was told of a version" );
     }
-    if( has.size() > story_.contentAfter.size() )
+    if( has.size() > after_.size() )
       faultIs( "a key came from nowhere" );
   }
   std::string const & fault() const { return fault_; }
@@ -83,11 +84,8 @@ class Follower {
     auto const states = story_.states.find( key );
     if( states == story_.states.end() )
       return faultIs( "a key was reported that never was" );
-    U32 const slot = engine_.store().find( key );
-    auto const version = slot == Quill::noIndex ? std::nullopt : versionAt( slot );
-    if( slot != Quill::noIndex && !version )
-      return faultIs( "a torn value" );
-    if( slot == Quill::noIndex || keepsValues ? !states->second.contains( version ) : false )
+    auto const version = versionOf( key );
+    if( !states->second.contains( version ) )
       return faultIs( "a version, or a deletion, that never was" );
     if( version )
       told_[key] = *version;
@@ -101,23 +99,27 @@ class Follower {
         if( !versions.contains( std::nullopt ) && engine_.store().find( key ) == Quill::noIndex )
           return faultIs( "a key that is there throughout was not found" );
   }
-  std::optional< U32 > versionAt( U32 slot ) const {
-    if constexpr( keepsValues ) {
-      ProbeReader::Value v;
+  /// What the owner has of a key: with keys alone, what the table has of those that the copy has.
+  std::optional< U32 > versionOf( ProbeKey const & key ) {
+    U32 const slot = engine_.store().find( key );
+    ProbeReader::Value v;
+    if( slot == Quill::noIndex )
+      return std::nullopt;
+    if constexpr( keepsValues )
       std::copy_n( engine_.store().at( slot ).word, 8, v.word );
-      return versionOf( v );
-    }
-    return 0;
+    else if( !engine_.reader().lookup( key, v ) )
+      return std::nullopt;
+    auto const version = Tests::versionOf( v );
+    if( !version )
+      faultIs( "a torn value" );
+    return version;
   }
   Content held() {
     Content content;
     for( U32 slot = 0; slot < engine_.store().numSlots(); ++slot )
       if( engine_.store().isOccupied( slot ) ) {
         auto const key = engine_.store().at( slot ).key();
-        auto const version = versionAt( engine_.store().find( key ) );
-        if( !version )
-          faultIs( "a torn value" );
-        content[key] = version.value_or( 0 );
+        content[key] = versionOf( key ).value_or( ~U32{ 0 } );  // gone by now
       }
     return content;
   }
@@ -127,6 +129,7 @@ class Follower {
   }
 
   Story const & story_;
+  Content const & after_;
   Engine engine_;
   Content told_;
   std::string fault_;
@@ -135,12 +138,13 @@ class Follower {
 /// One run: the copy is made before the operation or under it, and the writer goes as the switches
 /// say.
 template< U32 numWords >
-std::string followed( Story const & story, Disk & disk, bool isEarly, std::size_t start,
-                      std::vector< Disk::Switch > const & switches, U64 & loads ) {
+std::string followed( Story const & story, Content const & after, Disk & disk, bool isEarly,
+                      std::size_t start, std::vector< Disk::Switch > const & switches,
+                      U64 & loads ) {
   disk.begins( isEarly ? 0 : start );
   std::string fault;
   try {
-    Follower< numWords > follower( disk, story );
+    Follower< numWords > follower( disk, story, after );
     if( isEarly )
       follower.synchronize();
     disk.begins( start, switches );
@@ -158,6 +162,14 @@ std::string followed( Story const & story, Disk & disk, bool isEarly, std::size_
   return fault;
 }
 
+std::string ofBoth( Story const & story, Content const & after, Disk & disk, bool isEarly,
+                    std::size_t start, std::vector< Disk::Switch > const & switches, U64 & loads ) {
+  auto fault = followed< 8 >( story, after, disk, isEarly, start, switches, loads );
+  if( fault.empty() )
+    fault = followed< ProbeKey::count >( story, after, disk, isEarly, start, switches, loads );
+  return fault;
+}
+
 }  // namespace
 
 std::string followFault( Story const & story, Tried & tried ) {
@@ -170,9 +182,7 @@ std::string followFault( Story const & story, Tried & tried ) {
   auto const run = [&]( bool isEarly, std::size_t start,
                         std::vector< Disk::Switch > const & switches ) {
     ++tried.schedules;
-    fault = followed< 8 >( story, disk, isEarly, start, switches, loads );
-    if( fault.empty() )
-      fault = followed< ProbeKey::count >( story, disk, isEarly, start, switches, loads );
+    fault = ofBoth( story, story.contentAfter, disk, isEarly, start, switches, loads );
     if( fault.empty() )
       return true;
     std::ostringstream how;
@@ -218,6 +228,46 @@ std::string followFault( Story const & story, Tried & tried ) {
       return "seed " + std::to_string( seed ) + ": " + fault;
   }
   disk.rewindTo( 0 );
+  return {};
+}
+
+std::string followRepairFault( Story const & story, Tried & tried ) {
+  std::random_device seed;
+  std::size_t const step = 1 + story.events.size() / 60;
+  for( std::size_t count = seed() % step; count <= story.events.size(); count += step ) {
+    // 1. The writer dies there, and another one puts the table right.
+    std::vector< MemoryEvent > events(
+        story.events.begin(), story.events.begin() + static_cast< std::ptrdiff_t >( count ) );
+    Disk dead( *story.before );
+    for( auto const & event : events )
+      dead.apply( event );
+    dead.record = &events;
+    ProbeTable::writerOn( dead, story.shape );
+    dead.record = nullptr;
+    auto const after = walked( *ProbeTable::readerOn( dead ) );
+    if( !after )
+      return "a walk met a torn value or a key twice";
+    // 2. Who had all that the dead one said, and who comes then, is told; so is who looks again at
+    // any load.
+    Disk disk( *story.before );
+    disk.replay = &events;
+    for( bool const isEarly : { true, false } ) {
+      U64 loads = 1;
+      for( U64 load = 0; load <= loads; load += 1 + loads / 40 ) {
+        std::vector< Disk::Switch > switches;
+        if( load > 0 )
+          switches = { { load, events.size() } };
+        ++tried.schedules;
+        U64 met = 0;
+        auto const fault = ofBoth( story, *after, disk, isEarly, count, switches, met );
+        if( !fault.empty() )
+          return ( isEarly ? "an earlier copy, after store " : "a new copy, after store " ) +
+                 std::to_string( count ) + ", repaired at load " + std::to_string( load ) + ": " +
+                 fault;
+        loads = std::max( loads, met );
+      }
+    }
+  }
   return {};
 }
 

@@ -37,6 +37,14 @@ TEST_P( OfEveryOperation, aCopyFollowsAndNeverReportsWhatIsNot ) {
                static_cast< unsigned long long >( tried.schedules ) );
 }
 
+TEST_P( OfEveryOperation, aCopyIsToldWhatADeadWriterDidNotSay ) {
+  Story const story( GetParam() );
+  Tried tried;
+  EXPECT_EQ( followRepairFault( story, tried ), "" );
+  std::printf( "%s: %llu schedules\n", GetParam().name.c_str(),
+               static_cast< unsigned long long >( tried.schedules ) );
+}
+
 TEST_P( OfEveryOperation, countersThatBeginAnewChangeNothing ) {
   Story const story( GetParam(), true );
   if( story.events.size() > 100 )

@@ -26,4 +26,7 @@ std::string raceFault( Story const & story, Tried & tried );
 /// Lets copies of the table, of values and of keys alone, follow its queue under such schedules.
 std::string followFault( Story const & story, Tried & tried );
 
+/// The same beside a writer that dies after any store, and another one that puts the table right.
+std::string followRepairFault( Story const & story, Tried & tried );
+
 }  // namespace Tests
