@@ -62,6 +62,9 @@ class Child {
   Child( Child const & ) = delete;
   Child & operator=( Child const & ) = delete;
 
+  void stop() const { kill( process_, SIGSTOP ); }
+  void goOn() const { kill( process_, SIGCONT ); }
+
  private:
   pid_t process_;
 };

@@ -2,7 +2,9 @@
 // beside what one would take instead, in turns in one run; who has nothing to say of something is
 // left out of it.
 //
-//   followBench [--entries N] [--rounds N]     default 1,000,000 and 300
+//   followBench [--entries N] [--rounds N]                      default 1,000,000 and 300
+//   followBench [--entries N] --stopped-reader SECONDS          default 100,000
+//   followBench [--entries N] --dying-readers SECONDS
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -20,6 +22,7 @@
 #include "Keeper.h"
 #include "Quill.h"
 #include "Shared.h"
+#include "StoppedReader.h"
 #include "Timing.h"
 
 #ifdef LUMO_BENCH_REDIS
@@ -264,24 +267,35 @@ int run( std::filesystem::path const & folder, std::size_t numEntries, int round
 }  // namespace Bench
 
 int main( int argc, char ** argv ) {
-  std::size_t numEntries = 1'000'000;
+  std::size_t numEntries = 0;
   int rounds = 300;
+  double seconds = 0;
+  auto * ofReaders = &Bench::stoppedReader;
   for( int i = 1; i < argc; ++i ) {
     std::string const option = argv[i];
     char const * const value = i + 1 < argc ? argv[++i] : "";
     long const number = std::strtol( value, nullptr, 10 );
-    if( option == "--entries" && number > 0 )
+    if( option == "--entries" && number > 0 ) {
       numEntries = static_cast< std::size_t >( number );
-    else if( option == "--rounds" && number > 0 )
+    } else if( option == "--rounds" && number > 0 ) {
       rounds = static_cast< int >( number );
-    else
-      return std::fprintf( stderr, "followBench: --entries N and --rounds N, not %s %s\n",
-                           option.c_str(), value ),
-             2;
+    } else if( ( option == "--stopped-reader" || option == "--dying-readers" ) && number > 0 ) {
+      ofReaders = option == "--dying-readers" ? &Bench::dyingReaders : &Bench::stoppedReader;
+      seconds = static_cast< double >( number );
+    } else {
+      std::fprintf(
+          stderr,
+          "followBench: --entries N, --rounds N, --stopped-reader SECONDS and --dying-readers "
+          "SECONDS, not %s %s\n",
+          option.c_str(), value );
+      return 2;
+    }
   }
   try {
     return Bench::kept( "/dev/shm", [&]( std::filesystem::path const & folder ) {
-      return Bench::run( folder, numEntries, rounds );
+      if( seconds > 0 )
+        return ofReaders( folder, numEntries > 0 ? numEntries : 100'000, seconds );
+      return Bench::run( folder, numEntries > 0 ? numEntries : 1'000'000, rounds );
     } );
   } catch( std::exception const & failure ) {
     std::fprintf( stderr, "followBench: %s\n", failure.what() );
