@@ -39,6 +39,8 @@ class QuillMap : public QuillMapState {
       writerIsMade();
     else
       readerIsMade();
+    if( synchronous )  // who finds no table has to be told when there is one
+      isAdvertised_ = end_->isReady();
   }
 
   bool initialized() const override { return end_ != nullptr; }

@@ -211,15 +211,16 @@ void ReaderFdbStatusSm::handleQuillFdbStatuses() {
   if( !quillStatus() || !quillStatus()->quillFdbStatusControl().initialized() )
     return;
   auto & table = quillStatus()->quillFdbStatusControl();
-  table.map().notifying( true );
-  if( !table.isReady() )
-    return;  // it says when it is
+  bool const wasReady = table.isReady();
   try {
-    removeStrangers( *status(), *quillStatus() );
+    if( wasReady )
+      removeStrangers( *status(), *quillStatus() );
   } catch( Rova::CorruptionDetectedException const & e ) {
     return table.corruptionDetected( e.what() );
   }
-  table.map().tellAll();
+  table.map().notifying( true );
+  if( wasReady )  // else it says when it is
+    table.map().tellAll();
 }
 
 }  // namespace Bridging

@@ -139,6 +139,16 @@ TEST_F( TableOfEntity, isReadByTheEntityOfAnotherProcess ) {
   EXPECT_EQ( watching.told, std::vector{ keyOf( 2 ) } );
 }
 
+TEST_F( TableOfEntity, isSaidToBeThereAlsoWhenItComesLate ) {
+  status->quillFdbStatusControl().init( QuillType::reader, true, 1, parameters() );
+  EXPECT_EQ( watcher.numReady, 0 );
+  auto const other = Quill::Bridging::statusFactory( Koi::Name( "other" ) );
+  other->quillFdbStatusControl().init( QuillType::writer, true, 100, parameters() );
+  other->quillFdbStatusIs( entry( 1 ) );
+  ASSERT_TRUE( runUntil( [&] { return watcher.numReady == 1; } ) );
+  EXPECT_EQ( status->quillFdbStatus().size(), 1u );
+}
+
 TEST_F( TableOfEntity, isPrivateWhenNobodySaidWhose ) {
   EXPECT_TRUE( status->quillFdbStatus().empty() );
   EXPECT_EQ( tables().size(), 0u );  // looking makes none

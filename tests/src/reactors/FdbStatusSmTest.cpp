@@ -174,6 +174,7 @@ TEST_P( Mirrors, followAnotherTableAndAnotherSource ) {
              "allowed" );
   source->fdbStatusIs( Fid( 1 ) )->learnedHostIs( host( 1 ) );
   writer->statusIs( source );
+  ASSERT_TRUE( runUntil( [&] { return read->quillFdbStatusControl().isReady(); } ) );
   reader->quillStatusIs( read );
   ASSERT_TRUE( runUntilEqual( *source, *target ) );
   writer->statusDel();
