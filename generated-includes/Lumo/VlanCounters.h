@@ -4,6 +4,7 @@
 #include <koi/Value.h>
 #include <koi/RecordBytes.h>
 #include <koi/Entity.h>
+#include <quill/KoiQuillMap.h>
 #include <Lumo/VlanId.h>
 #include <quill/Record.h>
 
@@ -111,6 +112,151 @@ class KOI_PUBLIC VlanCounter : public Koi::Structure< VlanCounter > {
   VlanStats _vlanStats{};
   Koi::Seconds _statsUpdateTime{};
 };
+
+/// The counts of all VLANs. The agent that counts writes them.
+class KOI_PUBLIC VlanCounterDir : public Koi::EntityOf< VlanCounterDir > {
+ public:
+  explicit VlanCounterDir( Koi::Name const & name );
+
+  /// what there is now, never less
+  VlanCounter vlanCounter( ::Bridging::VlanId const & k ) const;
+  KoiQuill::KoiQuillMap< ::Bridging::VlanId, VlanCounter > const & vlanCounter() const {
+    return vlanCounter_;
+  }
+  using VlanCounterIterator = KoiQuill::KoiQuillMap< ::Bridging::VlanId, VlanCounter >::Iterator;
+  VlanCounterIterator vlanCounterIterator();
+  /// In the process that writes the table: an entry that is there already is no change. Raises
+  /// Quill::TableFullException.
+  void vlanCounterIs( VlanCounter const & v );
+  VlanCounter vlanCounterDel( ::Bridging::VlanId const & k );
+  VlanCounter vlanCounterDel( VlanCounterIterator const & i );
+  void vlanCounterDelAll();
+  /// Opens the value's entry for writing in place: until it is completed readers have it as it was.
+  void newVlanCounter( VlanCounter const & v );
+  void vlanCounterCommit( VlanCounter const & v );
+  void vlanCounterNotify( ::Bridging::VlanId const & k );
+  void vlanCounterNotifyCollection();
+  /// How this process takes part in the table.
+  KoiQuill::KoiQuillMapBase & vlanCounterControl() { return vlanCounter_; }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanCounterDir > {
+   public:
+    /// The table is there, and what is in it can be looked up.
+    virtual void onVlanCounter() {}
+    virtual void onVlanCounter( ::Bridging::VlanId const & ) {}
+    virtual void onVlanCounterKoiImmediate() {
+      koiPass( koiOnVlanCounterControl ); onVlanCounter();
+    }
+    virtual void onVlanCounterKoiImmediate( ::Bridging::VlanId const & k ) {
+      koiPass( koiOnVlanCounter ); onVlanCounter( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst, ::Bridging::VlanId const & > koiOnVlanCounter{
+      koiFirst + 0, &NotifieeConst::onVlanCounter, &NotifieeConst::onVlanCounterKoiImmediate };
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanCounterControl{
+      koiFirst + 1, &NotifieeConst::onVlanCounter, &NotifieeConst::onVlanCounterKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanCounterDir >;
+
+  static constexpr char koiName[] = "Quill::Bridging::VlanCounterDir";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &VlanCounterDir::name )
+    };
+  }
+  template< class Self = VlanCounterDir >
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::table( "vlanCounter", &Self::vlanCounter_ ),
+      Koi::tableControl( "vlanCounterControl", &Self::vlanCounter_ )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  KoiQuill::KoiQuillMap< ::Bridging::VlanId, VlanCounter > vlanCounter_{
+      *this, "vlanCounter", NotifieeConst::koiOnVlanCounter,
+      NotifieeConst::koiOnVlanCounterControl };
+};
+
+/// A new VlanCounterDir without a parent.
+KOI_PUBLIC Koi::Ptr< VlanCounterDir > vlanCounterDirFactory( Koi::Name const & name );
+
+/// What the counts were when a user cleared them last. The agent that counts writes them.
+class KOI_PUBLIC VlanCounterSnapshotDir : public Koi::EntityOf< VlanCounterSnapshotDir > {
+ public:
+  explicit VlanCounterSnapshotDir( Koi::Name const & name );
+
+  /// of the VLANs that were cleared
+  VlanCounter vlanCounterSnapshot( ::Bridging::VlanId const & k ) const;
+  KoiQuill::KoiQuillMap< ::Bridging::VlanId, VlanCounter > const & vlanCounterSnapshot() const {
+    return vlanCounterSnapshot_;
+  }
+  using VlanCounterSnapshotIterator = KoiQuill::KoiQuillMap< ::Bridging::VlanId,
+      VlanCounter >::Iterator;
+  VlanCounterSnapshotIterator vlanCounterSnapshotIterator();
+  /// In the process that writes the table: an entry that is there already is no change. Raises
+  /// Quill::TableFullException.
+  void vlanCounterSnapshotIs( VlanCounter const & v );
+  VlanCounter vlanCounterSnapshotDel( ::Bridging::VlanId const & k );
+  VlanCounter vlanCounterSnapshotDel( VlanCounterSnapshotIterator const & i );
+  void vlanCounterSnapshotDelAll();
+  /// Opens the value's entry for writing in place: until it is completed readers have it as it was.
+  void newVlanCounterSnapshot( VlanCounter const & v );
+  void vlanCounterSnapshotCommit( VlanCounter const & v );
+  void vlanCounterSnapshotNotify( ::Bridging::VlanId const & k );
+  void vlanCounterSnapshotNotifyCollection();
+  /// How this process takes part in the table.
+  KoiQuill::KoiQuillMapBase & vlanCounterSnapshotControl() { return vlanCounterSnapshot_; }
+
+  /// Override what you watch; every callback starts out doing nothing.
+  class NotifieeConst : public Koi::NotifieeOf< VlanCounterSnapshotDir > {
+   public:
+    /// The table is there, and what is in it can be looked up.
+    virtual void onVlanCounterSnapshot() {}
+    virtual void onVlanCounterSnapshot( ::Bridging::VlanId const & ) {}
+    virtual void onVlanCounterSnapshotKoiImmediate() {
+      koiPass( koiOnVlanCounterSnapshotControl ); onVlanCounterSnapshot();
+    }
+    virtual void onVlanCounterSnapshotKoiImmediate( ::Bridging::VlanId const & k ) {
+      koiPass( koiOnVlanCounterSnapshot ); onVlanCounterSnapshot( k );
+    }
+    static constexpr Koi::Callback< NotifieeConst,
+        ::Bridging::VlanId const & > koiOnVlanCounterSnapshot{
+      koiFirst + 0, &NotifieeConst::onVlanCounterSnapshot,
+          &NotifieeConst::onVlanCounterSnapshotKoiImmediate };
+    static constexpr Koi::Callback< NotifieeConst > koiOnVlanCounterSnapshotControl{
+      koiFirst + 1, &NotifieeConst::onVlanCounterSnapshot,
+          &NotifieeConst::onVlanCounterSnapshotKoiImmediate };
+  };
+  using Notifiee = Koi::ChangingNotifiee< NotifieeConst, VlanCounterSnapshotDir >;
+
+  static constexpr char koiName[] = "Quill::Bridging::VlanCounterSnapshotDir";
+  static constexpr auto koiParameters() {
+    return std::tuple{
+      Koi::parameter( "_name", &VlanCounterSnapshotDir::name )
+    };
+  }
+  template< class Self = VlanCounterSnapshotDir >
+  static constexpr auto koiAttributes() {
+    return std::tuple{
+      Koi::table( "vlanCounterSnapshot", &Self::vlanCounterSnapshot_ ),
+      Koi::tableControl( "vlanCounterSnapshotControl", &Self::vlanCounterSnapshot_ )
+    };
+  }
+  static constexpr unsigned koiEnd = koiFirst + 2;
+  static Koi::KoiType const _koiType;
+
+ private:
+  KoiQuill::KoiQuillMap< ::Bridging::VlanId, VlanCounter > vlanCounterSnapshot_{
+      *this, "vlanCounterSnapshot", NotifieeConst::koiOnVlanCounterSnapshot,
+      NotifieeConst::koiOnVlanCounterSnapshotControl };
+};
+
+/// A new VlanCounterSnapshotDir without a parent.
+KOI_PUBLIC Koi::Ptr< VlanCounterSnapshotDir > vlanCounterSnapshotDirFactory(
+    Koi::Name const & name );
 
 }  // namespace Quill::Bridging
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <Lumo/QuillBridging.h>
+#include <Lumo/VlanCounters.h>
 #include <koi/RecordOps.h>
 
 #include "contract/Expected.h"
@@ -11,6 +12,9 @@
 using namespace Tests;
 using Quill::Bridging::QuillFdbStatus;
 using Words = std::vector< Koi::U32 >;
+
+static_assert( Quill::Record< Quill::Bridging::VlanCounter >::keySize == 4 );
+static_assert( Quill::Record< Quill::Bridging::VlanCounter >::valueSize == 76, "on any machine" );
 
 namespace {
 
