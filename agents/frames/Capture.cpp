@@ -6,6 +6,9 @@
 #include <cstdio>
 #include <cstring>
 
+#include <poll.h>
+#include <sys/stat.h>
+
 namespace Frames {
 
 namespace {
@@ -45,13 +48,20 @@ double CaptureTime::asSeconds() const {
 
 void Capture::Closer::operator()( pcap * handle ) const { pcap_close( handle ); }
 
-Capture::Capture( std::string const & path ) {
+Capture::Capture( std::string const & path, Opening opening ) {
   // The file is opened here, not by libpcap: its message would begin with the name of the file.
   std::unique_ptr< std::FILE, FileCloser > file( path == "-" ? stdin
                                                              : std::fopen( path.c_str(), "rb" ) );
   if( !file )
     refuse( std::string( "cannot be opened: " ) + std::strerror( errno ) );
-  std::setvbuf( file.get(), nullptr, _IOFBF, readBufferSize );
+  struct stat about {};
+  if( opening == watched && fstat( fileno( file.get() ), &about ) == 0 &&
+      !S_ISREG( about.st_mode ) ) {
+    waitsAt_ = fileno( file.get() );
+    std::setvbuf( file.get(), nullptr, _IONBF, 0 );
+  } else {
+    std::setvbuf( file.get(), nullptr, _IOFBF, readBufferSize );
+  }
 
   char why[PCAP_ERRBUF_SIZE] = "";
   handle_.reset(
@@ -70,6 +80,13 @@ Capture::Capture( std::string const & path ) {
 
 Capture::~Capture() = default;
 
+int Capture::awaited() const {
+  if( waitsAt_ < 0 || !handle_ )
+    return -1;
+  pollfd at{ waitsAt_, POLLIN, 0 };
+  return poll( &at, 1, 0 ) == 0 ? waitsAt_ : -1;
+}
+
 CapturedFrame const * Capture::next() {
   if( !handle_ )
     return nullptr;
@@ -79,6 +96,7 @@ CapturedFrame const * Capture::next() {
   if( got == 1 ) {
     frame_.time = timeOf( *header );
     frame_.bytes = { bytes, header->caplen };
+    frame_.wireSize = header->len;
     ++numFrames_;
     return &frame_;
   }

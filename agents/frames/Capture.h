@@ -32,6 +32,7 @@ struct CaptureTime {
 struct CapturedFrame {
   CaptureTime time;
   std::span< std::uint8_t const > bytes;
+  std::uint32_t wireSize = 0;  // how many there were on the wire, as far as the file says
 };
 
 /// What is wrong with a capture, without the name of the file.
@@ -45,7 +46,10 @@ class Capture {
  public:
   /// Opens a pcap or pcapng file; "-" is standard input. Throws CaptureException when it cannot be
   /// opened, is no capture or holds frames of another link type than Ethernet.
-  explicit Capture( std::string const & path );
+  /// One that is watched can say when next() would wait: it takes no more from a pipe than it has
+  /// delivered, which is slower.
+  enum Opening { plain, watched };
+  explicit Capture( std::string const & path, Opening opening = plain );
   ~Capture();
   Capture( Capture const & ) = delete;
   Capture & operator=( Capture const & ) = delete;
@@ -53,6 +57,10 @@ class Capture {
   /// The next frame, in the order of the file; null at its end. Throws CaptureException where the
   /// file is damaged; no frame can be had after that.
   CapturedFrame const * next();
+
+  /// What next() may have to wait for now, a pipe that is written slowly; -1 when it need not. Of a
+  /// capture that was opened to be watched.
+  int awaited() const;
 
   /// How many frames next() has delivered.
   std::uint64_t numFrames() const { return numFrames_; }
@@ -63,6 +71,7 @@ class Capture {
   };
 
   std::unique_ptr< pcap, Closer > handle_;
+  int waitsAt_ = -1;  // a pipe or the like that is watched
   CapturedFrame frame_;
   std::uint64_t numFrames_ = 0;
 };

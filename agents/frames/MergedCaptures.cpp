@@ -4,33 +4,44 @@
 
 namespace Frames {
 
-MergedCaptures::MergedCaptures( std::vector< std::string > const & paths, OnStopped onStopped )
-    : onStopped_( std::move( onStopped ) ), heads_( paths.size() ), taken_( paths.size() ) {
+MergedCaptures::MergedCaptures( std::vector< std::string > const & paths, OnStopped onStopped,
+                                Capture::Opening opening )
+    : onStopped_( std::move( onStopped ) ), heads_( paths.size() ) {
   for( std::size_t i = 0; i < paths.size(); ++i ) {
     try {
-      heads_[i].capture = std::make_unique< Capture >( paths[i] );
+      heads_[i].capture = std::make_unique< Capture >( paths[i], opening );
+      toAdvance_.push_back( i );
     } catch( CaptureException const & e ) {
-      // This capture alone is lost: what the others hold is still worth a table.
+      // This capture alone is lost: what the others hold is still worth reading.
       onStopped_( i, e.what(), 0 );
-      continue;
     }
-    advance( i );
   }
 }
 
 MergedCaptures::Taken MergedCaptures::next() {
-  if( taken_ < heads_.size() )
-    advance( taken_ );
-  taken_ = heads_.size();
+  for( std::size_t const i : toAdvance_ )
+    advance( i );
+  toAdvance_.clear();
 
   // Ports are a few dozen at most, so looking at every head is as fast as keeping them in a heap.
   // The first of equal heads wins.
+  std::size_t taken = heads_.size();
   for( std::size_t i = 0; i < heads_.size(); ++i ) {
     if( heads_[i].frame &&
-        ( taken_ == heads_.size() || heads_[i].frame->time < heads_[taken_].frame->time ) )
-      taken_ = i;
+        ( taken == heads_.size() || heads_[i].frame->time < heads_[taken].frame->time ) )
+      taken = i;
   }
-  return taken_ == heads_.size() ? Taken{} : Taken{ taken_, heads_[taken_].frame };
+  if( taken == heads_.size() )
+    return {};
+  toAdvance_.push_back( taken );
+  return { taken, heads_[taken].frame };
+}
+
+int MergedCaptures::awaited() const {
+  for( std::size_t const i : toAdvance_ )
+    if( int const awaited = heads_[i].capture->awaited(); awaited >= 0 )
+      return awaited;
+  return -1;
 }
 
 void MergedCaptures::advance( std::size_t index ) {

@@ -23,8 +23,9 @@ class MergedCaptures {
   using OnStopped = std::function< void( std::size_t capture, std::string const & why,
                                          std::uint64_t numFrames ) >;
 
-  /// Opens all the files and reads the first frame of each.
-  MergedCaptures( std::vector< std::string > const & paths, OnStopped onStopped );
+  /// Opens all the files.
+  MergedCaptures( std::vector< std::string > const & paths, OnStopped onStopped,
+                  Capture::Opening opening = Capture::plain );
 
   /// A frame and the place of its capture in the list.
   struct Taken {
@@ -34,6 +35,9 @@ class MergedCaptures {
 
   /// The earliest frame that was not taken yet. Its bytes hold until the next call.
   Taken next();
+
+  /// What next() may have to wait for now; -1 when it need not. Of captures opened to be watched.
+  int awaited() const;
 
  private:
   struct Head {
@@ -45,8 +49,9 @@ class MergedCaptures {
 
   OnStopped const onStopped_;
   std::vector< Head > heads_;
-  std::size_t
-      taken_;  // whose frame next() delivered last: it is replaced when the next one is asked for
+  /// Whose next frame is read when one is asked for: all of them at first, then the one that was
+  /// taken last.
+  std::vector< std::size_t > toAdvance_;
 };
 
 }  // namespace Frames

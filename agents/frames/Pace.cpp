@@ -4,9 +4,14 @@
 
 namespace Frames {
 
+namespace {
+
+constexpr Koi::Seconds longestWait = 0.1;
+
+}  // namespace
+
 bool Pace::isDue( CaptureTime const & time ) {
   constexpr unsigned framesBetweenLooks = 256;  // a look costs more than a frame
-  constexpr Koi::Seconds longestWait = 0.1;
   double const at = time.asSeconds();
   if( !hasBegun_ ) {
     hasBegun_ = true;
@@ -20,6 +25,16 @@ bool Pace::isDue( CaptureTime const & time ) {
   else if( ++numUnwatched_ % framesBetweenLooks == 0 )
     activity_.runFor( 0 );
   return wait <= longestWait;
+}
+
+bool Pace::isReady( MergedCaptures const & captures ) {
+  int const awaited = captures.awaited();
+  if( awaited < 0 )
+    return true;
+  Koi::DescriptorWatch const watch( &activity_, awaited, Koi::DescriptorWatch::readable,
+                                    [this] { activity_.stop(); } );
+  activity_.runFor( longestWait );
+  return captures.awaited() < 0;
 }
 
 }  // namespace Frames

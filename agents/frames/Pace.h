@@ -1,10 +1,10 @@
 // Pace.h: lets captured frames come as they came then, or so many times faster. One thread, that of
-// the activity, which runs while it waits.
+// the activity, which runs while it waits, be it for a frame's time or for who writes into a pipe.
 #pragma once
 
 #include <koi/Activity.h>
 
-#include "Capture.h"
+#include "MergedCaptures.h"
 
 namespace Frames {
 
@@ -16,6 +16,10 @@ class Pace {
   /// Whether a frame of that time is due; when not, the activity has run for a tenth of a second,
   /// or until it is. The first is due at once; one from before another that has come is, too.
   bool isDue( CaptureTime const & time );
+
+  /// Whether the captures, opened to be watched, can be read on without waiting; when not, the
+  /// activity has run for a tenth of a second, or until they can.
+  bool isReady( MergedCaptures const & captures );
 
  private:
   Koi::Activity & activity_;

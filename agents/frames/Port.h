@@ -36,29 +36,30 @@ class Port {
 
   /// What becomes of a frame of these captured bytes.
   Admission admissionOf( std::span< Koi::U8 const > frame ) {
-    if( isStale_ ) [[unlikely]]
-      readRules();
-    if( !bridges_ ) [[unlikely]]
-      return { 0, NotLearned::notBridging };
-    auto const tag = tagOf( frame, tagType_ );
-    if( !tag )
-      return { 0, NotLearned::tooShort };
-    if( ( dropped_ >> tag->format & 1 ) != 0 )
-      return { 0, NotLearned::tagFormat };
-    Koi::U16 vlan = ignoresTags_ ? Koi::U16{ 0 } : tag->vid;
-    if( vlan == reserved )
-      return { 0, NotLearned::reservedVlan };
-    if( vlan == 0 && ( vlan = nativeVlan_ ) == 0 )
-      return { 0, NotLearned::noNativeVlan };
+    auto const [vlan, why] = claimOf( frame );
+    if( vlan == 0 )
+      return { 0, why };
     Koi::U8 const verdict = verdictIn( vlan );
     if( verdict != learns )
-      return { 0, static_cast< NotLearned >( verdict - firstReason ) };
+      return { 0, reasonOf( verdict ) };
     AddressNumber const source = sourceOf( frame );
     if( isGroup( source ) )
       return { 0, NotLearned::groupSource };
     if( source == 0 )
       return { 0, NotLearned::zeroSource };
     return { vlan, {}, source };
+  }
+
+  /// The VLAN that the port takes a frame of these captured bytes into, learned from or not; 0: it
+  /// drops the frame.
+  Koi::U16 vlanOf( std::span< Koi::U8 const > frame ) {
+    Koi::U16 const vlan = claimOf( frame ).vlan;
+    if( vlan == 0 )
+      return 0;
+    Koi::U8 const verdict = verdictIn( vlan );
+    bool const isTaken = verdict == learns || reasonOf( verdict ) == NotLearned::portLearnsNot ||
+                         reasonOf( verdict ) == NotLearned::vlanLearnsNot;
+    return isTaken ? vlan : Koi::U16{ 0 };
   }
 
   /// Whether the port carries the frames of that VLAN in, be it learned from them or not.
@@ -73,6 +74,32 @@ class Port {
   static constexpr Koi::U16 reserved = 4095;
   enum Verdict : Koi::U8 { unread, learns, firstReason };  // and from there on the reasons
 
+  /// The VLAN that a frame says it is of, whether the port carries that or not; 0: none, and why.
+  struct Claim {
+    Koi::U16 vlan = 0;
+    NotLearned why{};
+  };
+  Claim claimOf( std::span< Koi::U8 const > frame ) {
+    if( isStale_ ) [[unlikely]]
+      readRules();
+    if( !bridges_ ) [[unlikely]]
+      return { 0, NotLearned::notBridging };
+    auto const tag = tagOf( frame, tagType_ );
+    if( !tag )
+      return { 0, NotLearned::tooShort };
+    if( ( dropped_ >> tag->format & 1 ) != 0 )
+      return { 0, NotLearned::tagFormat };
+    Koi::U16 vlan = ignoresTags_ ? Koi::U16{ 0 } : tag->vid;
+    if( vlan == reserved )
+      return { 0, NotLearned::reservedVlan };
+    if( vlan == 0 && ( vlan = nativeVlan_ ) == 0 )
+      return { 0, NotLearned::noNativeVlan };
+    return { vlan };
+  }
+
+  static NotLearned reasonOf( Koi::U8 verdict ) {
+    return static_cast< NotLearned >( verdict - firstReason );
+  }
   Koi::U8 verdictIn( Koi::U16 vlan ) {
     Koi::U8 & verdict = verdicts_[vlan];
     if( verdict == unread ) [[unlikely]]

@@ -1,7 +1,7 @@
 // Options.h: the command line of the program.
 #pragma once
 
-#include <Lumo/Bridging.h>
+#include <frames/PortCaptures.h>
 
 #include <optional>
 #include <string>
@@ -9,12 +9,7 @@
 
 namespace Learn {
 
-/// One --capture: the frames of a file come in on a port.
-struct PortCapture {
-  Wirex::IntfId intf;
-  std::string path;                              // "-" is standard input
-  std::optional< Bridging::VlanId > nativeVlan;  // --native
-};
+using namespace Frames;
 
 struct Options {
   std::vector< PortCapture > captures;  // as named; no port twice

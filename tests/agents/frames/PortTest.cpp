@@ -31,10 +31,15 @@ TEST_P( FramesOfAPort, belongToTheirVlanOrTeachNothing ) {
   GetParam().configure( bridge );
   Port port( intf( "eth1" ), bridge.config, bridge.topology );
   auto const got = port.admissionOf( bytesOf( GetParam().frame ) );
-  if( auto const * why = std::get_if< NotLearned >( &GetParam().expected ) ) {
+  auto const * const reason = std::get_if< NotLearned >( &GetParam().expected );
+  bool const isDropped = reason && *reason != NotLearned::portLearnsNot &&
+                         *reason != NotLearned::vlanLearnsNot &&
+                         *reason != NotLearned::groupSource && *reason != NotLearned::zeroSource;
+  EXPECT_EQ( port.vlanOf( bytesOf( GetParam().frame ) ) == 0, isDropped );
+  if( reason ) {
     EXPECT_EQ( got.vlan, 0 );
     EXPECT_EQ( notLearnedTexts[static_cast< unsigned >( got.why )],
-               notLearnedTexts[static_cast< unsigned >( *why )] );
+               notLearnedTexts[static_cast< unsigned >( *reason )] );
     return;
   }
   EXPECT_EQ( got.vlan, std::get< unsigned >( GetParam().expected ) )
