@@ -10,6 +10,7 @@ namespace Lumo {
 /// Adds one to its group, which fills the object when it parses.
 using AddSubcommand = std::unique_ptr< Subcommand >( CLI::App & group );
 
+AddSubcommand showVlanCounters, clearVlanCounters;
 AddSubcommand tableList, tableStat, tableDump, tableVerify, tableFollow;
 AddSubcommand showMac;
 AddSubcommand watchMac;

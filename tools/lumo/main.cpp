@@ -17,8 +17,9 @@ Status failed( Status status, char const * why ) {
 Status run( CLI::App & program, int argc, char ** argv, Output & output ) {
   TypesCommand const types( program );
   CommandGroup const groups[] = {
-      { program, "show", "shows what there is now", { showMac } },
+      { program, "show", "shows what there is now", { showMac, showVlanCounters } },
       { program, "watch", "shows what changes, until it is interrupted", { watchMac } },
+      { program, "clear", "begins anew", { clearVlanCounters } },
       { program,
         "table",
         "looks at tables in shared memory",
