@@ -1,0 +1,112 @@
+// vlan-counters: packet captures in, counters of each VLAN in a table. README.md in this folder
+// says what it counts.
+//
+// Exit status: 0; 2 for a wrong argument, a table that could not be written, a tree that could not
+// be served or a capture that could not be read to its end; 130 when it was interrupted before the
+// captures had ended.
+
+#include <fmt/format.h>
+#include <frames/Pace.h>
+#include <koijson/JsonFile.h>
+#include <mem/Kick.h>
+#include <sys/eventfd.h>
+
+#include <csignal>
+
+#include "CounterAgent.h"
+#include "Options.h"
+
+namespace {
+
+constexpr int statusFailed = 2;
+constexpr int statusInterrupted = 128 + SIGINT;
+
+volatile std::sig_atomic_t interrupted = 0;
+int interruptEvent = -1;
+
+void onInterrupt( int ) {
+  interrupted = 1;
+  static_cast< void >( eventfd_write( interruptEvent, 1 ) );
+}
+
+void setSignals() {
+  std::signal( SIGPIPE, SIG_IGN );
+  interruptEvent = eventfd( 0, EFD_CLOEXEC | EFD_NONBLOCK );
+  // No SA_RESTART: the interrupt ends a read that waits for a pipe. A second one ends the program.
+  struct sigaction action {};
+  action.sa_handler = onInterrupt;
+  action.sa_flags = static_cast< int >( SA_RESETHAND );
+  sigaction( SIGINT, &action, nullptr );
+  sigaction( SIGTERM, &action, nullptr );
+}
+
+int failed( std::string const & why ) {
+  fmt::print( stderr, "vlan-counters: {}\n", why );
+  return statusFailed;
+}
+
+int run( VlanCounters::Options const & options ) {
+  auto const config = Bridging::configFactory( Koi::Name( "config" ) );
+  if( !options.configPath.empty() )
+    Koi::entityFromJsonFile( *config, options.configPath );
+  Frames::applyNativeVlans( options.captures, *config );
+
+  Koi::Activity * const activity = Koi::defaultActivity();
+  Mem::RootPath const root = options.root.empty() ? Mem::RootPath() : Mem::RootPath( options.root );
+  VlanCounters::CounterAgent agent( activity, root, options.interval, config );
+  Koi::DescriptorWatch const stopping( activity, interruptEvent, Koi::DescriptorWatch::readable,
+                                       [&] { activity->stop(); } );
+
+  bool isSound = true, hasEnded = false;
+  std::vector< std::string > paths;
+  std::vector< Frames::Port * > ports;
+  for( auto const & capture : options.captures ) {
+    paths.push_back( capture.path );
+    ports.push_back( &agent.port( capture.intf ) );
+  }
+  Frames::MergedCaptures captures(
+      paths,
+      [&]( std::size_t capture, std::string const & why, Koi::U64 numFrames ) {
+        if( interrupted )
+          return;
+        failed( fmt::format( "{}: {} (after {} frames)",
+                             paths[capture] == "-" ? "standard input" : paths[capture], why,
+                             numFrames ) );
+        isSound = false;
+      },
+      Frames::Capture::watched );
+  Frames::Pace pace( *activity, options.pace );
+  while( !interrupted && !hasEnded ) {
+    if( !pace.isReady( captures ) )
+      continue;
+    auto const [capture, frame] = captures.next();
+    hasEnded = !frame;
+    while( frame && !interrupted && !pace.isDue( frame->time ) ) {
+    }
+    if( frame )
+      agent.frameIs( *ports[capture], *frame );
+  }
+  isSound = agent.refresh() && isSound;
+  if( interrupted )
+    return statusInterrupted;
+  fmt::print( "{} frames counted, {} dropped by their ports; counters of {} VLANs\n",
+              agent.counts().numFrames(), agent.numDropped(), agent.counts().numVlans() );
+  std::fflush( stdout );
+  if( options.serve )
+    activity->run();
+  return isSound ? 0 : statusFailed;
+}
+
+}  // namespace
+
+int main( int argc, char ** argv ) {
+  VlanCounters::Options options;
+  if( auto const status = VlanCounters::readCommandLine( argc, argv, options ) )
+    return *status;
+  setSignals();
+  try {
+    return run( options );
+  } catch( std::runtime_error const & e ) {  // no room, another writer, a wrong configuration
+    return failed( e.what() );
+  }
+}
