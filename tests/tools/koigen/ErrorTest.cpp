@@ -311,9 +311,9 @@ INSTANTIATE_TEST_SUITE_P( InEntitiesAndReactors, Errors, testing::Values(
   Case{ TABLE "table t[ Vlan ] : Row; /// d\n  attr tControl : u8;" END,
         "57:8: 'tControl' and 't' would both generate 'tControl'" },
   Case{ TABLE "table t[ Vlan ] : Row; /// d\n}\n/// d\nreactor R {\n  start a;\n"
-        "  watch e : E { /// d\n    onT( Vlan );\n    onT;\n  }" END, "" },
+        "  watch e : E { /// d\n    onT( Vlan );\n    onT;\n  }\n}", "" },
   Case{ TABLE "table t[ Vlan ] : Row; /// d\n}\n/// d\nreactor R {\n  start a;\n"
-        "  watch e : E { /// d\n    onT( Tag );\n  }" END,
+        "  watch e : E { /// d\n    onT( Tag );\n  }\n}",
         "62:10: the key of 't' is of type 'N::Vlan'" },
   Case{ "/// d\nreactor R {\n  start a;\n  watch each w[ Vlan ] : Named, not null { /// d\n  }\n}", "" },
   Case{ "/// d\nreactor R {\n}", "51:9: 'R' has no start handler" },
