@@ -5,6 +5,7 @@
 
 #include <koi/EnumType.h>
 
+#include "NumberRange.h"
 #include "Output.h"
 
 namespace Lumo {
@@ -23,13 +24,6 @@ constexpr struct {
               { "peer", Bridging::isEntryTypePeer },
               { "evpn", Bridging::isEntryTypeEvpn },
               { "controller", Bridging::isEntryTypeController } };
-
-std::optional< unsigned > numberOf( std::string_view text ) {
-  unsigned number = 0;
-  auto const end = text.data() + text.size();
-  auto const read = std::from_chars( text.data(), end, number );
-  return read.ec == std::errc() && read.ptr == end ? std::optional( number ) : std::nullopt;
-}
 
 /// Adds an option that takes one or several texts with commas between them, and may be given
 /// several times.
@@ -114,14 +108,9 @@ std::optional< U64 > MacFilter::addressOf( std::string_view text ) {
 }
 
 void MacFilter::addFids( std::string_view text, unsigned low, unsigned high ) {
-  auto const dash = std::min( text.find( '-' ), text.size() );
-  auto const first = numberOf( text.substr( 0, dash ) );
-  auto const last = dash == text.size() ? first : numberOf( text.substr( dash + 1 ) );
-  if( !first || !last || *first > *last || *first < low || *last > high )
-    Koi::throwRangeException( "a number from " + std::to_string( low ) + " to " +
-                              std::to_string( high ) + " was expected, or a range as 20-29" );
+  auto const range = numberRangeOf( text, low, high );
   hasFids_ = true;
-  for( unsigned fid = *first; fid <= *last; ++fid )
+  for( unsigned fid = range.first; fid <= range.last; ++fid )
     fids_.set( fid );
 }
 

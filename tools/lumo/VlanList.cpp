@@ -1,43 +1,30 @@
 #include "VlanList.h"
 
-#include <charconv>
+#include <algorithm>
 
+#include "NumberRange.h"
 #include "Output.h"
 
 namespace Lumo {
-namespace {
 
 using Bridging::VlanId;
 
-/// Reads a number that begins there.
-unsigned vlanAt( char const *& at, char const * end, std::string const & all ) {
-  unsigned number = 0;
-  auto const [stop, error] = std::from_chars( at, end, number );
-  if( error != std::errc() || number < VlanId::koiRange.low || number > VlanId::koiRange.high )
-    throw Failure( wrongUse,
-                   "VLANS '" + all + "': numbers from 1 to 4094 were expected, as in 1,10-20" );
-  at = stop;
-  return number;
-}
-
-}  // namespace
-
 VlanSet vlansOf( std::string const & text ) {
   VlanSet vlans;
-  char const * at = text.data();
-  char const * const end = at + text.size();
-  auto const isAt = [&]( char c ) { return at != end && *at == c && ++at; };
-  do {
-    unsigned const first = vlanAt( at, end, text );
-    unsigned const last = isAt( '-' ) ? vlanAt( at, end, text ) : first;
-    if( last < first )
-      throw Failure( wrongUse, "VLANS '" + text + "': " + std::to_string( first ) + "-" +
-                                   std::to_string( last ) + " goes backwards" );
-    for( unsigned vlan = first; vlan <= last; ++vlan )
-      vlans.insert( VlanId( vlan ) );
-  } while( isAt( ',' ) );
-  if( at != end )
-    throw Failure( wrongUse, "VLANS '" + text + "': a comma was expected before '" + at + "'" );
+  std::string_view rest = text;
+  for( bool isLast = false; !isLast; ) {
+    auto const comma = std::min( rest.find( ',' ), rest.size() );
+    isLast = comma == rest.size();
+    try {
+      auto const range =
+          numberRangeOf( rest.substr( 0, comma ), VlanId::koiRange.low, VlanId::koiRange.high );
+      for( unsigned vlan = range.first; vlan <= range.last; ++vlan )
+        vlans.insert( VlanId( static_cast< Koi::U16 >( vlan ) ) );
+    } catch( Koi::RangeException const & e ) {
+      throw Failure( wrongUse, "VLANS '" + text + "': " + e.what() );
+    }
+    rest.remove_prefix( isLast ? comma : comma + 1 );
+  }
   return vlans;
 }
 
