@@ -43,21 +43,31 @@ struct Board {
 };
 
 void arrived( Shared< Board > const & board ) {
-  board->took = std::max< std::int64_t >( 1, now() - board->sent );
+  std::int64_t const when = now();
+  board->took = std::max< std::int64_t >( 1, when - board->sent );
   ++board->numArrived;
 }
 void waitFor( std::atomic< bool > const & isSo ) {
   while( !isSo )
     usleep( 1000 );
 }
+/// Who waits lets others run, or is busy all the while, as who has much to change is.
+enum class Waits { asleep, busily };
+void wait( Waits how, int microseconds ) {
+  if( how == Waits::asleep )
+    usleep( static_cast< useconds_t >( microseconds ) );
+  else
+    for( auto const start = now(); now() - start < 1000 * microseconds; ) {
+    }
+}
 /// Sends once and waits until it has arrived; nanoseconds.
 template< class Send >
-double onceSent( Shared< Board > const & board, Send send ) {
+double onceSent( Shared< Board > const & board, Waits how, Send send ) {
   board->took = 0;
   board->sent = now();
   send();
   while( board->took == 0 )
-    usleep( 50 );
+    wait( how, how == Waits::asleep ? 50 : 1 );
   return static_cast< double >( board->took );
 }
 
@@ -80,12 +90,34 @@ class RawKick {
   ~RawKick() { close( event_ ); }
 
   double sent() {
-    return onceSent( board, [&] { eventfd_write( event_, 1 ); } );
+    return onceSent( board, Waits::asleep, [&] { eventfd_write( event_, 1 ); } );
   }
 
  private:
   Shared< Board > board;
   int const event_;
+  Child const reader_;
+};
+
+/// One word that who is awake looks at all the time: nothing is sooner.
+class RawWord {
+ public:
+  RawWord()
+      : reader_( [this] {
+          for( std::uint64_t known = 0;; ) {
+            std::uint64_t const now = *word_.operator->();
+            if( std::exchange( known, now ) != now )
+              arrived( board_ );
+          }
+        } ) {}
+
+  double sent( Waits how ) {
+    return onceSent( board_, how, [&] { ++*word_.operator->(); } );
+  }
+
+ private:
+  Shared< Board > board_;
+  Shared< std::atomic< std::uint64_t > > word_;
   Child const reader_;
 };
 
@@ -105,8 +137,8 @@ class Table {
     settle();
   }
 
-  double sent() {
-    return onceSent( board_, [&] { writer_.write( recordOf( keyOf( 0 ), ++version_ ) ); } );
+  double sent( Waits how ) {
+    return onceSent( board_, how, [&] { writer_.write( recordOf( keyOf( 0 ), ++version_ ) ); } );
   }
   struct Burst {
     double millionsASecond, kicksAChange;
@@ -213,7 +245,7 @@ int run( std::filesystem::path const & folder, std::size_t numEntries, int round
 #endif
     for( int round = 0; round < rounds; ++round ) {
       usleep( 2000 );
-      kicked.push_back( asleep.sent() );
+      kicked.push_back( asleep.sent( Waits::asleep ) );
       usleep( 2000 );
       raw.push_back( kick.sent() );
 #ifdef LUMO_BENCH_REDIS
@@ -228,15 +260,29 @@ int run( std::filesystem::path const & folder, std::size_t numEntries, int round
     printed( "kick, one way", kick, "us", "redis pub/sub", medianOf( published ) / 1e3, 0.5,
              false );
   {
-    Table awake( root, "awake", 1000, true );
-    auto const before = awake.numKicks();
-    for( int round = 0; round < rounds; ++round ) {
-      usleep( 200 );
-      seen.push_back( awake.sent() );
+    std::vector< double > polled;
+    auto const measure = [&]( auto & one, std::vector< double > & all ) {
+      for( int round = 0; round < rounds; ++round ) {
+        wait( Waits::busily, 20 + round % 64 );
+        all.push_back( one.sent( Waits::busily ) );
+      }
+    };
+    // In turns, not at once: both readers keep a core busy.
+    constexpr char const * names[] = { "awake1", "awake2", "awake3" };
+    std::uint64_t numKicks = 0;
+    for( char const * const name : names ) {
+      Table awake( root, name, 1000, true );
+      auto const before = awake.numKicks();
+      measure( awake, seen );
+      numKicks += awake.numKicks() - before;
+      RawWord word;
+      measure( word, polled );
     }
-    printed( "seen by who is awake", medianOf( seen ) / 1e3, "us", "a microsecond", 1, 1, false );
-    printed( "kicks for that", static_cast< double >( awake.numKicks() - before ), "", "none", 1, 0,
-             false );
+    double const us = medianOf( seen ) / 1e3, bare = medianOf( polled ) / 1e3;
+    printed( "seen by who is awake", us, "us", "a microsecond", 1, 1, false );
+    std::printf( "%-28s %10.2f us   %8.2f of a word that is polled\n", "seen by who is awake", us,
+                 us / bare );
+    printed( "kicks for that", static_cast< double >( numKicks ), "", "none", 1, 0, false );
   }
   Table large( root, "large", numEntries, false );
   std::vector< double > rates, kicks, channelRates, ratios;

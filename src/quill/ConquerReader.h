@@ -77,7 +77,7 @@ class ConquerReader {
     if( pos_ > now.end )
       corrupt( "ConquerReader::doConquer() unexpected position in " + name( now.id ) + ":" +
                std::to_string( pos_ ) );
-    std::array< Entry, mostAtOnce > some;
+    std::array< Entry, mostAtOnce > some;  // as many as there are, and no more, are filled
     U32 const count = std::min( { sample, now.end - pos_, mostAtOnce } );
     for( U32 i = 0; i < count; ++i )
       some[i] = entry( now.id, pos_ + i );
@@ -115,8 +115,8 @@ class ConquerReader {
   static constexpr U32 mostAttempts = 1000000;
 
   struct Entry {
-    U64 sequence = 0;
-    U32 slot = noIndex;
+    U64 sequence;
+    U32 slot;
   };
   /// One file while it is current: from one rewriting to the next.
   struct Turn {

@@ -16,6 +16,7 @@
 #include <mem/CorruptionFile.h>
 #include <mem/ReaderKickSm.h>
 #include <quill/AttachedReader.h>
+#include <quill/PendingKeys.h>
 #include <quill/QuillType.h>
 #include <quill/ShadowEngine.h>
 #include <quill/TableMounter.h>
@@ -129,9 +130,12 @@ class QuillShadow {
   /// thread takes all of a core. Other handlers run every `wakefulTime`.
   void staysAwakeIs( bool staysAwake ) {
     staysAwake_ = staysAwake;
-    goOn();
+    if( isAttached() )
+      look_.delayIs( 0 );
   }
   static constexpr std::chrono::microseconds wakefulTime{ 100 };
+  /// So many looks at the queue between two at the clock.
+  static constexpr U32 looksAtOnce = 16;
 
   void yieldTimeIs( Koi::Seconds yieldTime ) {
     trace_.trace( 5, "QuillShadow()::yieldTimeIs() yieldTime:", yieldTime );
@@ -217,24 +221,19 @@ class QuillShadow {
     if( !isAttached() )
       return;
     kick_.awaken();
-    bool isDone = false;
-    try {
-      isDone = work();
-    } catch( Rova::CorruptionDetectedException const & e ) {
-      return corruptionDetected( e.what() );
-    } catch( Rova::MemoryResourceException const & e ) {
-      trace_.trace( 0, "QuillShadow: ", e.what() );
-      return detach();
-    } catch( ReaderStarvedException const & e ) {
-      trace_.trace( 0, "QuillShadow: ", e.what() );
-    }
-    if( !isAttached() )
-      return;  // a handler met corruption
-    if( isDone && staysAwake_ ) {
+    bool isDone = worksSafely();
+    if( staysAwake_ ) {
+      // What comes meanwhile is taken here: a turn of the activity takes longer than all the rest.
       auto const end = Engine::Clock::now() + wakefulTime;
-      while( !engine_->queue().isBehind() && Engine::Clock::now() < end ) {
+      bool isInTime = true;
+      for( U32 looks = 1; isAttached() && isDone && isInTime; ++looks ) {
+        bool const isBehind = engine_->queue().isBehind();
+        if( isBehind )
+          isDone = worksSafely();
+        if( isBehind || looks % looksAtOnce == 0 )
+          isInTime = Engine::Clock::now() < end;
       }
-    } else if( isDone ) {
+    } else if( isAttached() && isDone ) {
       kick_.sleep();
       if( !engine_->queue().isBehind() ) {
         if( !kick_.isAttached() )
@@ -243,39 +242,41 @@ class QuillShadow {
       }
       kick_.awaken();
     }
-    look_.delayIs( 0 );
+    if( isAttached() )
+      look_.delayIs( 0 );
+  }
+  /// The same as work(); what it raises detaches, or is for the next time.
+  bool worksSafely() {
+    try {
+      return work();
+    } catch( Rova::CorruptionDetectedException const & e ) {
+      corruptionDetected( e.what() );
+    } catch( Rova::MemoryResourceException const & e ) {
+      trace_.trace( 0, "QuillShadow: ", e.what() );
+      detach();
+    } catch( ReaderStarvedException const & e ) {
+      trace_.trace( 0, "QuillShadow: ", e.what() );
+    }
+    return false;
   }
   /// Until the time is over or there is no more, which it says.
   bool work() {
     auto const end =
         Engine::Clock::now() + std::chrono::duration_cast< typename Engine::Clock::duration >(
                                    std::chrono::duration< double >( yieldTime_ ) );
-    if( !told( end ) )
+    if( !changed_.told( end, handlers_.onKey ) )
       return false;
     bool const wasReady = isReady();
     if( wasReady && std::exchange( tellsAll_, false ) )
       engine_->tellAll();
     bool const isDone = engine_->goOn(
-        end, sample_, [this]( KeyWords< RecordOf > const & key ) { changed_.push_back( key ); } );
+        end, sample_, [this]( KeyWords< RecordOf > const & key ) { changed_.add( key ); } );
     kick_.acknowledgedIs( engine_->sequence() );
     trace_.trace( 8, "ConquerReader::handleAck() minSeq:", engine_->sequence() );
     if( isReady() && !wasReady )
       handlers_.onReady();
-    return told( end ) && isDone && !tellsAll_;
+    return changed_.told( end, handlers_.onKey ) && isDone && !tellsAll_;
   }
-  /// Tells what has changed; false when the time is over before all is told.
-  bool told( typename Engine::Clock::time_point end ) {
-    while( numTold_ < changed_.size() ) {
-      Key const key = RecordOf::key( changed_[numTold_++].word );
-      handlers_.onKey( key );
-      if( numTold_ % 64 == 0 && Engine::Clock::now() >= end )
-        return false;
-    }
-    changed_.clear();
-    numTold_ = 0;
-    return true;
-  }
-
   Ntrace::Handler const trace_;
   Mem::RootPath const root_;
   std::string const name_;
@@ -286,8 +287,7 @@ class QuillShadow {
   bool tellsAll_ = false;  // when it works next
   std::unique_ptr< Mem::TableDir > dir_;
   std::unique_ptr< Engine > engine_;
-  std::vector< KeyWords< RecordOf > > changed_;  // and not told yet, from numTold_ on
-  std::size_t numTold_ = 0;
+  PendingKeys< RecordOf > changed_;
   U64 numAttached_ = 0;
   Mem::ReaderKickSm kick_;
   Koi::Timer look_;

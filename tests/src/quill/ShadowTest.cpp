@@ -157,6 +157,26 @@ TEST( Shadow, looksNowAndThenWhereNobodyKicks ) {
   EXPECT_TRUE( runUntil( *activity, [&] { return keys.known == contentOf( shm.root() ); } ) );
 }
 
+TEST( Shadow, costsNoKickAsLongAsItStaysAwake ) {
+  ShmRoot const shm;
+  auto const activity = Koi::activityFactory();
+  ProofWriter writer( shm.root(), "table", kicking( activity.ptr() ), quiet );
+  ValueFollower values( activity.ptr(), shm.root() );
+  values.shadow.staysAwakeIs( true );
+  ASSERT_TRUE( runUntil( *activity, [&] { return values.isReady && values.shadow.isKicked(); } ) );
+  auto const kicks = writer.kicks()->numKicks();
+  for( U32 i = 0; i < 100; ++i ) {
+    writer.write( ProofValue::of( i, 1 ) );
+    ASSERT_TRUE( runUntil( *activity, [&] { return values.numTold == i + 1; } ) );
+  }
+  EXPECT_EQ( writer.kicks()->numKicks(), kicks );
+  values.shadow.staysAwakeIs( false );
+  ASSERT_TRUE( runUntil( *activity, [&] {
+    writer.write( ProofValue::of( 1, 1 + values.numTold ) );
+    return writer.kicks()->numKicks() > kicks;
+  } ) );
+}
+
 TEST( Shadow, corruptionDetachesAndIsReportedToTheWriter ) {
   ShmRoot const shm;
   auto const activity = Koi::activityFactory();
