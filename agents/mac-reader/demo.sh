@@ -7,10 +7,10 @@
 # followed LEARN MAC-READER CAPTURE: shows what each reader saw; false when one saw another table than the learner, or
 # an entry go.
 followed() (
-  learn=$1 reader=$2 capture=$3 modes=(direct keyshadow shadow status)
+  publisher=$1 follower=$2 capture=$3 modes=(direct keyshadow shadow status)
   root=$( mktemp -d /dev/shm/lumo-run.XXXXXX )
   pids=()
-  # shellcheck disable=SC2329   # by trap
+  # shellcheck disable=SC2317   # called by trap
   ended() {
     [ "${#pids[@]}" -eq 0 ] || kill -KILL "${pids[@]}" 2> /dev/null || true
     rm -rf "$root"
@@ -20,10 +20,10 @@ followed() (
   exec 3>&2 2> /dev/null
 
   # entries: how many there are in the table now.
-  entries() { "$reader" --root "$root" --mode direct --for 0.1 --json | grep -c '"address"' || true; }
+  entries() { "$follower" --root "$root" --mode direct --for 0.1 --json | grep -c '"address"' || true; }
   # learning: reads the capture some hundred times faster than it came, in the background.
   learning() {
-    "$learn" --root "$root" --table quillFdbStatus --capture "eth1=$capture" --aging 0 --pace 900 > "$root/learner" &
+    "$publisher" --root "$root" --table quillFdbStatus --capture "eth1=$capture" --aging 0 --pace 900 > "$root/learner" &
     learner=$!
   }
 
@@ -31,12 +31,13 @@ followed() (
   echo "killed (SIGKILL) in the middle of the capture, and started again:"
   echo
   for mode in "${modes[@]}"; do
-    "$reader" --root "$root" --mode "$mode" > "$root/$mode" &
+    "$follower" --root "$root" --mode "$mode" > "$root/$mode" &
     pids+=( $! )
   done
   learning
   for (( i = 0; i < 100 && $( entries ) < 5; ++i )); do :; done
-  kill -KILL "$learner" && wait "$learner" || true
+  kill -KILL "$learner" || true
+  wait "$learner" || true
   echo "Killed when the table had $( entries ) hosts."
   learning
   wait "$learner" || { echo "The learner failed." >&3; exit 1; }

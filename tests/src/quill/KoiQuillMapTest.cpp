@@ -11,13 +11,12 @@
 #include <unistd.h>
 
 #include <Lumo/QuillBridging.h>
-#include <koi/Activity.h>
 #include <mem/Rova.h>
 #include <quill/EntityManager.h>
 #include <quill/PrivateTable.h>
 
 #include "support/Refusal.h"
-#include "support/ShmRoot.h"
+#include "support/TableFixture.h"
 
 using namespace Tests;
 using Bridging::Fid;
@@ -45,25 +44,13 @@ struct Watcher : Status::NotifieeConst {
   std::vector< HostKey > told;
 };
 
-struct TableOfEntity : testing::Test {
+struct TableOfEntity : testing::Test, TableFixture {
   TableOfEntity() {
     setenv( "LUMO_SHM_ROOT", shm.path().c_str(), 1 );
     watcher.notifierIs( status.ptr() );
   }
   ~TableOfEntity() override { unsetenv( "LUMO_SHM_ROOT" ); }
 
-  Quill::QuillParameters parameters() const {
-    Quill::QuillParameters p;
-    p.activity = activity.ptr();
-    p.root = shm.root();
-    return p;
-  }
-  template< class Condition >
-  bool runUntil( Condition isSo ) {
-    for( int i = 0; i < 30000 && !isSo(); ++i )
-      activity->runFor( 0.001 );
-    return isSo();
-  }
   std::set< std::string > tables() const {
     std::set< std::string > names;
     for( auto const & at : std::filesystem::directory_iterator( shm.path() ) )
@@ -72,8 +59,6 @@ struct TableOfEntity : testing::Test {
     return names;
   }
 
-  ShmRoot const shm;
-  Koi::Ptr< Koi::Activity > const activity = Koi::activityFactory();
   Koi::Ptr< Status > const status = Quill::Bridging::statusFactory( Koi::Name( "bridge" ) );
   Watcher watcher;
 };

@@ -5,6 +5,7 @@
 
 #include "ProofValue.h"
 #include "support/Refusal.h"
+#include "support/TableFixture.h"
 
 using namespace Tests;
 using namespace Quill;
@@ -16,19 +17,7 @@ namespace {
 Ntrace::Handler const quiet( -1, {} );
 using Map = QuillMap< ProofValue >;
 
-struct Maps : testing::TestWithParam< QuillType > {
-  QuillParameters parameters() const {
-    QuillParameters p;
-    p.activity = activity.ptr();
-    p.root = shm.root();
-    return p;
-  }
-  template< class Condition >
-  bool runUntil( Condition isSo ) {
-    for( int i = 0; i < 30000 && !isSo(); ++i )
-      activity->runFor( 0.001 );
-    return isSo();
-  }
+struct Maps : testing::TestWithParam< QuillType >, TableFixture {
   static std::set< U32 > keysOf( Map & map ) {
     std::set< U32 > all;
     ProofValue v;
@@ -37,9 +26,6 @@ struct Maps : testing::TestWithParam< QuillType > {
       EXPECT_TRUE( all.insert( v.number ).second );
     return all;
   }
-
-  ShmRoot shm;
-  Koi::Ptr< Koi::Activity > activity = Koi::activityFactory();
 };
 
 TEST_P( Maps, aReaderFindsWhatTheWriterWrites ) {

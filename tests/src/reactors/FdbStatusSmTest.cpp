@@ -7,14 +7,12 @@
 #include <set>
 
 #include <Lumo/FdbStatusSm.h>
-#include <fcntl.h>
-#include <koi/Activity.h>
 #include <koi/KeysOf.h>
 #include <mem/Rova.h>
 #include <quill/QuillMap.h>
 
 #include "support/Refusal.h"
-#include "support/ShmRoot.h"
+#include "support/TableFixture.h"
 
 using namespace Tests;
 using namespace Bridging;
@@ -58,30 +56,16 @@ struct Gone : FdbStatus::NotifieeConst {
   int count = 0;
 };
 
-struct Mirrors : testing::TestWithParam< QuillType > {
-  Quill::QuillParameters parameters() const {
-    Quill::QuillParameters p;
-    p.activity = activity.ptr();
-    p.root = shm.root();
-    return p;
-  }
+struct Mirrors : testing::TestWithParam< QuillType >, TableFixture {
   Koi::Ptr< Quill::Bridging::Status > table( QuillType mode, U32 size = 1000 ) const {
     auto const status = Quill::Bridging::statusFactory( Koi::Name( "table" ) );
     status->quillFdbStatusControl().init( mode, false, size, parameters() );
     return status;
   }
-  template< class Condition >
-  bool runUntil( Condition isSo ) {
-    for( int i = 0; i < 30000 && !isSo(); ++i )
-      activity->runFor( 0.001 );
-    return isSo();
-  }
   bool runUntilEqual( Status const & a, Status const & b ) {
     return runUntil( [&] { return hostsOf( a ) == hostsOf( b ); } );
   }
 
-  ShmRoot const shm;
-  Koi::Ptr< Koi::Activity > const activity = Koi::activityFactory();
   Koi::Ptr< Status > const source = statusFactory( Koi::Name( "source" ) );
   Koi::Ptr< Status > const target = statusFactory( Koi::Name( "target" ) );
 };
