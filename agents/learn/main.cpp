@@ -101,7 +101,8 @@ int main( int argc, char ** argv ) {
     ports.push_back( &learner.port( capture.intf ) );
   bool sound = true;
   Learn::MergedCaptures captures(
-      paths, [&]( std::size_t capture, std::string const & why, Koi::U64 numFrames ) {
+      paths,
+      [&]( std::size_t capture, std::string const & why, Koi::U64 numFrames ) {
         if( interrupted )
           return;
         progress.erase();
@@ -109,9 +110,13 @@ int main( int argc, char ** argv ) {
         fmt::print( stderr, "learn: {}: {} (after {} frames)\n",
                     path == "-" ? "standard input" : path, why, numFrames );
         sound = false;
-      } );
+      },
+      publishes ? Frames::Capture::watched : Frames::Capture::plain );
   Frames::Pace pace( *activity, options.pace );
   while( !interrupted ) {
+    // Who follows the table is served while a pipe is silent.
+    if( publishes && !pace.isReady( captures ) )
+      continue;
     auto const [capture, frame] = captures.next();
     if( !frame )
       break;
