@@ -1,6 +1,6 @@
 // main.cpp: followBench: how soon and how fast a process learns what another one changes. Ours
-// beside what one would take instead, in turns in one run; who has nothing to say of something is
-// left out of it.
+// beside what one would take instead, in turns in one run; who has nothing to say of something, or
+// is not installed, is left out of it.
 //
 //   followBench [--entries N] [--rounds N]                      default 1,000,000 and 300
 //   followBench [--entries N] --stopped-reader SECONDS          default 100,000
@@ -10,7 +10,7 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
-#include <map>
+#include <optional>
 #include <string>
 
 #include <sys/epoll.h>
@@ -20,6 +20,7 @@
 
 #include "../Setting.h"
 #include "Keeper.h"
+#include "OvsdbChannel.h"
 #include "Quill.h"
 #include "Shared.h"
 #include "StoppedReader.h"
@@ -235,7 +236,13 @@ int run( std::filesystem::path const & folder, std::size_t numEntries, int round
     std::printf( "%-9s %s\n", what.c_str(), value.c_str() );
   std::printf( "%zu entries of 32 bytes, %d rounds, medians\n\n", numEntries, rounds );
   Mem::RootPath const root( folder.string() );
-  std::vector< double > kicked, raw, seen, published;
+  std::optional< OvsdbChannel > ovsdb;
+  try {
+    ovsdb.emplace( folder );
+  } catch( Unavailable const & why ) {
+    std::printf( "left out: %s\n", why.what() );
+  }
+  std::vector< double > kicked, raw, seen, published, monitored;
   {
     Table asleep( root, "asleep", 1000, false );
     RawKick kick;
@@ -252,12 +259,19 @@ int run( std::filesystem::path const & folder, std::size_t numEntries, int round
       usleep( 2000 );
       published.push_back( channel.sent() );
 #endif
+      if( ovsdb ) {
+        usleep( 2000 );
+        monitored.push_back( ovsdb->sent() );
+      }
     }
   }
   double const kick = medianOf( kicked ) / 1e3;
   printed( "kick, one way", kick, "us", "an eventfd and epoll", medianOf( raw ) / 1e3, 1.3, false );
   if( !published.empty() )
     printed( "kick, one way", kick, "us", "redis pub/sub", medianOf( published ) / 1e3, 0.5,
+             false );
+  if( ovsdb )
+    printed( "kick, one way", kick, "us", "an OVSDB monitor", medianOf( monitored ) / 1e3, 0.15,
              false );
   {
     std::vector< double > polled;
@@ -285,7 +299,7 @@ int run( std::filesystem::path const & folder, std::size_t numEntries, int round
     printed( "kicks for that", static_cast< double >( numKicks ), "", "none", 1, 0, false );
   }
   Table large( root, "large", numEntries, false );
-  std::vector< double > rates, kicks, channelRates, ratios;
+  std::vector< double > rates, kicks, channelRates, monitorRates, ratios;
   for( int round = 0; round < 5; ++round ) {
     large.settle();
     auto const burst = large.burst( numEntries );
@@ -298,11 +312,16 @@ int run( std::filesystem::path const & folder, std::size_t numEntries, int round
     RedisChannel channel( server.socket() );
     channelRates.push_back( channel.burst( numEntries ) );
 #endif
+    if( ovsdb )
+      monitorRates.push_back( ovsdb->burst( 19'200 ) );
   }
   double const rate = medianOf( rates );
   printed( "burst, million changes", rate, "/s", "a million a second", 1, 2.5, true );
   if( !channelRates.empty() )
     printed( "burst, million changes", rate, "/s", "redis pub/sub", medianOf( channelRates ), 4,
+             true );
+  if( ovsdb )
+    printed( "burst, million changes", rate, "/s", "an OVSDB monitor", medianOf( monitorRates ), 60,
              true );
   printed( "kicks for a change", medianOf( kicks ), "", "one", 1, 0.02, false );
   printed( "a copy of all", medianOf( ratios ), "", "memcpy to fresh pages", 1, 1.6, false );

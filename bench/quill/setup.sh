@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# setup.sh: installs what quillBench is compared with, and what plot.py draws with. Configure again
-# after it. Without it quillBench is built with those peers that are there.
+# setup.sh: installs what quillBench and followBench are compared with, and what plot.py draws with.
+# Configure again after it. Without it they have those peers that are there.
 set -euo pipefail
 cd "$( dirname "${BASH_SOURCE[0]}" )/../.."
 . cmake/setup.sh
 
 needPackages "${packagesRun[@]}" pkg-config \
   libabsl-dev libdpdk-dev libck-dev liburcu-dev liblmdb-dev \
-  libhiredis-dev redis-server python3-matplotlib
+  libhiredis-dev redis-server openvswitch-switch python3-matplotlib

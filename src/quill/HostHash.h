@@ -2,20 +2,25 @@
 // table's seed, exclusive-or its filtering database. Pure functions; any thread.
 #pragma once
 
-#include <Lumo/Bridging.h>
 #include <quill/Record.h>
 
-namespace Quill {
+namespace Bridging {
+class HostKey;
+}
 
+// It is declared before its key is: the header that has the key has tables of it, too.
 template<>
-struct BucketHash< ::Bridging::HostKey > {
-  static U32 of( ::Bridging::HostKey const & key, U32 seed ) {
-    auto const bytes = key.addr().bytes();
-    Koi::HashStream stream( seed );
-    stream.block( bytes[0] | bytes[1] << 8 | bytes[2] << 16 | U32{ bytes[3] } << 24 );
-    stream.narrow( static_cast< U32 >( bytes[4] | bytes[5] << 8 ), 2 );
-    return stream.finish() ^ key.fid().value();
-  }
+struct Quill::BucketHash< ::Bridging::HostKey > {
+  static Koi::U32 of( ::Bridging::HostKey const & key, Koi::U32 seed );
 };
 
-}  // namespace Quill
+#include <Lumo/Bridging.h>
+
+inline Koi::U32 Quill::BucketHash< ::Bridging::HostKey >::of( ::Bridging::HostKey const & key,
+                                                              Koi::U32 seed ) {
+  auto const bytes = key.addr().bytes();
+  Koi::HashStream stream( seed );
+  stream.block( bytes[0] | bytes[1] << 8 | bytes[2] << 16 | Koi::U32{ bytes[3] } << 24 );
+  stream.narrow( static_cast< Koi::U32 >( bytes[4] | bytes[5] << 8 ), 2 );
+  return stream.finish() ^ key.fid().value();
+}

@@ -228,6 +228,14 @@ struct Shared {
   _exit( 0 );
 }
 
+/// Follows until it is killed.
+[[noreturn]] void follows( Mem::RootPath const & root ) {
+  auto const activity = Koi::activityFactory();
+  ValueFollower values( activity.ptr(), root );
+  activity->run();
+  _exit( 1 );
+}
+
 TEST( Shadow, convergesBesideWritersThatAreKilled ) {
   char const * const text = std::getenv( "LUMO_ROUNDS" );
   int const rounds = text ? std::atoi( text ) : 200;
@@ -247,12 +255,21 @@ TEST( Shadow, convergesBesideWritersThatAreKilled ) {
     pid_t const child = fork();
     if( child == 0 )
       churns( shm.root(), shared, seed + static_cast< unsigned >( round ) );
-    // A stopped reader, a slow one, one that comes while everything changes.
+    // A slow reader, one that comes while everything changes, one that is stopped or killed.
+    keys.shadow.sampleIs( round % 2 ? KeyFollower::Shadow::defaultSample : 3 );
+    keys.shadow.yieldTimeIs( round % 2 ? KeyFollower::Shadow::defaultYieldTime : 0 );
     if( round % 5 == 0 )
       late = std::make_unique< ValueFollower >( activity.ptr(), shm.root() );
+    pid_t const other = fork();
+    if( other == 0 )
+      follows( shm.root() );
     usleep( random() % 4000 );
+    kill( other, round % 2 ? SIGSTOP : SIGKILL );
+    // Those here are as if they were stopped, every fourth time.
     if( round % 4 )
       activity->runFor( 0.001 * static_cast< double >( random() % 8 ) );
+    kill( other, SIGKILL );
+    waitpid( other, nullptr, 0 );
     if( isKilled )
       kill( child, SIGKILL );
     else
