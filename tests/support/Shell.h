@@ -19,12 +19,13 @@ struct Outcome {
   std::string out, err;
 };
 
+inline std::string contents( SavedFile const & saved ) {
+  std::ifstream file( saved.path(), std::ios::binary );
+  return std::string( std::istreambuf_iterator< char >( file ), {} );
+}
+
 /// Runs a command of the shell, in which "$program" is that program.
 inline Outcome shell( std::string const & program, std::string const & command ) {
-  auto const contents = []( SavedFile const & saved ) {
-    std::ifstream file( saved.path(), std::ios::binary );
-    return std::string( std::istreambuf_iterator< char >( file ), {} );
-  };
   SavedFile const out( "" ), err( "" );
   std::string const whole =
       "program='" + program + "'; { " + command + "; } >" + out.path() + " 2>" + err.path();

@@ -31,6 +31,48 @@ inline Host host( U32 n, U32 moves = 0,
            type };
 }
 
+/// The program beside the test, until it is interrupted.
+class Started {
+ public:
+  Started( std::string const & root, std::string const & arguments ) {
+    std::string const command = "LUMO_SHM_ROOT=" + root + " exec " LUMO_PROGRAM " " + arguments +
+                                " >" + out_.path() + " 2>" + err_.path();
+    child_ = fork();
+    if( child_ == 0 ) {
+      execl( "/bin/sh", "sh", "-c", command.c_str(), nullptr );
+      _exit( 127 );
+    }
+  }
+  ~Started() {
+    if( child_ > 0 )
+      interrupted();
+  }
+  Started( Started const & ) = delete;
+
+  /// Waits until it has printed that; how long depends on who else is at work.
+  void shows( std::string const & text ) const {
+    for( int i = 0; i < 6000; ++i ) {
+      if( ( out() + err() ).find( text ) != std::string::npos )
+        return;
+      usleep( 10000 );
+    }
+    FAIL() << text << " is not in " << out() << err();
+  }
+  std::string out() const { return TestSupport::contents( out_ ); }
+  std::string err() const { return TestSupport::contents( err_ ); }
+  /// Its exit status.
+  int interrupted() {
+    int status = -1;
+    kill( child_, SIGINT );
+    EXPECT_EQ( waitpid( std::exchange( child_, 0 ), &status, 0 ) > 0, true );
+    return WIFEXITED( status ) ? WEXITSTATUS( status ) : -1;
+  }
+
+ private:
+  TestSupport::SavedFile const out_{ "" }, err_{ "" };
+  pid_t child_;
+};
+
 struct HostTables : testing::Test {
   HostWriter writer( char const * name = "mac" ) const {
     auto parameters = proofParameters( 1 << 16 );

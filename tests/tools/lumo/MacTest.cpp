@@ -1,4 +1,8 @@
 // MacTest.cpp: `lumo show mac` and `lumo watch mac` as a user runs them.
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+
 #include <nlohmann/json.hpp>
 
 #include "HostTables.h"
@@ -136,77 +140,74 @@ TEST_F( LumoMac, whatIsRefusedIsNamed ) {
     EXPECT_TRUE( refused( command, 4 ).starts_with( "lumo: quillFdbStatus: corrupt: SlotTable" ) );
 }
 
-/// Each step is seen by itself.
-constexpr unsigned untilSeen = 150000;
-
 TEST_F( LumoMac, changesAreShownWithWhatWas ) {
-  auto const steps = []( HostWriter & w ) {
-    for( Host const & one :
-         { host( 0 ), host( 0, 1 ), host( 0, 1, Bridging::learnedSecureMac ) } ) {
-      w.write( one );
-      usleep( untilSeen );
-    }
-    w.remove( host( 0 ).key() );
-    usleep( untilSeen );
-  };
-  fill( table, 0 );
-  pid_t const child = process( steps, table );
-  auto const text = run( "watch mac --count 6 --for 20" );
-  EXPECT_EQ( text.err, "" );
-  EXPECT_TRUE( text.out.starts_with( "time                         change   VLAN  MAC address" ) );
-  for( char const * line :
-       { "Z  added       1  00:00:5e:00:53:00  learned dynamic  eth1                0  "
-         "1970-01-01T00:00:00.000000Z\n",
-         "Z  moved       1  00:00:5e:00:53:00  learned dynamic  eth1 -> eth2        1  1970",
-         "Z  changed     1  00:00:5e:00:53:00  learned dynamic -> learned secure  eth2   ",
-         "Z  gone        1  00:00:5e:00:53:00  learned secure   eth2                1  1970" } )
-    EXPECT_NE( text.out.find( line ), std::string::npos ) << line << text.out;
+  Started json( shm.path(), "watch mac --json --port eth1" );
+  json.shows( "yet\n" );
+  auto w = writer( table );
+  Started lines( shm.path(), "watch mac --vlan 1" );
+  lines.shows( "moves  last move\n" );
+  w.write( host( 0 ) );
+  lines.shows(
+      "Z  added       1  00:00:5e:00:53:00  learned dynamic  eth1                0  "
+      "1970-01-01T00:00:00.000000Z\n" );
+  // Who began later is not told of what was there.
+  Started late( shm.path(), "watch mac --count 1" );
+  late.shows( "moves  last move\n" );
+  json.shows( "added" );
+  w.write( host( 300 ) );
+  w.write( host( 0, 1 ) );
+  lines.shows(
+      "Z  moved       1  00:00:5e:00:53:00  learned dynamic  eth1 -> eth2        1  1970" );
+  json.shows( "moved" );
+  w.write( host( 0, 1, Bridging::learnedSecureMac ) );
+  lines.shows( "Z  changed     1  00:00:5e:00:53:00  learned dynamic -> learned secure  eth2   " );
+  w.remove( host( 0 ).key() );
+  lines.shows(
+      "Z  gone        1  00:00:5e:00:53:00  learned secure   eth2                1  1970" );
+  EXPECT_EQ( lines.interrupted(), 0 );
+  EXPECT_EQ( json.interrupted(), 0 );
+  late.interrupted();
+  EXPECT_EQ( lines.err(), "" );
+  EXPECT_EQ( std::ranges::count( lines.out(), '\n' ), 5 ) << lines.out();
+  EXPECT_EQ( std::ranges::count( late.out(), '\n' ), 2 ) << late.out();
 
   // What is asked for may be as it was or as it is.
-  auto const json = run( "watch mac --json --count 3 --for 20 --port eth1" );
-  std::istringstream lines( json.out );
-  std::map< std::string, Json > changes;
-  for( std::string line; std::getline( lines, line ); ) {
-    auto const change = Json::parse( line );
-    EXPECT_EQ( change["schema"], "lumo.mac-change/1" );
-    EXPECT_GT( change["time"], 1e9 );
-    changes[change["change"]] = change;
-  }
-  EXPECT_EQ( changes.size(), 2u ) << json.out;
-  EXPECT_FALSE( changes["added"].contains( "was" ) );
-  EXPECT_EQ( changes["moved"]["was"], changes["added"]["entry"] );
-  EXPECT_EQ( changes["moved"]["entry"]["intf"], "eth2" );
-  EXPECT_EQ( run( "watch mac --json --for 0.7 --vlan 2" ).out, "" );
-  end( child );
+  std::istringstream in( json.out() );
+  std::vector< Json > changes;
+  for( std::string line; std::getline( in, line ); )
+    changes.push_back( Json::parse( line ) );
+  ASSERT_EQ( changes.size(), 2u ) << json.out();
+  EXPECT_EQ( changes[0]["schema"], "lumo.mac-change/1" );
+  EXPECT_GT( changes[0]["time"], 1e9 );
+  EXPECT_FALSE( changes[0].contains( "was" ) );
+  EXPECT_EQ( changes[1]["change"], "moved" );
+  EXPECT_EQ( changes[1]["was"], changes[0]["entry"] );
+  EXPECT_EQ( changes[1]["entry"]["intf"], "eth2" );
+  EXPECT_EQ( run( "watch mac --json --for 0.1" ).out, "" );
 }
 
 TEST_F( LumoMac, aTableMayComeAndGoAndComeAgain ) {
-  std::string const dir = shm.path() + "/" + table;
-  pid_t const child = fork();
-  if( child == 0 ) {
-    sleep( 1 );
-    fill( table, 2 );
-    sleep( 1 );
-    std::filesystem::remove_all( dir );
-    sleep( 1 );
-    fill( table, 1 );
-    _exit( 0 );
-  }
-  auto const outcome = run( "watch mac --json --count 3 --for 30" );
-  EXPECT_EQ( waitpid( child, nullptr, 0 ), child );
-  EXPECT_EQ( outcome.err, "lumo: quillFdbStatus: there is no such table below " + shm.path() +
-                              " yet\n"
-                              "lumo: quillFdbStatus: the table is there now\n"
-                              "lumo: quillFdbStatus: the table is gone\n"
-                              "lumo: quillFdbStatus: the table is there now\n" );
-  std::string changes;
-  std::istringstream lines( outcome.out );
-  for( std::string line; std::getline( lines, line ); )
-    changes += Json::parse( line )["change"].get< std::string >() + " ";
-  EXPECT_EQ( changes, "added added gone " );
-  // An interrupt ends it; the root may be missing, too.
-  EXPECT_EQ( run( "watch mac --root /dev/shm/lumo-none & sleep 0.5; kill -INT $!; wait $!" ).status,
-             0 );
+  Started json( shm.path() + "/later", "watch mac --json" );
+  json.shows( "quillFdbStatus: there is no such table below " + shm.path() + "/later yet\n" );
+  std::filesystem::create_directory( shm.path() + "/later" );
+  auto const fillLater = [&]( U32 count ) {
+    HostWriter w( Mem::RootPath( shm.path() + "/later" ), table, proofParameters( 16 ),
+                  quietTrace );
+    for( U32 n = 0; n < count; ++n )
+      w.write( host( n ) );
+  };
+  fillLater( 2 );
+  json.shows( "\"address\": \"00:00:5e:00:53:01\"" );
+  json.shows( "yet\nlumo: quillFdbStatus: the table is there now\n" );
+  fillLater( 3 );  // by another writer
+  json.shows( "\"address\": \"00:00:5e:00:53:02\"" );
+  std::filesystem::remove_all( shm.path() + "/later/" + table );
+  json.shows( "now\nlumo: quillFdbStatus: the table is gone\n" );
+  fillLater( 2 );
+  json.shows( "\"gone\", \"was\": {\"fid\": 1, \"address\": \"00:00:5e:00:53:02\"" );
+  json.shows( "gone\nlumo: quillFdbStatus: the table is there now\n" );
+  EXPECT_EQ( json.interrupted(), 0 );
+  EXPECT_EQ( std::ranges::count( json.out(), '\n' ), 4 ) << json.out();
 }
 
 }  // namespace

@@ -276,7 +276,9 @@ TEST_F( LumoTable, changesAreFollowedAsTheyCome ) {
   EXPECT_EQ( count, 2 );
   end( child );
   // It ends by an interrupt, with what it has shown; and it refuses what is not there.
-  EXPECT_EQ( lumo( "follow mac --all & sleep 0.5; kill -INT $!; wait $!" ).status, 0 );
+  Started follow( shm.path(), "table follow mac --all" );
+  follow.shows( "set" );
+  EXPECT_EQ( follow.interrupted(), 0 );
   EXPECT_EQ( refusal( "follow macs", 3 ), "lumo: there is no table 'macs'; did you mean mac?\n" );
 }
 
