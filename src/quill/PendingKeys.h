@@ -3,7 +3,7 @@
 #pragma once
 
 #include <chrono>
-#include <vector>
+#include <deque>
 
 #include <quill/Record.h>
 
@@ -32,7 +32,7 @@ class PendingKeys {
   }
 
  private:
-  std::vector< KeyWords< R > > keys_;
+  std::deque< KeyWords< R > > keys_;  // which never moves them: that takes as long as they are many
   std::size_t numTold_ = 0;
 };
 
