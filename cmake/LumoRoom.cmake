@@ -38,3 +38,33 @@ function( lumo_models )
     set_property( GLOBAL APPEND PROPERTY LUMO_MODELS "${model}" )
   endforeach()
 endfunction()
+
+# lumo_room_models( ROOM r FOLDER F MODELS a.koi ... [USES room...] [IMPORT dir...] ): the models of a
+# room, whose headers stand in generated-includes/F/ and are public. USES names rooms whose models are
+# used.
+function( lumo_room_models )
+  cmake_parse_arguments( PARSE_ARGV 0 room "" "ROOM;FOLDER" "MODELS;USES;IMPORT" )
+  if( room_UNPARSED_ARGUMENTS OR NOT room_ROOM OR NOT room_FOLDER OR NOT room_MODELS )
+    message( FATAL_ERROR "lumo_room_models() needs ROOM, FOLDER and MODELS; it does not know '${room_UNPARSED_ARGUMENTS}'" )
+  endif()
+  set( asTheyStand "" )
+  if( NOT LUMO_GENERATE )
+    set( asTheyStand TAKE_HEADERS_AS_THEY_STAND )
+  endif()
+  set( headers "${PROJECT_SOURCE_DIR}/generated-includes" )
+  lumo_generate(
+    TARGET ${room_ROOM}
+    MODELS ${room_MODELS}
+    IMPORT ${room_IMPORT}
+    HEADERS "${headers}"
+    INCLUDE_PREFIX ${room_FOLDER}/
+    ${asTheyStand}
+  )
+  foreach( used IN LISTS room_USES )
+    add_dependencies( ${room_ROOM} ${used}-koi )
+  endforeach()
+  lumo_public_headers( ROOT "${headers}" HEADERS ${${room_ROOM}_HEADERS} )
+  lumo_models( ${room_MODELS} )
+  set_property( GLOBAL APPEND PROPERTY LUMO_MODEL_ROOMS ${room_ROOM} )
+  set_property( GLOBAL PROPERTY LUMO_MODEL_FOLDER_${room_ROOM} ${room_FOLDER} )
+endfunction()

@@ -50,7 +50,7 @@ class KOI_PUBLIC AttributeAccess {
     return kind == AttributeKind::child || kind == AttributeKind::children;
   }
 
-  /// The type of a child; null where there are none.
+  /// The type of a child; null where there are none, or they are of any type.
   virtual KoiType const * childType() const { return nullptr; }
   /// Calls f with each child that is there.
   virtual void eachChild( Entity const & entity,

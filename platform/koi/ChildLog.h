@@ -58,6 +58,14 @@ struct ChildArguments {
     } );
     return equal;
   }
+  template< std::size_t skip >
+  static bool areAlike( Child const & a, Child const & b ) {
+    All arguments{};
+    forEach< skip >( [&]( auto const & parameter, auto index ) {
+      std::get< index >( arguments ) = ( b.*parameter.get )();
+    } );
+    return areEqual< skip >( a, arguments );
+  }
 
  private:
   template< std::size_t skip, class F >
@@ -69,6 +77,38 @@ struct ChildArguments {
     }
     ( std::make_index_sequence< count - skip >() );
   }
+};
+
+/// The same of a child that may be of any type: its name, and itself as the log brought it.
+template<>
+struct KOI_PUBLIC ChildArguments< Entity > {
+  using All = std::tuple< Name, Ptr< Entity > >;
+
+  /// The type's name, and what its constructor takes.
+  template< std::size_t skip >
+  static void write( Entity const & child, FlowOut & flow ) {
+    writeAny( child, flow );
+  }
+  template< std::size_t skip >
+  static FlowIn::Arrival read( FlowIn & flow, All & arguments ) {
+    return readAny( flow, std::get< Ptr< Entity > >( arguments ) );
+  }
+  /// The wrapped name and entity. Raises ArgumentException.
+  static All of( std::string const & what, CtorArgs const & args ) {
+    requireCount( what, args, 2 );
+    return { ArgumentOf< Name >::from( what, args, 0 ),
+             ArgumentOf< Ptr< Entity > >::from( what, args, 1 ) };
+  }
+  template< std::size_t skip >
+  static bool areEqual( Entity const & child, All const & arguments ) {
+    Entity const & other = *std::get< Ptr< Entity > >( arguments );
+    KoiType const * const type = child.koiType();
+    return type == other.koiType() && type->areBuiltAlike( child, other );
+  }
+
+ private:
+  static void writeAny( Entity const & child, FlowOut & flow );
+  static FlowIn::Arrival readAny( FlowIn & flow, Ptr< Entity > & child );
 };
 
 /// What the log says of one child: its number, its incarnation, what it is made from. Two mirrors

@@ -80,6 +80,13 @@ void refuseOtherArguments( Child const & child, Args const &... args ) {
               Child::koiParameters() );
 }
 
+/// Requires that `owner` may take `child` as the one of that name, where `there` is now. Raises
+/// RangeException "null child of <owner> not allowed", "a child of <owner> without a name not
+/// allowed" and "<entity> below itself not allowed", NameInUseException "<full name> is another
+/// entity" and "<full name> has a place in a tree".
+KOI_PUBLIC void requireAdoptable( Entity const & owner, Name const & name, Entity const * child,
+                                  Entity const * there );
+
 /// A child of that key, of which there is none, made by the change of that stamp. Raises
 /// RangeException for a key outside its type's range.
 template< class C, class... Args >

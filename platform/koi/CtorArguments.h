@@ -40,4 +40,14 @@ struct ArgumentOf< Ptr< E > > {
   }
 };
 
+/// Any entity.
+template<>
+inline Ptr< Entity > ArgumentOf< Ptr< Entity > >::from( std::string const & what,
+                                                        CtorArgs const & args, std::size_t index ) {
+  Ptr< Entity > const entity = args[index] ? entityIn( *args[index] ) : nullptr;
+  if( args[index] && !entity )
+    throwOtherArgument( what, args, index, "Koi::Entity" );
+  return entity;
+}
+
 }  // namespace Koi

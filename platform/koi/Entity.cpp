@@ -67,6 +67,22 @@ String8 Entity::fullName() const {
 
 // ---- owners and logs
 
+void requireAdoptable( Entity const & owner, Name const & name, Entity const * child,
+                       Entity const * there ) {
+  std::string const at( owner.fullName() );
+  if( !child )
+    throwRangeException( "null child of " + at + " not allowed" );
+  if( name.empty() )
+    throwRangeException( "a child of " + at + " without a name not allowed" );
+  if( there )
+    throw NameInUseException( std::string( there->fullName() ) + " is another entity" );
+  if( child->parent() )
+    throw NameInUseException( std::string( child->fullName() ) + " has a place in a tree" );
+  for( Entity const * above = &owner; above; above = above->parent() )
+    if( above == child )
+      throwRangeException( std::string( child->fullName() ) + " below itself not allowed" );
+}
+
 void Entity::koiParentIs( Entity * parent, unsigned attribute ) {
   parent_ = parent;
   parentAttribute_ = attribute;

@@ -158,6 +158,25 @@ class EntityMutators : public Entity {
     koiTell( stamp, on );
     return fresh;
   }
+  /// attrIs( k, entity ): the entity itself is the child from now on, and is called k. Raises
+  /// RangeException and NameInUseException as requireAdoptable() says.
+  template< class C >
+  Ptr< Entity > koiAdopt( C & children, AttributeCallback< Argument< typename C::Key > > const & on,
+                          typename C::Key const & k, Ptr< Entity > const & entity ) {
+    typename C::Key const key = k;
+    Ptr< Entity > const child = entity;
+    Ptr< Entity > const there = children.value( key );
+    if( child && there == child )
+      return child;
+    koiAdmit();
+    requireAdoptable( *this, key, child.ptr(), there.ptr() );
+    child->nameIsFromBackup( key );
+    Stamp const stamp = koiStamp();
+    children.koiSet( key, child, stamp );
+    child->koiParentIs( this, on.index );
+    koiTell( stamp, on, key );
+    return child;
+  }
   template< class Child >
   Ptr< Child > koiChildDel( Owned< Child > & child, AttributeCallback<> const & on ) {
     Ptr< Child > const old = child.ptr();

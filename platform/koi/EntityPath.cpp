@@ -16,13 +16,6 @@ std::string unescapedName( std::string_view text ) {
   return name;
 }
 
-/// The text up to the next '/', which is taken off the path.
-std::string nextName( std::string_view & path ) {
-  std::string_view const step = path.substr( 0, path.find( '/' ) );
-  path.remove_prefix( std::min( path.size(), step.size() + 1 ) );
-  return unescapedName( step );
-}
-
 }  // namespace
 
 std::string escapedName( std::string_view name ) {
@@ -35,6 +28,12 @@ std::string escapedName( std::string_view name ) {
     else
       text += byte;
   return text;
+}
+
+std::string nextName( std::string_view & path ) {
+  std::string_view const step = path.substr( 0, path.find( '/' ) );
+  path.remove_prefix( std::min( path.size(), step.size() + 1 ) );
+  return unescapedName( step );
 }
 
 Entity & topOf( Entity & entity ) {
@@ -69,6 +68,21 @@ Entity * entityAt( Entity & top, std::string_view path ) {
         below = attribute.access->childOf( *at, keyed ? nextName( path ) : std::string() );
         break;
       }
+    at = below;
+  }
+  return at;
+}
+
+Entity * entityNamed( Entity & top, std::string_view names ) {
+  Entity * at = &top;
+  while( at && !names.empty() ) {
+    std::string const name = nextName( names );
+    Entity * below = nullptr;
+    for( KoiAttribute const & attribute : at->koiType()->fields )
+      if( attribute.access->hasChildren() && !below )
+        if( Entity * const child = attribute.access->childOf( *at, name );
+            child && child->name().view() == name )
+          below = child;
     at = below;
   }
   return at;

@@ -27,4 +27,11 @@ KOI_PUBLIC std::optional< std::string > pathBelow( Entity const & top, Entity co
 /// What stands at that path; null when nothing does.
 KOI_PUBLIC Entity * entityAt( Entity & top, std::string_view path );
 
+/// What has that place in the tree by its name: the part of its full name that stands behind that
+/// of `top`. Null when nothing has.
+KOI_PUBLIC Entity * entityNamed( Entity & top, std::string_view names );
+
+/// A path's first name, unescaped; the path goes on behind it.
+KOI_PUBLIC std::string nextName( std::string_view & path );
+
 }  // namespace Koi

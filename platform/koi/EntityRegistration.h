@@ -26,6 +26,9 @@ template< class Child >
 struct AttributeType< Owned< Child > > : AttributeType< void > {
   static constexpr KoiType const * node = &Child::_koiType;
 };
+/// Children of any type.
+template<>
+struct AttributeType< Owned< Entity > > : AttributeType< void > {};
 template< class T >
 struct AttributeType< Ptr< T > > : AttributeType< void > {
   static constexpr KoiType const * target = &T::_koiType;
@@ -120,14 +123,21 @@ class EntityMaker {
     return std::make_unique< GenericIfNotifiee_ >( static_cast< E const & >( entity ),
                                                    std::move( told ) );
   }
-  static Ptr< Entity > fromLog( Name const & name, FlowIn & flow ) {
+  static std::optional< Ptr< Entity > > fromLog( Name const & name, FlowIn & flow ) {
     typename Arguments::All arguments{};
+    auto const arrival = Arguments::template read< 0 >( flow, arguments );
+    if( arrival == FlowIn::notYet )
+      return std::nullopt;
     Ptr< E > entity;
-    if( Arguments::template read< 0 >( flow, arguments ) == FlowIn::here )
+    if( arrival == FlowIn::here )
       flow.change( [&] { entity = make( arguments ); } );
     if( entity )
       entity->nameIsFromBackup( name );
-    return entity;
+    return Ptr< Entity >( entity );
+  }
+  static bool areAlike( Entity const & a, Entity const & b ) {
+    return Arguments::template areAlike< 0 >( static_cast< E const & >( a ),
+                                              static_cast< E const & >( b ) );
   }
   static void writeArguments( Entity const & entity, FlowOut & flow ) {
     Arguments::template write< 0 >( static_cast< E const & >( entity ), flow );
@@ -155,6 +165,7 @@ constexpr KoiType entityNode() {
   node.genericNotifiee = Maker::observe;
   node.newEntityForAttrLog = Maker::fromLog;
   node.writeCtorArgs = Maker::writeArguments;
+  node.areBuiltAlike = Maker::areAlike;
   if( mayHaveReactors< E >() )
     node.endReactors = endReactors< E >;
   return node;

@@ -170,7 +170,12 @@ class ChildrenAccess final : public KeyedAccess< ChildrenAccess< C >, C > {
   constexpr explicit ChildrenAccess( Row row )
       : Base( row ), make_( Row::template make< typename Arguments::All > ) {}
 
-  KoiType const * childType() const override { return &Child::_koiType; }
+  KoiType const * childType() const override {
+    if constexpr( std::same_as< Child, Entity > )
+      return nullptr;
+    else
+      return &Child::_koiType;
+  }
   void eachChild( Entity const & entity,
                   std::function< void( Entity & ) > const & f ) const override {
     for( auto const & member : this->cell( entity ) )

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -113,9 +114,12 @@ struct KoiType {
   RecordOps const * record = nullptr;
 
   /// Of an entity: one that is built from what writeCtorArgs() wrote; null when that is refused,
-  /// which is counted. Raises ParseException.
-  Ptr< Entity > ( *newEntityForAttrLog )( Name const & name, FlowIn & flow ) = nullptr;
+  /// which is counted; nothing when it refers to what is not here yet. Raises ParseException.
+  std::optional< Ptr< Entity > > ( *newEntityForAttrLog )( Name const & name,
+                                                           FlowIn & flow ) = nullptr;
   void ( *writeCtorArgs )( Entity const & entity, FlowOut & flow ) = nullptr;
+  /// Whether two entities of the type were built from the same arguments.
+  bool ( *areBuiltAlike )( Entity const & a, Entity const & b ) = nullptr;
   /// Ends the reactors that an entity and all that it owns have; null where there can be none.
   void ( *endReactors )( Entity & entity ) = nullptr;
   /// A walk over the members of an entity's collection; null, and *notHandled set, where the

@@ -2,6 +2,7 @@
 // like on the way.
 #include <algorithm>
 
+#include <koi/ChildLog.h>
 #include <koi/EntityPath.h>
 #include <koi/FlowIn.h>
 #include <koi/Mirror.h>
@@ -262,6 +263,31 @@ void KoiNboAttrLogSa::doSerializeOrphan( FlowOut & flow ) {
   mirror_.knownIs( *this );
 }
 
+void ChildArguments< Entity >::writeAny( Entity const & child, FlowOut & flow ) {
+  KoiType const & node = *child.koiType();
+  FlowOut arguments( flow.mirror() );
+  node.writeCtorArgs( child, arguments );
+  NboAttrLog::Out const & written = arguments.frame();
+  flow.frame().string( node.name );
+  flow.frame().string( { reinterpret_cast< char const * >( written.data() ), written.size() } );
+}
+
+FlowIn::Arrival ChildArguments< Entity >::readAny( FlowIn & flow, Ptr< Entity > & child ) {
+  String8 const type = flow.in.nextString(), arguments = flow.in.nextString();
+  KoiType const * const node = entityType( type );
+  if( !node ) {
+    flow.refuse( "type '" + std::string( type ) + "' is not registered" );
+    return FlowIn::refused;
+  }
+  FlowIn made( flow.adapter, flow.attribute,
+               NboAttrLog::In( arguments.view().data(), arguments.size() ) );
+  auto const built = node->newEntityForAttrLog( Name(), made );
+  if( !built )
+    return FlowIn::notYet;
+  child = *built;
+  return child ? FlowIn::here : FlowIn::refused;
+}
+
 bool FlowIn::reference( Ptr< Entity > & target ) {
   switch( static_cast< LogReference >( in.nextU8() ) ) {
     case LogReference::null:
@@ -295,7 +321,8 @@ Ptr< Entity > Mirror::orphan( FlowIn & flow ) {
     if( node && !adapters_.find( number ) ) {
       FlowIn made( flow.adapter, flow.attribute,
                    NboAttrLog::In( arguments.view().data(), arguments.size() ) );
-      if( Ptr< Entity > const entity = node->newEntityForAttrLog( Name( name ), made ) ) {
+      if( Ptr< Entity > const entity =
+              node->newEntityForAttrLog( Name( name ), made ).value_or( nullptr ) ) {
         orphans_[number] = entity;
         peerHas( *entity, number, 0, KoiNboAttrLogSa::incremental );
       }

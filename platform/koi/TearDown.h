@@ -35,6 +35,8 @@ using OwnedByAttribute = typename OwnedIn< typename Entry::Cell >::Type;
 /// Whether entities of that type, or what they own, may have reactors.
 template< class E >
 constexpr bool mayHaveReactors() {
+  if constexpr( std::same_as< E, Entity > )
+    return true;  // it is of any type
   bool may = requires { E::koiReactors(); };
   if constexpr( requires { E::koiAttributes(); } )
     std::apply(

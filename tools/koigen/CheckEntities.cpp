@@ -50,6 +50,7 @@ void checkDerived( Checks checks, Declaration const & d, Member & m ) {
 void checkEntityMember( Checks checks, Declaration & d, Member & m ) {
   switch( m.kind ) {
     case Member::scalar:
+    case Member::hidden:
       return checkAttribute( checks, d, m );
     case Member::param:
       return checkParam( checks, d, m );

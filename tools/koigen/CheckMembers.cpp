@@ -87,6 +87,11 @@ void checkAgainstBases( Checks checks, Declaration const & d, Member const & m )
 
 /// Whether a child can be built from a key and what its other parameters are.
 void checkOwned( Checks checks, Member const & m ) {
+  if( m.type.isOfAnyType() ) {
+    if( m.key.primitive != Primitive::name )
+      checks.findings.add( m.key.place, "the key of entities of any type is a Koi::Name" );
+    return;
+  }
   auto const parameters = Context::constructorOf( *m.type.declaration );
   bool const byName =
       m.key.primitive == Primitive::name && m.type.declaration->kind == Declaration::entity;
@@ -225,7 +230,8 @@ void checkCollection( Checks checks, Declaration const & d, Member & m ) {
   auto & findings = checks.findings;
   bool const keyFound = checks.resolver.resolve( m.key, d, Resolver::complete );
   bool const pointer = m.type.hold == TypeUse::ref || m.type.hold == TypeUse::weak;
-  if( !checks.resolver.resolve( m.type, d, pointer ? Resolver::pointer : Resolver::complete ) )
+  if( !m.type.isOfAnyType() &&
+      !checks.resolver.resolve( m.type, d, pointer ? Resolver::pointer : Resolver::complete ) )
     return;
   if( m.type.hold == TypeUse::whole && m.type.declaration &&
       m.type.declaration->kind == Declaration::entity )
@@ -234,6 +240,8 @@ void checkCollection( Checks checks, Declaration const & d, Member & m ) {
     findings.add( m.place, "'not null' is for pointers" );
   if( m.storedFirst )
     findings.add( m.place, "'stored before the check' is for attributes" );
+  if( m.isVirtual )
+    findings.add( m.place, "'virtual' is for attributes and functions" );
   if( !keyFound )
     return;
   if( m.key.declaration && m.key.declaration->kind == Declaration::entity )

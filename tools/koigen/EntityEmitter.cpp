@@ -43,7 +43,8 @@ std::string tableType( Context const & context, Member const & member ) {
 }
 
 bool holdsInnerReactors( Member const & member ) {
-  return member.type.hold == TypeUse::own && member.type.declaration->kind == Declaration::reactor;
+  return member.type.hold == TypeUse::own && !member.type.isOfAnyType() &&
+         member.type.declaration->kind == Declaration::reactor;
 }
 
 std::string callback( Member const & member ) {
@@ -60,6 +61,7 @@ MemberTexts scalarTexts( Context const & context, MemberOwner const & owner,
                  { "attr", member.name },
                  { "type", givenType( context, member.type ) },
                  { "read", member.name + ( member.type.hold == TypeUse::weak ? "_.ptr()" : "_" ) },
+                 { "virtual", member.isVirtual ? "virtual " : "" },
                  { "argument", givenArgument( context, member.type ) } };
   if( !member.storedFirst && check.empty() ) {
     declared["on"] = on;
@@ -125,6 +127,11 @@ Fill bodyFill( Context const & context, MemberOwner const & owner, Member const 
 /// The mutators of a collection of children.
 MemberTexts childMutators( Context const & context, MemberOwner const & owner,
                            Member const & member ) {
+  if( member.type.isOfAnyType() )
+    return { page( "collectionIsAny", { { "attr", member.name } } ),
+             page( "collectionIsAnyBody", { { "Owner", owner.declaration.name },
+                                            { "attr", member.name },
+                                            { "on", callback( member ) } } ) };
   Fill declared{ { "attr", member.name },
                  { "type", givenType( context, member.type ) },
                  { "key", context.argument( member.key ) } };
@@ -280,6 +287,9 @@ class EntityText {
         break;
       case Member::reactor:
         addReactor( m );
+        break;
+      case Member::hidden:
+        cells_.push_back( "/// " + m.doc + "\n" + cellText( context_, m ) );
         break;
       case Member::table:
         addTable( m );

@@ -35,7 +35,8 @@ class Loader {
       return fail( path + ": cannot be read" );
     try {
       Module module = parsedModule( text, path );
-      module.prefix = prefix;
+      if( module.prefix.empty() )
+        module.prefix = prefix;
       module.imported = imported;
       model_.modules.push_back( std::move( module ) );
     } catch( ModelError const & e ) {  // the other files may have errors of their own to tell

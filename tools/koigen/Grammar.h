@@ -83,7 +83,8 @@ struct Limit : sor< T< BoundName >, if_must< T< MaxBytes >, BytesWord > > {};
 struct Max : if_must< T< TAO_PEGTL_KEYWORD( "max" ) >, Limit > {};
 struct StoredFirst : T< TAO_PEGTL_STRING( "stored before the check" ) > {};
 struct NotNull : T< TAO_PEGTL_STRING( "not null" ) > {};
-struct Clauses : sor< StoredFirst, NotNull > {};
+struct VirtualAccessor : T< TAO_PEGTL_KEYWORD( "virtual" ) > {};
+struct Clauses : sor< StoredFirst, NotNull, VirtualAccessor > {};
 struct Clause : if_must< Sign< ',' >, Clauses > {};
 
 KOIGEN_WORD( Attr, "attr" );
@@ -92,6 +93,8 @@ struct AttrMember : if_must< Attr, T< MemberName >, Of, opt< Default >, opt< Max
 KOIGEN_WORD( Param, "param" );
 KOIGEN_WORD( Settable, "settable" );
 struct ParamMember : if_must< Param, T< MemberName >, Of, opt< Settable >, End > {};
+KOIGEN_WORD( Hidden, "hidden" );
+struct HiddenMember : if_must< Hidden, T< MemberName >, Of, End > {};
 KOIGEN_WORD( Const, "const" );
 struct ConstMember : if_must< Const, T< MemberName >, Of, opt< Default >, End > {};
 
@@ -213,8 +216,8 @@ struct EnumDecl : if_must< Enum, T< DeclName >, Open, Enumerator, star< Enumerat
 KOIGEN_WORD( Entity, "entity" );
 struct BaseName : Scoped {};
 struct Base : if_must< Sign< ':' >, T< BaseName > > {};
-struct EntityMembers : must< star< sor< Misplaced, AttrMember, ParamMember, ConstMember,
-                                        DerivedMember, FunctionMember, CollectionMember,
+struct EntityMembers : must< star< sor< Misplaced, AttrMember, ParamMember, HiddenMember,
+                                        ConstMember, DerivedMember, FunctionMember, CollectionMember,
                                         TableMember, ChildMember, ReactorMember > >, Close > {};
 struct EntityBody : sor< seq< Base, must< Open >, EntityMembers >, seq< Open, EntityMembers > > {};
 struct ForeignEntityBody : sor< seq< Parameters, must< ForeignBody > >, ForeignBody > {};
@@ -237,6 +240,8 @@ struct Decl : seq< star< T< Doc > >,
                    sor< if_must< Foreign, ForeignDecl >, ValueDecl, EnumDecl,
                         EntityDecl, ReactorDecl, FreeDecl > > {};
 struct ModuleName : Name {};
+struct ModuleFolder : Name {};
+struct InFolder : if_must< T< TAO_PEGTL_KEYWORD( "in" ) >, T< ModuleFolder > > {};
 struct UsedName : Name {};
 struct ScopeName : seq< identifier, rep_max< 15, two< ':' >, identifier > > {};
 struct ScopeClose : Sign< '}' > {};
@@ -244,7 +249,7 @@ struct Uses : if_must< T< TAO_PEGTL_KEYWORD( "uses" ) >, T< UsedName >, DeclEnd 
 struct Scope : if_must< T< TAO_PEGTL_KEYWORD( "namespace" ) >, T< ScopeName >, Open, star< Decl >,
                         ScopeClose > {};
 struct Module : T< TAO_PEGTL_KEYWORD( "module" ) > {};
-struct File : must< Gap, Module, T< ModuleName >, DeclEnd, star< Uses >, star< Scope >, eof > {};
+struct File : must< Gap, Module, T< ModuleName >, opt< InFolder >, DeclEnd, star< Uses >, star< Scope >, eof > {};
 
 // clang-format on
 #undef KOIGEN_WORD

@@ -38,6 +38,9 @@ struct TypeUse {
   Primitive primitive = Primitive::none;
   Declaration const * declaration = nullptr;
   bool hidden = false;  // by the checker: C++ would look for the name in a namespace nearer by
+
+  /// Any entity, which no model declares.
+  bool isOfAnyType() const { return text == "Koi::Entity"; }
 };
 
 /// One parameter of a function, of a constructor by hand or of a foreign entity.
@@ -82,6 +85,7 @@ struct Member {
     constructor,  // of a value, its body by hand
     param,
     scalar,
+    hidden,  // of an entity, for functions by hand: nobody else sees it
     derived,
     hashed,
     ordered,

@@ -84,6 +84,7 @@ struct On : tao::pegtl::nothing< Rule > {};
 // clang-format off
 ON( DocText, addDoc( s.doc, in.string() ) );
 ON( ModuleName, s.module.name = in.string(); s.module.place = placeOf( in ) );
+ON( ModuleFolder, s.module.prefix = in.string() + "/" );
 ON( UsedName, s.module.uses.push_back( { placeOf( in ), in.string(), nullptr } ) );
 ON( ScopeName, s.scope = in.string() );
 ON( Foreign, s.foreign = true );
@@ -119,6 +120,7 @@ ON( BaseName, s.decl().base.text = in.string(); s.decl().base.place = placeOf( i
 
 ON( Attr, s.begin( Member::scalar, placeOf( in ) ) );
 ON( Param, s.begin( Member::param, placeOf( in ) ) );
+ON( Hidden, s.begin( Member::hidden, placeOf( in ) ) );
 ON( Const, s.begin( Member::constant, placeOf( in ) ) );
 ON( Derived, s.begin( Member::derived, placeOf( in ) ) );
 ON( Virtual, s.pending.isVirtual = true );
@@ -157,6 +159,7 @@ ON( BoundName, s.member().bound = in.string(); s.member().boundPlace = placeOf( 
 ON( MaxBytes, s.member().maxBytes = in.string(); s.member().boundPlace = placeOf( in ) );
 ON( StoredFirst, s.member().storedFirst = true );
 ON( NotNull, s.member().notNull = true );
+ON( VirtualAccessor, s.member().isVirtual = true );
 ON( Source, s.member().source = in.string(); s.member().boundPlace = placeOf( in ) );
 ON( SourceField, s.member().sourceField = in.string() );
 ON( ByField, s.member().byField = in.string(); s.member().byPlace = placeOf( in ) );
@@ -196,6 +199,7 @@ using G::Sign;
 EXPECTED( "'module NAME;' was expected", G::Module );
 EXPECTED( "a module name was expected", T< G::ModuleName > );
 EXPECTED( "the name of a module was expected", T< G::UsedName > );
+EXPECTED( "the folder of its header was expected", T< G::ModuleFolder > );
 EXPECTED( "a namespace name was expected", T< G::ScopeName > );
 EXPECTED( "'namespace' or the end of the file was expected", tao::pegtl::eof );
 EXPECTED( "a declaration or '}' was expected", G::ScopeClose );
@@ -235,7 +239,7 @@ EXPECTED( "a value or ')' was expected", G::CallClose );
 EXPECTED( "'\"' was expected: a text is one line without '\\'", tao::pegtl::one< '"' > );
 EXPECTED( "the name of a constant or a number of bytes was expected", G::Limit );
 EXPECTED( "'bytes' was expected", G::BytesWord );
-EXPECTED( "'stored before the check' or 'not null' was expected", G::Clauses );
+EXPECTED( "'stored before the check', 'not null' or 'virtual' was expected", G::Clauses );
 EXPECTED( "'not null' was expected", G::NotNull );
 EXPECTED( "the name of an attribute was expected", T< G::Source > );
 EXPECTED( "'.' was expected", Sign< '.' > );

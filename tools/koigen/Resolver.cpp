@@ -83,7 +83,7 @@ bool Resolver::resolve( TypeUse & use, Declaration const & from, Need need ) {
     findings_.add( use.place, "'" + use.text + "' is a value: only entities are pointed to" );
     return false;
   }
-  if( use.text == "Koi::Entity" && need == pointer )
+  if( use.isOfAnyType() && need == pointer )
     return true;
   auto const * found = lookup( use.text, from );
   // What an imported module only names may be of one that nobody here uses.

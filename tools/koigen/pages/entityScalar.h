@@ -1,4 +1,4 @@
 /// $doc$
-$type$ $attr$() const { return $read$; }
+$virtual$$type$ $attr$() const { return $read$; }
 $note$
 void $attr$Is( $argument$ v );

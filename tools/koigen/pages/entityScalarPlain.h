@@ -1,3 +1,3 @@
 /// $doc$
-$type$ $attr$() const { return $read$; }
+$virtual$$type$ $attr$() const { return $read$; }
 void $attr$Is( $argument$ v ) { koiIs( $attr$_, v$on$ ); }
