@@ -84,7 +84,7 @@ template<>
 struct KOI_PUBLIC ChildArguments< Entity > {
   using All = std::tuple< Name, Ptr< Entity > >;
 
-  /// The type's name, and what its constructor takes.
+  /// The type, the name, and what the constructor takes.
   template< std::size_t skip >
   static void write( Entity const & child, FlowOut & flow ) {
     writeAny( child, flow );

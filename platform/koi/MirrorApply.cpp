@@ -253,27 +253,23 @@ void KoiNboAttrLogSa::doSerializeOrphan( FlowOut & flow ) {
   logAppend( frame, isNew );
   if( !isNew )
     return;
-  KoiType const & node = *entity_.koiType();
-  FlowOut arguments( mirror_ );
-  node.writeCtorArgs( entity_, arguments );
-  NboAttrLog::Out const & written = arguments.frame();
-  frame.string( node.name );
-  frame.string( entity_.name().view() );
-  frame.string( { reinterpret_cast< char const * >( written.data() ), written.size() } );
+  ChildArguments< Entity >::write< 0 >( entity_, flow );
   mirror_.knownIs( *this );
 }
 
-void ChildArguments< Entity >::writeAny( Entity const & child, FlowOut & flow ) {
-  KoiType const & node = *child.koiType();
+void ChildArguments< Entity >::writeAny( Entity const & entity, FlowOut & flow ) {
+  KoiType const & node = *entity.koiType();
   FlowOut arguments( flow.mirror() );
-  node.writeCtorArgs( child, arguments );
+  node.writeCtorArgs( entity, arguments );
   NboAttrLog::Out const & written = arguments.frame();
   flow.frame().string( node.name );
+  flow.frame().string( entity.name().view() );
   flow.frame().string( { reinterpret_cast< char const * >( written.data() ), written.size() } );
 }
 
-FlowIn::Arrival ChildArguments< Entity >::readAny( FlowIn & flow, Ptr< Entity > & child ) {
-  String8 const type = flow.in.nextString(), arguments = flow.in.nextString();
+FlowIn::Arrival ChildArguments< Entity >::readAny( FlowIn & flow, Ptr< Entity > & entity ) {
+  String8 const type = flow.in.nextString(), name = flow.in.nextString(),
+                arguments = flow.in.nextString();
   KoiType const * const node = entityType( type );
   if( !node ) {
     flow.refuse( "type '" + std::string( type ) + "' is not registered" );
@@ -281,11 +277,11 @@ FlowIn::Arrival ChildArguments< Entity >::readAny( FlowIn & flow, Ptr< Entity > 
   }
   FlowIn made( flow.adapter, flow.attribute,
                NboAttrLog::In( arguments.view().data(), arguments.size() ) );
-  auto const built = node->newEntityForAttrLog( Name(), made );
+  auto const built = node->newEntityForAttrLog( Name( name ), made );
   if( !built )
     return FlowIn::notYet;
-  child = *built;
-  return child ? FlowIn::here : FlowIn::refused;
+  entity = *built;
+  return entity ? FlowIn::here : FlowIn::refused;
 }
 
 bool FlowIn::reference( Ptr< Entity > & target ) {
@@ -315,17 +311,12 @@ Ptr< Entity > Mirror::orphan( FlowIn & flow ) {
   U64 const number = flow.in.nextU64();
   bool const isNew = flow.in.nextbool();
   if( isNew ) {
-    String8 const type = flow.in.nextString(), name = flow.in.nextString(),
-                  arguments = flow.in.nextString();
-    KoiType const * const node = entityType( type );
-    if( node && !adapters_.find( number ) ) {
-      FlowIn made( flow.adapter, flow.attribute,
-                   NboAttrLog::In( arguments.view().data(), arguments.size() ) );
-      if( Ptr< Entity > const entity =
-              node->newEntityForAttrLog( Name( name ), made ).value_or( nullptr ) ) {
-        orphans_[number] = entity;
-        peerHas( *entity, number, 0, KoiNboAttrLogSa::incremental );
-      }
+    ChildArguments< Entity >::All made;
+    if( ChildArguments< Entity >::read< 0 >( flow, made ) == FlowIn::here &&
+        !adapters_.find( number ) ) {
+      Ptr< Entity > const & entity = std::get< Ptr< Entity > >( made );
+      orphans_[number] = entity;
+      peerHas( *entity, number, 0, KoiNboAttrLogSa::incremental );
     }
   }
   KoiNboAttrLogSa * const adapter = adapters_.find( number );
