@@ -98,7 +98,7 @@ void checkField( Checks checks, Declaration & d, Member & m ) {
   if( m.type.declaration && m.type.declaration->kind == Declaration::entity )
     return checks.findings.add( m.type.place,
                                 "a value cannot hold the entity '" + m.type.text + "'" );
-  if( d.inOrder && !isOrdered( m.type ) )
+  if( d.inOrder && !d.orderByHand && !isOrdered( m.type ) )
     checks.findings.add( m.type.place,
                          "'" + d.name + "' is ordered, but '" + m.type.text + "' is not" );
   bool const structure = m.type.declaration && m.type.declaration->kind == Declaration::structure;

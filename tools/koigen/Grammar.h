@@ -177,6 +177,9 @@ struct Length : sor< plus< digit >, Name > {};
 struct MaxLength : if_must< T< TAO_PEGTL_KEYWORD( "max" ) >, T< Length > > {};
 struct TextByHand : T< TAO_PEGTL_STRING( "text by hand" ) > {};
 struct ByHand : if_must< Sign< ',' >, TextByHand > {};
+struct OrderByHand : T< TAO_PEGTL_STRING( "order by hand" ) > {};
+struct PartByHand : sor< TextByHand, OrderByHand > {};
+struct PartsByHand : star< if_must< Sign< ',' >, PartByHand > > {};
 struct HashHeader : plus< not_one< '"', '\\', '\r', '\n' > > {};
 struct HashHeaderName : T< seq< one< '"' >, HashHeader, one< '"' > > > {};
 struct HashedWord : T< TAO_PEGTL_STRING( "hashed in" ) > {};
@@ -190,7 +193,7 @@ struct WrapperColon : Sign< ':' > {};
 struct WrapperBody : if_must< WrapperColon, T< StoredType >, opt< Named >,
                               opt< sor< Between, Positive, MaxLength > >, opt< ByHand >,
                               WrapperRest > {};
-struct StructureBody : seq< opt< HashedIn >, opt< ByHand >, Open,
+struct StructureBody : seq< opt< HashedIn >, PartsByHand, Open,
                             must< star< sor< Misplaced, ConstMember, FunctionMember,
                                              ConstructorMember, FieldMember > >, Close > > {};
 struct ForeignBody : seq< T< HeaderName >, must< DeclEnd > > {};

@@ -172,6 +172,7 @@ struct Declaration {
   bool inOrder = false;
   bool unhashed = false;
   bool textByHand = false;
+  bool orderByHand = false;
 
   TypeUse stored;  // of a wrapper
   std::string field = "value";

@@ -112,6 +112,7 @@ ON( NumBytes, s.decl().numBytes = in.string(); s.decl().bytesPlace = placeOf( in
 ON( HashedWord, s.decl().hashPlace = placeOf( in ) );
 ON( HashHeader, s.decl().hashHeader = in.string() );
 ON( TextByHand, s.decl().textByHand = true );
+ON( OrderByHand, s.decl().orderByHand = true );
 
 ON( EnumeratorName, s.decl().enumerators.push_back( { placeOf( in ), in.string(), {}, {}, 0 } ) );
 ON( EnumeratorNumber, s.decl().enumerators.back().number = in.string() );
@@ -217,6 +218,7 @@ EXPECTED( "a number or a constant was expected", T< G::High > );
 EXPECTED( "'..' was expected", G::Dots );
 EXPECTED( "a number or a constant was expected", T< G::Length > );
 EXPECTED( "'text by hand' was expected", G::TextByHand );
+EXPECTED( "'text by hand' or 'order by hand' was expected", G::PartByHand );
 EXPECTED( "';' or '{' was expected", G::WrapperRest );
 EXPECTED( "'{' was expected", G::Open );
 EXPECTED( "a member or '}' was expected", G::Close );

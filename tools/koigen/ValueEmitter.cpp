@@ -129,7 +129,9 @@ std::string structureText( Context const & context, Declaration const & d ) {
   auto fill = common( context, d );
   constructors.push_back( fill["constructors"] );
   fill["constructors"] = stacked( constructors, "\n" );
-  fill["base"] = d.inOrder ? "OrderedStructure" : "Structure";
+  fill["base"] = d.inOrder && !d.orderByHand ? "OrderedStructure" : "Structure";
+  if( d.orderByHand )
+    fill["hooks"] += page( "orderHooks", { { "Type", d.name } } );
   fill["accessors"] = stacked( accessors );
   fill["fields"] = stacked( fields, ",\n" );
   fill["cells"] = stacked( cells, "" );
