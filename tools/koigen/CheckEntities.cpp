@@ -130,10 +130,13 @@ void checkWatch( Checks checks, Declaration & d, Member & m ) {
 
 void checkOnce( Checks checks, Declaration const & d, Member::Kind kind, char const * what ) {
   int count = 0;
-  for( auto const & m : d.members )
+  bool needsStart = false;  // one that watches nothing only keeps what it is given
+  for( auto const & m : d.members ) {
+    needsStart |= m.kind == Member::watch || m.kind == Member::watchEach || m.startsOver;
     if( m.kind == kind && ++count > 1 )
       checks.findings.add( m.place, "'" + d.name + "' has a " + what + " handler already" );
-  if( count == 0 && kind == Member::start )
+  }
+  if( count == 0 && kind == Member::start && needsStart )
     checks.findings.add( d.place, "'" + d.name + "' has no start handler" );
 }
 

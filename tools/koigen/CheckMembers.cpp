@@ -165,6 +165,9 @@ void checkAttribute( Checks checks, Declaration const & d, Member & m ) {
   checkInitial( checks, d, m, m.initial, m.type );
   if( m.notNull && !pointer )
     findings.add( m.place, "'not null' is for pointers" );
+  if( m.startsOver &&
+      ( d.kind != Declaration::reactor || pointer || !m.bound.empty() || !m.maxBytes.empty() ) )
+    findings.add( m.place, "'starts over' is for values of a reactor" );
   if( m.storedFirst && m.bound.empty() )
     findings.add( m.place, "'stored before the check' needs a 'max'" );
   if( !m.maxBytes.empty() ) {
@@ -242,6 +245,8 @@ void checkCollection( Checks checks, Declaration const & d, Member & m ) {
     findings.add( m.place, "'stored before the check' is for attributes" );
   if( m.isVirtual )
     findings.add( m.place, "'virtual' is for attributes and functions" );
+  if( m.startsOver )
+    findings.add( m.place, "'starts over' is for values of a reactor" );
   if( !keyFound )
     return;
   if( m.key.declaration && m.key.declaration->kind == Declaration::entity )

@@ -63,6 +63,8 @@ MemberTexts scalarTexts( Context const & context, MemberOwner const & owner,
                  { "read", member.name + ( member.type.hold == TypeUse::weak ? "_.ptr()" : "_" ) },
                  { "virtual", member.isVirtual ? "virtual " : "" },
                  { "argument", givenArgument( context, member.type ) } };
+  if( member.startsOver )
+    return { page( "reactorScalarStartsOver", declared ), {} };
   if( !member.storedFirst && check.empty() ) {
     declared["on"] = on;
     return { page( "entityScalarPlain", declared ), {} };

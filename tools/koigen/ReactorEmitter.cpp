@@ -32,18 +32,22 @@ class ReactorText {
     std::string const parameters = inBlanks( stacked( parameters_, ", " ) );
     std::string const factory = lowerCamel( type ) + "Factory";
     MemberTexts texts;
-    texts.declared = page( "reactor", { { "doc", reactor_.doc },
-                                        { "Type", type },
-                                        { "scope", reactor_.scope },
-                                        { "explicit", parameters_.size() == 1 ? "explicit " : "" },
-                                        { "parameters", parameters },
-                                        { "attributes", stacked( attributes_ ) },
-                                        { "constructor", stacked( constructor, ",\n" ) },
-                                        { "handlers", stacked( handlers_, "\n" ) },
-                                        { "observers", stacked( observers_ ) },
-                                        { "hooks", stacked( hooks_, "\n" ) },
-                                        { "factory", factory },
-                                        { "cells", stacked( cells_, "\n" ) } } );
+    texts.declared =
+        page( "reactor", { { "doc", reactor_.doc },
+                           { "Type", type },
+                           { "scope", reactor_.scope },
+                           { "explicit", parameters_.size() == 1 ? "explicit " : "" },
+                           { "parameters", parameters },
+                           { "attributes", stacked( attributes_ ) },
+                           { "constructor", stacked( constructor, ",\n" ) },
+                           { "handlers", handlers_.empty() ? ""
+                                                           : "// Handlers: their bodies are "
+                                                             "written by hand.\n" +
+                                                                 stacked( handlers_, "\n" ) },
+                           { "observers", stacked( observers_ ) },
+                           { "hooks", stacked( hooks_, "\n" ) },
+                           { "factory", factory },
+                           { "cells", stacked( cells_, "\n" ) } } );
     texts.defined = page(
         "reactorBody",
         { { "Type", type },

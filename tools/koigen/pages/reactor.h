@@ -14,7 +14,6 @@ class KOI_PUBLIC $Type$ : public Koi::ReactorOf< $Type$ > {
   static Koi::KoiType const _koiType;
 
  private:
-  // Handlers: their bodies are written by hand.
   $handlers$
 
   $observers$
