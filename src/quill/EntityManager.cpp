@@ -63,7 +63,7 @@ void EntityManager::init( Koi::Entity & entity, std::string const & path,
     parameters.root = root_;
     parameters.classType = type;
     parameters.fixedCapacity = isGiven && collection->fixedCapacity;
-    table->init( info.mode, false, isGiven ? collection->size : 1, parameters,
+    table->init( info.mode, info.synchronous, isGiven ? collection->size : 1, parameters,
                  path + "/" + table->name() );
   }
 }

@@ -22,6 +22,7 @@ struct CollectionInfo {
 struct MountInfo {
   Quill::QuillType mode = Quill::QuillType::shadow;
   std::vector< CollectionInfo > collections;  ///< of a writer, each of its tables
+  bool synchronous = false;  ///< a table that is there is attached when doMount() returns
 
   void newCollectionInfo( std::string const & name, U32 size, bool fixedCapacity = false ) {
     collections.push_back( { name, size, fixedCapacity } );
@@ -34,11 +35,11 @@ class KOI_PUBLIC EntityManager final : public Koi::PtrInterface {
   explicit EntityManager( Koi::Activity * activity = nullptr, Mem::RootPath root = {} );
 
   /// Makes the entity, called by the last part of its path, and takes part in its tables, which are
-  /// ready by and by. Raises ArgumentException "<path> is mounted already", "<path>: <type> is no
-  /// entity", "<path>: <type> has no table in shared memory", "<path>: <type> has no
-  /// table <name>" and "<path>: no size is given for the table <name>"; what Koi::typeNode()
-  /// raises, and the type's constructor for a name alone; and as Quill::QuillMapState::init() does.
-  /// Nothing is mounted then.
+  /// ready by and by, or, where that was asked for, at once if they can be. Raises
+  /// ArgumentException "<path> is mounted already", "<path>: <type> is no entity", "<path>: <type>
+  /// has no table in shared memory", "<path>: <type> has no table <name>" and "<path>: no size is
+  /// given for the table <name>"; what Koi::typeNode() raises, and the type's constructor for a
+  /// name alone; and as Quill::QuillMapState::init() does. Nothing is mounted then.
   Koi::Ptr< Koi::Entity > doMount( std::string const & path, std::string const & typeName,
                                    MountInfo const & info );
   /// What is mounted there; null when nothing is, or it is of another type.
