@@ -1062,7 +1062,7 @@ class KOI_PUBLIC VlanIntfCounterCheckpointSm
 
   /// nothing is done before it is true
   bool initialized() const { return initialized_; }
-  /// Starts over, unless it is that already.
+  /// Does what follows from it, unless it is that already.
   void initializedIs( bool v ) {
     if( Koi::same( initialized_, v ) )
       return;

@@ -132,7 +132,7 @@ void checkOnce( Checks checks, Declaration const & d, Member::Kind kind, char co
   int count = 0;
   bool needsStart = false;  // one that watches nothing only keeps what it is given
   for( auto const & m : d.members ) {
-    needsStart |= m.kind == Member::watch || m.kind == Member::watchEach || m.startsOver;
+    needsStart |= m.kind == Member::watch || m.kind == Member::watchEach;
     if( m.kind == kind && ++count > 1 )
       checks.findings.add( m.place, "'" + d.name + "' has a " + what + " handler already" );
   }

@@ -165,9 +165,9 @@ void checkAttribute( Checks checks, Declaration const & d, Member & m ) {
   checkInitial( checks, d, m, m.initial, m.type );
   if( m.notNull && !pointer )
     findings.add( m.place, "'not null' is for pointers" );
-  if( m.startsOver &&
+  if( !m.then.empty() &&
       ( d.kind != Declaration::reactor || pointer || !m.bound.empty() || !m.maxBytes.empty() ) )
-    findings.add( m.place, "'starts over' is for values of a reactor" );
+    findings.add( m.place, "'then' is for values of a reactor" );
   if( m.storedFirst && m.bound.empty() )
     findings.add( m.place, "'stored before the check' needs a 'max'" );
   if( !m.maxBytes.empty() ) {
@@ -195,11 +195,11 @@ void checkParam( Checks checks, Declaration const & d, Member & m ) {
   if( checks.resolver.resolve( m.type, d, pointer ? Resolver::pointer : Resolver::complete ) &&
       !pointer && m.type.declaration && m.type.declaration->kind == Declaration::entity )
     checks.findings.add( m.type.place, "an entity is held by 'ref' or 'weak'" );
-  if( m.settable && ( d.kind != Declaration::entity || pointer || m.name == "name" ||
-                      Context::constructorOf( d ).front().member == &m ) )
+  bool const isName = d.kind == Declaration::entity &&
+                      ( m.name == "name" || Context::constructorOf( d ).front().member == &m );
+  if( m.settable && ( pointer || isName ) )
     checks.findings.add( m.place,
-                         "only a value of an entity, which it is not called after, is "
-                         "'settable'" );
+                         "only a value, which its entity is not called after, is 'settable'" );
 }
 
 /// A table may hold values of a module that this one does not use: they are only named.
@@ -245,8 +245,8 @@ void checkCollection( Checks checks, Declaration const & d, Member & m ) {
     findings.add( m.place, "'stored before the check' is for attributes" );
   if( m.isVirtual )
     findings.add( m.place, "'virtual' is for attributes and functions" );
-  if( m.startsOver )
-    findings.add( m.place, "'starts over' is for values of a reactor" );
+  if( !m.then.empty() )
+    findings.add( m.place, "'then' is for values of a reactor" );
   if( !keyFound )
     return;
   if( m.key.declaration && m.key.declaration->kind == Declaration::entity )

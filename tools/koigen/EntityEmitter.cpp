@@ -1,6 +1,8 @@
 // EntityEmitter.cpp: which page an entity and each of its members takes, and what fills it.
 #include "EntityEmitter.h"
 
+#include <algorithm>
+
 #include "Emitter.h"
 
 namespace Koigen {
@@ -63,8 +65,14 @@ MemberTexts scalarTexts( Context const & context, MemberOwner const & owner,
                  { "read", member.name + ( member.type.hold == TypeUse::weak ? "_.ptr()" : "_" ) },
                  { "virtual", member.isVirtual ? "virtual " : "" },
                  { "argument", givenArgument( context, member.type ) } };
-  if( member.startsOver )
-    return { page( "reactorScalarStartsOver", declared ), {} };
+  if( !member.then.empty() ) {
+    auto const & all = owner.declaration.members;
+    bool const startsOver = std::any_of( all.begin(), all.end(), [&]( Member const & m ) {
+      return m.kind == Member::start && m.name == member.then;
+    } );
+    declared["then"] = startsOver ? "koiRunStart" : member.then;
+    return { page( "reactorScalarThen", declared ), {} };
+  }
   if( !member.storedFirst && check.empty() ) {
     declared["on"] = on;
     return { page( "entityScalarPlain", declared ), {} };

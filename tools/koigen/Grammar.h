@@ -84,8 +84,9 @@ struct Max : if_must< T< TAO_PEGTL_KEYWORD( "max" ) >, Limit > {};
 struct StoredFirst : T< TAO_PEGTL_STRING( "stored before the check" ) > {};
 struct NotNull : T< TAO_PEGTL_STRING( "not null" ) > {};
 struct VirtualAccessor : T< TAO_PEGTL_KEYWORD( "virtual" ) > {};
-struct StartsOver : T< TAO_PEGTL_STRING( "starts over" ) > {};
-struct Clauses : sor< StoredFirst, NotNull, VirtualAccessor, StartsOver > {};
+struct ThenHandler : Name {};
+struct Then : if_must< T< TAO_PEGTL_KEYWORD( "then" ) >, T< ThenHandler > > {};
+struct Clauses : sor< StoredFirst, NotNull, VirtualAccessor, Then > {};
 struct Clause : if_must< Sign< ',' >, Clauses > {};
 
 KOIGEN_WORD( Attr, "attr" );

@@ -119,7 +119,7 @@ struct Member {
   std::string bound;  // "max bound": the constant that limits a scalar
   Place boundPlace;
   bool storedFirst = false;  // keeps the value that the bound refuses
-  bool startsOver = false;   // an attribute of a reactor: setting it runs the start handler
+  std::string then;          // of a reactor's attribute: the handler that a change runs
   std::string maxBytes;      // "max 150 bytes"; empty: no limit
   std::string byField;       // "by address": the field of the value that is the key
   Place byPlace;

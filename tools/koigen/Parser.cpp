@@ -161,7 +161,7 @@ ON( MaxBytes, s.member().maxBytes = in.string(); s.member().boundPlace = placeOf
 ON( StoredFirst, s.member().storedFirst = true );
 ON( NotNull, s.member().notNull = true );
 ON( VirtualAccessor, s.member().isVirtual = true );
-ON( StartsOver, s.member().startsOver = true );
+ON( ThenHandler, s.member().then = in.string() );
 ON( Source, s.member().source = in.string(); s.member().boundPlace = placeOf( in ) );
 ON( SourceField, s.member().sourceField = in.string() );
 ON( ByField, s.member().byField = in.string(); s.member().byPlace = placeOf( in ) );
@@ -242,7 +242,8 @@ EXPECTED( "a value or ')' was expected", G::CallClose );
 EXPECTED( "'\"' was expected: a text is one line without '\\'", tao::pegtl::one< '"' > );
 EXPECTED( "the name of a constant or a number of bytes was expected", G::Limit );
 EXPECTED( "'bytes' was expected", G::BytesWord );
-EXPECTED( "'stored before the check', 'not null', 'virtual' or 'starts over' was expected", G::Clauses );
+EXPECTED( "'stored before the check', 'not null', 'virtual' or 'then' was expected", G::Clauses );
+EXPECTED( "the name of a handler was expected", T< G::ThenHandler > );
 EXPECTED( "'not null' was expected", G::NotNull );
 EXPECTED( "the name of an attribute was expected", T< G::Source > );
 EXPECTED( "'.' was expected", Sign< '.' > );

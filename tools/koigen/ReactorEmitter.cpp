@@ -24,8 +24,9 @@ class ReactorText {
   MemberTexts texts() {
     Texts constructor;
     for( auto const & p : Context::constructorOf( reactor_ ) )
-      constructor.push_back( "Koi::parameter( \"_" + p.name + "\", &" + reactor_.name +
-                             "::" + p.name + " )" );
+      constructor.push_back(
+          ( p.member && p.member->settable ? "Koi::initial( \"_" : "Koi::parameter( \"_" ) +
+          p.name + "\", &" + reactor_.name + "::" + p.name + " )" );
     for( auto const & m : reactor_.members )
       add( m );
     std::string const & type = reactor_.name;
@@ -83,6 +84,8 @@ class ReactorText {
         hooks_.push_back( "void koiCleanup() override { " + m.name + "(); }" );
         break;
       default:
+        if( !m.then.empty() )
+          addOnce( handlers_, "void " + m.then + "();" );
         addTexts( attributeTexts( context_, { reactor_, false }, m ) );
         cells_.push_back( cellText( context_, m ) );
     }
@@ -96,6 +99,12 @@ class ReactorText {
   void addParam( Member const & m ) {
     parameters_.push_back( givenArgument( context_, m.type ) + " " + m.name );
     arguments_.push_back( m.name );
+    if( m.settable ) {
+      initialisers_.push_back( m.name + "_( " + m.name + " )" );
+      addTexts( attributeTexts( context_, { reactor_, false }, m ) );
+      cells_.push_back( cellText( context_, m ) );
+      return;
+    }
     initialisers_.push_back( "_" + m.name + "( " + m.name + " )" );
     attributes_.push_back( paramText( context_, m ) );
     cells_.push_back( paramCellText( context_, m ) );
