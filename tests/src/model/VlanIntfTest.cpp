@@ -72,7 +72,7 @@ TEST( VlanIntfConfig, isMadeAndCollected ) {
 TEST( CounterArgs, areEmptyBelowNoSystem ) {
   auto const status = vlanIntfStatusFactory( vlanIntf( 10 ), 1, "" );
   EXPECT_EQ( traced( [&] { EXPECT_FALSE( status->vlanCounter() ); } ),
-             "vlan10: ->parent() at level 0 is null\n"
+             "'vlan10': ->parent() at level 0 is null\n"
              "VlanIntfCounter args not initialized, returning nullptr\n" );
   auto const root = Coredb::dirFactory( "Coredb"_n );
   auto const dir = vlanIntfStatusDirFactory( "status"_n );
@@ -149,7 +149,8 @@ TEST( Counter, otherKindsAreLookedForAlike ) {
 
 TEST( Counter, whatIsMissingIsSaid ) {
   auto const alone = vlanIntfStatusFactory( vlanIntf( 10 ), 1, "" );
-  EXPECT_EQ( traced( [&] { EXPECT_FALSE( alone->counter() ); } ), "vlan10: ->parent() is null\n" );
+  EXPECT_EQ( traced( [&] { EXPECT_FALSE( alone->counter() ); } ),
+             "'vlan10': ->parent() is null\n" );
   Coredb::directoryIs( Coredb::globalDirectory(), "odd" )->entityIs( "vlan10"_n, alone );
   EXPECT_EQ( traced( [&] { EXPECT_FALSE( alone->counter() ); } ),
              "/odd: dynamic_cast to Interface::IntfStatusDirBase failed; typeid is "
@@ -175,7 +176,7 @@ TEST( Counter, whatIsMissingIsSaid ) {
   dir->counterDirIs( all );
   EXPECT_EQ( said( "" ), "all: ->doGetIntfCounterDir(vlan10) returned null\n" );
   all->intfCounterDirIs( vlanIntf( 10 ) );
-  EXPECT_EQ( said( "" ), "all/vlan10: ->doGetIntfCounter(current) returned null\n" );
+  EXPECT_EQ( said( "" ), "all/'vlan10': ->doGetIntfCounter(current) returned null\n" );
 }
 
 // ---- counters in shared memory
@@ -301,7 +302,7 @@ bool followsTwins( std::string const & socket ) {
     if( !status || !( view = status->vlanCounter() ) )
       continue;
     if( refusal< Koi::ReadOnlyException >( [&] { status->activeIs( true ); } ) !=
-        "write-update from readonly proxy: /twins/Coredb/vlanIntfStatus/vlan10" )
+        "write-update from readonly proxy: /twins/Coredb/vlanIntfStatus/'vlan10'" )
       return false;
     VlanIntfCounterQuill const entry = view->record();
     Koi::U64 const first = entry.vlanStatistics().inUcastOctets();
