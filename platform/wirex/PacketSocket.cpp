@@ -125,23 +125,29 @@ PacketSocket::Outcome PacketSocket::receive( std::vector< Koi::Ptr< Pkt > > & pk
       recvmmsg( descriptor(), rxMessages_.data(), batchMost, MSG_DONTWAIT | MSG_TRUNC, nullptr );
   if( got < 0 )
     return { 0, errno };
-  for( unsigned slot = 0; slot < static_cast< unsigned >( got ); ++slot ) {
+  auto const numPkts = static_cast< unsigned >( got );
+  std::size_t longest = 0;
+  for( unsigned slot = 0; slot < numPkts; ++slot ) {
     auto & [header, length] = rxMessages_[slot];
     auto & incoming = incoming_[slot];
+    header.msg_controllen = sizeof incoming.control;
+    longest = std::max( longest, std::size_t{ length } );
     if( length > incoming.piece.iov_len ) {
       ++numTooLong_;
-      frameMost_ =
-          std::max( frameMost_, std::min( std::bit_ceil( std::size_t{ length } ), frameMostEver ) );
-    } else {
-      Koi::Ptr< Pkt > const pkt(
-          new Pkt( std::move( incoming.buffer ), Pkt::headRoomDefault, length ) );
-      readTag( header, *pkt );
-      pkts.push_back( pkt );
+      continue;
     }
-    header.msg_controllen = sizeof incoming.control;
+    Koi::Ptr< Pkt > const pkt(
+        new Pkt( std::move( incoming.buffer ), Pkt::headRoomDefault, length ) );
+    readTag( header, *pkt );
+    pkts.push_back( pkt );
     bufferIs( slot );
   }
-  return { static_cast< unsigned >( got ), 0 };
+  if( longest > frameMost_ ) {
+    frameMost_ = std::min( std::bit_ceil( longest ), frameMostEver );
+    for( unsigned slot = 0; slot < batchMost; ++slot )
+      bufferIs( slot );
+  }
+  return { numPkts, 0 };
 }
 
 PacketSocket::Outcome PacketSocket::send( std::deque< Koi::Ptr< Pkt > > const & pkts ) {
