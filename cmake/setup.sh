@@ -14,6 +14,7 @@ packagesRun=(
 packagesTest=(
   clang-format-14 git                                     # the checks of the tree
   g++-multilib                                            # 32 bits
+  iproute2 python3-scapy                                  # devices for tests; frames that are not ours
   libbenchmark-dev libmurmurhash-dev python3 tshark       # benchmarks; readers and hashes that are not ours
 )
 packagesLong=( clang-14 libclang-rt-14-dev )
