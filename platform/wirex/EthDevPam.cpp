@@ -22,9 +22,9 @@ EthDevPam::EthDevPam( Koi::String8 const & deviceName, Koi::Activity * activity 
     : deviceName_( deviceName ),
       socket_( std::make_unique< PacketSocket >( deviceName ) ),
       isUp_( socket_->isDeviceUp() ),
-      readable_( activity, socket_->descriptor(), Koi::DescriptorWatch::readable,
+      readable_( activity, socket_->receiving(), Koi::DescriptorWatch::readable,
                  [this] { read(); } ),
-      writable_( activity, socket_->descriptor(), Koi::DescriptorWatch::writable,
+      writable_( activity, socket_->sending(), Koi::DescriptorWatch::writable,
                  [this] { resumeSending(); } ),
       sending_( activity, [this] { resumeSending(); } ),
       probing_( activity, [this] { probe(); } ) {

@@ -52,23 +52,22 @@ void PacketSocket::refuse( int error ) const {
 
 PacketSocket::PacketSocket( Koi::String8 const & deviceName )
     : deviceName_( deviceName ),
-      // Of no protocol: nothing comes before it is bound to the one device.
-      socket_( socket( AF_PACKET, SOCK_RAW | SOCK_NONBLOCK | SOCK_CLOEXEC, 0 ) ),
-      frameMost_( 0 ) {
-  if( !socket_.isOpen() )
+      // Of no protocol: nothing comes before it is bound to the one device, and to one never.
+      in_( socket( AF_PACKET, SOCK_RAW | SOCK_NONBLOCK | SOCK_CLOEXEC, 0 ) ),
+      out_( in_.isOpen() ? socket( AF_PACKET, SOCK_RAW | SOCK_NONBLOCK | SOCK_CLOEXEC, 0 ) : -1 ) {
+  if( !out_.isOpen() )
     refuse( errno );
   try {
-    optionIs( descriptor(), PACKET_AUXDATA, 1 );
-    optionIs( descriptor(), PACKET_IGNORE_OUTGOING, 1 );
+    optionIs( receiving(), PACKET_AUXDATA, 1 );
+    optionIs( receiving(), PACKET_IGNORE_OUTGOING, 1 );
     // The first one is for the privileged; without either it does with what there is.
-    if( setsockopt( descriptor(), SOL_SOCKET, SO_RCVBUFFORCE, &receiveRoom, sizeof receiveRoom ) )
-      setsockopt( descriptor(), SOL_SOCKET, SO_RCVBUF, &receiveRoom, sizeof receiveRoom );
+    if( setsockopt( receiving(), SOL_SOCKET, SO_RCVBUFFORCE, &receiveRoom, sizeof receiveRoom ) )
+      setsockopt( receiving(), SOL_SOCKET, SO_RCVBUF, &receiveRoom, sizeof receiveRoom );
     bindTo( deviceIndex() );
   } catch( std::system_error const & e ) {  // of a call above; whoever asked gets the device's name
     refuse( e.code().value() );
   }
   for( unsigned slot = 0; slot < batchMost; ++slot ) {
-    bufferIs( slot );
     auto & header = rxMessages_[slot].msg_hdr;
     header.msg_iov = &incoming_[slot].piece;
     header.msg_iovlen = 1;
@@ -82,7 +81,7 @@ int PacketSocket::deviceIndex() const {
   if( deviceName_.empty() || deviceName_.size() >= sizeof request.ifr_name )
     refuse( ENODEV );
   std::memcpy( request.ifr_name, deviceName_.data(), deviceName_.size() );
-  if( ioctl( descriptor(), SIOCGIFINDEX, &request ) != 0 )
+  if( ioctl( receiving(), SIOCGIFINDEX, &request ) != 0 )
     refuse( errno );
   return request.ifr_ifindex;
 }
@@ -90,14 +89,18 @@ int PacketSocket::deviceIndex() const {
 void PacketSocket::bindTo( int index ) {
   sockaddr_ll address{};
   address.sll_family = AF_PACKET;
-  address.sll_protocol = htons( ETH_P_ALL );
   address.sll_ifindex = index;
-  if( bind( descriptor(), reinterpret_cast< sockaddr const * >( &address ), sizeof address ) != 0 )
-    throw std::system_error( errno, std::generic_category(), "bind" );
+  auto const bound = [&]( int socket, int protocol ) {
+    address.sll_protocol = htons( static_cast< Koi::U16 >( protocol ) );
+    if( bind( socket, reinterpret_cast< sockaddr const * >( &address ), sizeof address ) != 0 )
+      throw std::system_error( errno, std::generic_category(), "bind" );
+  };
+  bound( sending(), 0 );
+  bound( receiving(), ETH_P_ALL );
   packet_mreq all{};
   all.mr_ifindex = index;
   all.mr_type = PACKET_MR_PROMISC;
-  optionIs( descriptor(), PACKET_ADD_MEMBERSHIP, all );
+  optionIs( receiving(), PACKET_ADD_MEMBERSHIP, all );
   index_ = index;
   readMtu();
 }
@@ -106,23 +109,31 @@ void PacketSocket::readMtu() {
   ifreq request{};
   std::memcpy( request.ifr_name, deviceName_.data(), deviceName_.size() );
   std::size_t mtu = 1500;
-  if( ioctl( descriptor(), SIOCGIFMTU, &request ) == 0 )
+  if( ioctl( receiving(), SIOCGIFMTU, &request ) == 0 )
     mtu = static_cast< std::size_t >( request.ifr_mtu );
   // A second tag may stand among the bytes.
-  frameMost_ =
-      std::max( frameMost_, std::min( mtu + Pkt::headerBytes + VlanTag::bytes, frameMostEver ) );
+  frameMostIs( mtu + Pkt::headerBytes + VlanTag::bytes );
+}
+
+void PacketSocket::frameMostIs( std::size_t most ) {
+  if( std::min( most, frameMostEver ) <= frameMost_ )
+    return;
+  frameMost_ = std::min( most, frameMostEver );
+  pool_ = new PktBufferPool( Pkt::headRoomDefault + frameMost_ );
+  for( unsigned slot = 0; slot < batchMost; ++slot )
+    bufferIs( slot );
 }
 
 void PacketSocket::bufferIs( unsigned slot ) {
   auto & incoming = incoming_[slot];
-  incoming.buffer = PktBuffer::ofSize( Pkt::headRoomDefault + frameMost_ );
+  incoming.buffer = pool_->buffer();
   incoming.piece = { incoming.buffer->bytes() + Pkt::headRoomDefault, frameMost_ };
 }
 
 PacketSocket::Outcome PacketSocket::receive( std::vector< Koi::Ptr< Pkt > > & pkts ) {
   // With MSG_TRUNC the length is that of the frame, also where the buffer was shorter.
   int const got =
-      recvmmsg( descriptor(), rxMessages_.data(), batchMost, MSG_DONTWAIT | MSG_TRUNC, nullptr );
+      recvmmsg( receiving(), rxMessages_.data(), batchMost, MSG_DONTWAIT | MSG_TRUNC, nullptr );
   if( got < 0 )
     return { 0, errno };
   auto const numPkts = static_cast< unsigned >( got );
@@ -142,11 +153,8 @@ PacketSocket::Outcome PacketSocket::receive( std::vector< Koi::Ptr< Pkt > > & pk
     pkts.push_back( pkt );
     bufferIs( slot );
   }
-  if( longest > frameMost_ ) {
-    frameMost_ = std::min( std::bit_ceil( longest ), frameMostEver );
-    for( unsigned slot = 0; slot < batchMost; ++slot )
-      bufferIs( slot );
-  }
+  if( longest > frameMost_ )
+    frameMostIs( std::bit_ceil( longest ) );
   return { numPkts, 0 };
 }
 
@@ -157,7 +165,7 @@ PacketSocket::Outcome PacketSocket::send( std::deque< Koi::Ptr< Pkt > > const & 
     txMessages_[i].msg_hdr.msg_iov = outgoing_[i].first();
     txMessages_[i].msg_hdr.msg_iovlen = outgoing_[i].count();
   }
-  int const sent = sendmmsg( descriptor(), txMessages_.data(), numPkts, MSG_DONTWAIT );
+  int const sent = sendmmsg( sending(), txMessages_.data(), numPkts, MSG_DONTWAIT );
   if( sent < 0 )
     return { 0, errno };
   return { static_cast< unsigned >( sent ), 0 };
@@ -174,13 +182,13 @@ bool PacketSocket::isDeviceUp() {
   }
   ifreq request{};
   std::memcpy( request.ifr_name, deviceName_.data(), deviceName_.size() );
-  return ioctl( descriptor(), SIOCGIFFLAGS, &request ) == 0 && ( request.ifr_flags & IFF_UP ) != 0;
+  return ioctl( receiving(), SIOCGIFFLAGS, &request ) == 0 && ( request.ifr_flags & IFF_UP ) != 0;
 }
 
 Koi::U64 PacketSocket::numLost() const {
   tpacket_stats since{};
   socklen_t size = sizeof since;
-  if( getsockopt( descriptor(), SOL_PACKET, PACKET_STATISTICS, &since, &size ) == 0 )
+  if( getsockopt( receiving(), SOL_PACKET, PACKET_STATISTICS, &since, &size ) == 0 )
     numNoRoom_ += since.tp_drops;  // asking sets them to 0
   return numNoRoom_ + numTooLong_;
 }

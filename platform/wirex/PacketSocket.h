@@ -30,7 +30,10 @@ class PacketSocket {
   /// Opens the device, promiscuous. Raises DeviceException.
   explicit PacketSocket( Koi::String8 const & deviceName );
 
-  int descriptor() const { return socket_.number(); }
+  /// Readable when there is something to receive.
+  int receiving() const { return in_.number(); }
+  /// Writable when the system would take more.
+  int sending() const { return out_.number(); }
 
   /// Receives what is there, at most a batch. One that was longer than the buffers is not in it but
   /// counted, and the buffers grow.
@@ -55,13 +58,17 @@ class PacketSocket {
   int deviceIndex() const;
   void bindTo( int index );
   void readMtu();
+  /// Buffers for so long frames from now on.
+  void frameMostIs( std::size_t most );
   void bufferIs( unsigned slot );
   [[noreturn]] void refuse( int error ) const;
 
   Koi::String8 const deviceName_;
-  Mem::Descriptor socket_;
+  // Two, for every frame that goes out wakes whoever waits for its socket, also for what comes in.
+  Mem::Descriptor in_, out_;
   int index_ = 0;
-  std::size_t frameMost_;  // bytes that a buffer takes
+  std::size_t frameMost_ = 0;  // bytes that a buffer takes
+  Koi::Ptr< PktBufferPool > pool_;
   Koi::U64 numTooLong_ = 0;
   mutable Koi::U64 numNoRoom_ = 0;
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
-#include <new>
 #include <utility>
 
 namespace Wirex {
@@ -21,18 +20,6 @@ void copyBytes( Koi::U8 * to, std::span< Koi::U8 const > bytes ) {
 }
 
 }  // namespace
-
-Koi::Ptr< PktBuffer > PktBuffer::ofSize( std::size_t size ) {
-  void * const memory = koiMemAlloc( sizeof( PktBuffer ) + size, Koi::allocTrack< PktBuffer >() );
-  return new( memory ) PktBuffer( size );
-}
-
-void PktBuffer::handleZeroRef() const {
-  auto * const self = const_cast< PktBuffer * >( this );
-  std::size_t const whole = sizeof( PktBuffer ) + size_;
-  self->~PktBuffer();
-  koiMemFree( self, whole, Koi::allocTrack< PktBuffer >() );
-}
 
 Pkt::Pkt( Koi::Ptr< PktBuffer > buffer, std::size_t headRoom, std::size_t dataBytes )
     : sharedBuffer_( std::move( buffer ) ), dataBytes_( dataBytes ) {

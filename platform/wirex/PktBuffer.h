@@ -3,11 +3,14 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 #include <koi/Ptr.h>
 #include <koi/Types.h>
 
 namespace Wirex {
+
+class PktBufferPool;
 
 class KOI_PUBLIC PktBuffer final : public Koi::PtrInterface {
  public:
@@ -18,11 +21,37 @@ class KOI_PUBLIC PktBuffer final : public Koi::PtrInterface {
   std::size_t size() const { return size_; }
 
  private:
+  friend class PktBufferPool;
+
   explicit PktBuffer( std::size_t size ) : size_( size ) {}
   ~PktBuffer() = default;
   void handleZeroRef() const override;
+  void destroy();
 
-  std::size_t const size_;  // the bytes lie behind it
+  std::size_t const size_;          // the bytes lie behind it
+  Koi::Ptr< PktBufferPool > pool_;  // where it goes when nobody has it; null: away
+};
+
+/// Buffers of one size, for who needs them over and over: those that nobody has any more are kept,
+/// up to a number, and handed out again.
+class KOI_PUBLIC PktBufferPool final : public Koi::PtrInterface {
+ public:
+  static constexpr std::size_t keptMost = 1024;
+
+  explicit PktBufferPool( std::size_t size ) : size_( size ) {}
+
+  std::size_t size() const { return size_; }
+  /// A buffer whose contents are anything. Raises std::bad_alloc.
+  Koi::Ptr< PktBuffer > buffer();
+
+ private:
+  friend class PktBuffer;
+
+  ~PktBufferPool();
+  void handleZeroRef() const override { delete this; }
+
+  std::size_t const size_;
+  std::vector< PktBuffer * > kept_;  // of no references
 };
 
 }  // namespace Wirex
