@@ -20,8 +20,11 @@ pingedInVlans() (
   trap ended EXIT
   trap 'exit 130' INT TERM
 
-  ip netns add "$near"
-  ip netns add "$far"
+  # Nothing of the system's own is to be on the wire: no neighbour or router discovery.
+  for namespace in "$near" "$far"; do
+    ip netns add "$namespace"
+    ip netns exec "$namespace" sh -c 'echo 1 > /proc/sys/net/ipv6/conf/default/disable_ipv6' 2> /dev/null || true
+  done
   ip -n "$near" link add name port0 type veth peer name port0 netns "$far"
   ip -n "$near" link set port0 up
   ip -n "$far" link set port0 up
