@@ -60,6 +60,19 @@ inline AddressNumber sourceOf( std::span< Koi::U8 const > frame ) {
 /// Whether it is that of a group.
 constexpr bool isGroup( AddressNumber address ) { return ( address >> 40 & 1 ) != 0; }
 
+/// For whom a frame is.
+enum Audience : unsigned { unicast, multicast, broadcast };
+
+/// For whom a frame of at least 6 bytes is.
+inline Audience audienceOf( std::span< Koi::U8 const > frame ) {
+  if( ( frame[0] & 1 ) == 0 )
+    return unicast;
+  for( Koi::U8 const byte : frame.first( 6 ) )
+    if( byte != 0xff )
+      return multicast;
+  return broadcast;
+}
+
 constexpr AddressNumber numberOf( Wirex::EthAddr const & address ) {
   AddressNumber number = 0;
   for( Koi::U8 const byte : address.bytes() )

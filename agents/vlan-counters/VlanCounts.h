@@ -6,6 +6,7 @@
 
 #include <Lumo/VlanCounters.h>
 #include <frames/Capture.h>
+#include <frames/Frame.h>
 
 #include <array>
 #include <vector>
@@ -21,7 +22,7 @@ class VlanCounts {
   void frameIs( Koi::U16 vlan, Frames::CapturedFrame const & frame ) {
     Counts & counts = counts_[vlan];
     counts.octets += frame.wireSize;
-    ++counts.packets[kindOf( frame.bytes )];
+    ++counts.packets[Frames::audienceOf( frame.bytes )];
     ++numFrames_;
     if( !counts.hasChanged ) [[unlikely]] {
       counts.hasChanged = true;
@@ -38,22 +39,11 @@ class VlanCounts {
   std::size_t numVlans() const { return table_->vlanCounter().size(); }
 
  private:
-  enum Kind : unsigned { unicast, multicast, broadcast };
   struct Counts {
     Koi::U64 octets = 0;
-    std::array< Koi::U64, 3 > packets{};  // by kind
+    std::array< Koi::U64, 3 > packets{};  // by audience
     bool hasChanged = false;
   };
-
-  /// By whom a frame is for.
-  static Kind kindOf( std::span< Koi::U8 const > frame ) {
-    if( ( frame[0] & 1 ) == 0 )
-      return unicast;
-    for( Koi::U8 const byte : frame.first( 6 ) )
-      if( byte != 0xff )
-        return multicast;
-    return broadcast;
-  }
 
   Koi::Ptr< Quill::Bridging::VlanCounterDir > const table_;
   std::array< Counts, 4095 > counts_{};  // by VLAN

@@ -6,7 +6,7 @@
 // captures had ended.
 
 #include <fmt/format.h>
-#include <frames/Pace.h>
+#include <frames/Replay.h>
 #include <koijson/JsonFile.h>
 #include <mem/Kick.h>
 #include <sys/eventfd.h>
@@ -57,36 +57,15 @@ int run( VlanCounters::Options const & options ) {
   Koi::DescriptorWatch const stopping( activity, interruptEvent, Koi::DescriptorWatch::readable,
                                        [&] { activity->stop(); } );
 
-  bool isSound = true, hasEnded = false;
-  std::vector< std::string > paths;
   std::vector< Frames::Port * > ports;
-  for( auto const & capture : options.captures ) {
-    paths.push_back( capture.path );
+  for( auto const & capture : options.captures )
     ports.push_back( &agent.port( capture.intf ) );
-  }
-  Frames::MergedCaptures captures(
-      paths,
-      [&]( std::size_t capture, std::string const & why, Koi::U64 numFrames ) {
-        if( interrupted )
-          return;
-        failed( fmt::format( "{}: {} (after {} frames)",
-                             paths[capture] == "-" ? "standard input" : paths[capture], why,
-                             numFrames ) );
-        isSound = false;
-      },
-      Frames::Capture::watched );
-  Frames::Pace pace( *activity, options.pace );
-  while( !interrupted && !hasEnded ) {
-    if( !pace.isReady( captures ) )
-      continue;
-    auto const [capture, frame] = captures.next();
-    hasEnded = !frame;
-    while( frame && !interrupted && !pace.isDue( frame->time ) ) {
-    }
-    if( frame )
-      agent.frameIs( *ports[capture], *frame );
-  }
-  isSound = agent.refresh() && isSound;
+  Frames::Replay replay(
+      *activity, options.captures, options.pace, [] { return interrupted != 0; },
+      [&]( std::string const & why ) { failed( why ); } );
+  for( auto taken = replay.next(); taken.frame; taken = replay.next() )
+    agent.frameIs( *ports[taken.capture], *taken.frame );
+  bool const isSound = agent.refresh() && replay.isSound();
   if( interrupted )
     return statusInterrupted;
   fmt::print( "{} frames counted, {} dropped by their ports; counters of {} VLANs\n",

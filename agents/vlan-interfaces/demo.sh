@@ -1,0 +1,84 @@
+# shellcheck shell=bash
+# demo.sh: one process makes VLAN interfaces, three others ask for them, each with a priority of its own; all say what
+# becomes of that as it happens.
+#
+# Sourced, never run. Everything it starts and makes is gone when it returns.
+
+# contended VLAN-INTERFACES VLAN-SOURCE LUMO: shows who prevails and why; false when it ends otherwise than it should.
+contended() (
+  agent=$1 source=$2 lumo=$3 demo=agents/learn/demo
+  root=$( mktemp -d /dev/shm/lumo-run.XXXXXX )
+  pids=()
+  # shellcheck disable=SC2317   # called by trap
+  ended() {
+    [ "${#pids[@]}" -eq 0 ] || kill -TERM "${pids[@]}" 2> /dev/null || true
+    wait
+    rm -rf "$root"
+  }
+  trap ended EXIT
+  trap 'exit 130' INT TERM
+
+  # asking NAME: one source, which does what is written to its file descriptor ${to[NAME]}.
+  declare -A to
+  asking() {
+    local fd
+    mkfifo "$root/$1"
+    timeout 60 "$source" "$1" --root "$root" < "$root/$1" &
+    exec {fd}> "$root/$1"
+    to[$1]=$fd
+  }
+  # say NAME COMMAND...: shows the command, gives it to the source, and waits for what comes of it.
+  say() {
+    local name=$1 line
+    shift
+    printf '%-10s > %s\n' "$name" "$*"
+    for line; do echo "$line" >&"${to[$name]}"; done
+    sleep 0.4
+  }
+  # shown WHAT LINE: whether the command line shows such a line of the VLAN interfaces.
+  shown() { grep -qE "$1" "$root/shown"; }
+
+  echo "An agent makes VLAN interfaces. Three sources ask for them, each in a process of its own; of every interface one"
+  echo "prevails, by priority and then by name. Behind '>' stands what a source is told to do:"
+  echo
+  mkfifo "$root/frames"
+  timeout 60 "$agent" --root "$root" --config "$demo/config.json" --capture "eth1=$root/frames" > "$root/said" &
+  pids+=( $! )
+  exec 9> "$root/frames"
+  for (( i = 0; i < 100; ++i )); do
+    grep -q '^serving' "$root/said" && break
+    sleep 0.1
+  done
+  for name in bridging mlag telemetry; do
+    asking "$name"
+  done
+  sleep 0.4
+  say mlag "announce vlan10 description peer link"
+  say telemetry "announce vlan10"
+  say bridging "announce vlan10"
+  say telemetry "priority high"
+  say bridging "announce vlan20" "announce vlan30 mtu 20"
+  say mlag "announce vlan30 cli"
+  say telemetry "withdraw vlan10"
+  say mlag "priority medium"
+  cat "$demo/eth1.pcap" >&9
+  exec 9>&-
+  sleep 1.2
+  echo
+  echo "What the agent decided meanwhile:"
+  echo
+  sed -n 's/^\(vlan.*\)/  \1/p' "$root/said"
+  echo
+  echo "lumo show vlan-interface, and what a capture on eth1 has brought to their counters:"
+  echo
+  "$lumo" show vlan-interface --root "$root" | tee "$root/shown"
+  echo
+  "$lumo" show counters interface --root "$root"
+  echo
+  status=0
+  shown '^vlan10 .*mlag' || status=1
+  for name in bridging mlag telemetry; do
+    eval "exec ${to[$name]}>&-"
+  done
+  exit "$status"
+)
