@@ -61,7 +61,7 @@ function( lumo_room_models )
     ${asTheyStand}
   )
   foreach( used IN LISTS room_USES )
-    add_dependencies( ${room_ROOM} ${used}-koi )
+    add_dependencies( ${room_ROOM}-koi ${used}-koi )
   endforeach()
   lumo_public_headers( ROOT "${headers}" HEADERS ${${room_ROOM}_HEADERS} )
   lumo_models( ${room_MODELS} )

@@ -4,8 +4,6 @@
 
 #include <vector>
 
-#include <coredb/Tree.h>
-#include <interface/IntfCounterSearch.h>
 #include <ntrace/Ntrace.h>
 #include <wirex/NumberedIntfId.h>
 
@@ -30,12 +28,15 @@ VlanIntfCounterQuill countersNow( AllVlanIntfCounterDir const & dir,
 
 void takeDown( AllVlanIntfCounterDir & dir, Wirex::IntfId const & intfId ) {
   VlanIntfCounterQuill const now = countersNow( dir, intfId );
-  auto const lastClear = dir.intfCounterDirIs( intfId )->intfCounterIs( Koi::Name( "lastClear" ) );
-  lastClear->vlanStatisticsIs( now.vlanStatistics() );
-  lastClear->statisticsIs( now.statistics() );
-  lastClear->ratesIs( now.rates() );
-  lastClear->linkStatusChangesIs( now.linkStatusChanges() );
-  lastClear->genIdIs( now.genId() );
+  Koi::transaction( [&] {  // nobody is told of a set that is not complete
+    auto const lastClear =
+        dir.intfCounterDirIs( intfId )->intfCounterIs( Koi::Name( "lastClear" ) );
+    lastClear->vlanStatisticsIs( now.vlanStatistics() );
+    lastClear->statisticsIs( now.statistics() );
+    lastClear->ratesIs( now.rates() );
+    lastClear->linkStatusChangesIs( now.linkStatusChanges() );
+    lastClear->genIdIs( now.genId() );
+  } );
 }
 
 void handleVlanIntf( VlanIntfCounterCheckpointSm & sm, Wirex::IntfId const & intfId ) {
@@ -58,7 +59,8 @@ void handleVlanIntf( VlanIntfCounterCheckpointSm & sm ) {
   for( auto const & i : sm.vlanIntfCounterWriterStatus()->intf() )
     all.push_back( i.key() );
   for( auto const & i : sm.allVlanIntfCounterDir()->intfCounterDir() )
-    all.push_back( i.key() );
+    if( !sm.vlanIntfCounterWriterStatus()->intf().contains( i.key() ) )
+      all.push_back( i.key() );
   for( auto const & intfId : all )
     handleVlanIntf( sm, intfId );
 }

@@ -2,13 +2,11 @@
 // whoever writes it.
 #include <gtest/gtest.h>
 
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <filesystem>
+#include <fstream>
 
 #include <Lumo/SubIntf.h>
 #include <Lumo/VlanIntf.h>
-#include <coredb/TreeMount.h>
 #include <interface/IntfCounterSearch.h>
 #include <model/VlanIntfDetailsProvider.h>
 
@@ -29,7 +27,7 @@ Koi::Name operator""_n( char const * text, std::size_t size ) {
   return Koi::Name( std::string_view( text, size ) );
 }
 
-/// The VLAN interfaces of a system, each under a name of its own.
+/// The VLAN interfaces of a system of that name, which only one test has.
 Koi::Ptr< VlanIntfStatusDir > statusDirOf( char const * sysname ) {
   auto const dir = vlanIntfStatusDirFactory( "vlanIntfStatus"_n );
   Coredb::systemDirectory( Koi::Name( sysname ) )->entityIs( "vlanIntfStatus"_n, dir );
@@ -270,64 +268,23 @@ TEST( VlanCounter, ofASystemThatCannotBeMountedIsNull ) {
              std::string::npos );
 }
 
-// ---- other processes
-
-/// Has the tree of a system and the table of its counters, and counts on until it is killed.
-[[noreturn]] void serveTwins( std::string const & socket ) {
-  auto const activity = Koi::activityFactory();
-  auto const status = statusDirOf( "twins" )->intfStatusIs( vlanIntf( 10 ), 7, "vlan10" );
-  CounterWriter const writer( "twins" );
-  Ntrace::Handler const quiet( -1, {} );
-  Coredb::TreeServer const server( Coredb::systemDirectory( "twins"_n ), socket,
-                                   Coredb::Access::readOnly, activity.ptr(), quiet );
-  for( Koi::U64 first = 1;; ++first ) {
-    writer.table->counterIs( entryOf( 10, first ) );
-    activity->runFor( 0.001 );
-  }
-}
-
-/// Mounts that tree, and follows the counters of its interface for a while. True when all is right.
-bool followsTwins( std::string const & socket ) {
-  auto const activity = Koi::defaultActivity();
-  Ntrace::Handler const quiet( -1, {} );
-  Coredb::TreeMount const mount( Coredb::systemDirectory( "twins"_n ), socket,
-                                 Coredb::Access::readOnly, {}, activity, quiet );
-  Koi::Ptr< VlanIntfStatusCounter > view;
-  Koi::U64 last = 0;
-  int numGrown = 0;
-  for( int i = 0; i < 30000 && numGrown < 20; ++i ) {
-    activity->runFor( 0.001 );
-    auto const dir = Coredb::entityAt< VlanIntfStatusDir >( "twins/Coredb/vlanIntfStatus" );
-    auto const status = dir ? dir->intfStatus( vlanIntf( 10 ) ) : nullptr;
-    if( !status || !( view = status->vlanCounter() ) )
-      continue;
-    if( refusal< Koi::ReadOnlyException >( [&] { status->activeIs( true ); } ) !=
-        "write-update from readonly proxy: /twins/Coredb/vlanIntfStatus/'vlan10'" )
-      return false;
-    VlanIntfCounterQuill const entry = view->record();
-    Koi::U64 const first = entry.vlanStatistics().inUcastOctets();
-    if( first < last || entry != entryOf( 10, first ) || status->vlanCounter() != view )
-      return false;
-    numGrown += first > last;
-    last = first;
-  }
-  return numGrown == 20;
-}
-
-TEST( VlanCounter, isReadByProcessesThatOnlyLook ) {
-  std::string const socket = Tests::namedRoot.path() + "/tree";
-  pid_t const writer = fork();
-  if( writer == 0 )
-    serveTwins( socket );
-  pid_t const other = fork();
-  if( other == 0 )
-    _exit( followsTwins( socket ) ? 0 : 1 );
-  EXPECT_TRUE( followsTwins( socket ) );
-  int status = -1;
-  waitpid( other, &status, 0 );
-  EXPECT_EQ( status, 0 );
-  kill( writer, SIGKILL );
-  waitpid( writer, nullptr, 0 );
+TEST( VlanCounter, ofADamagedTableIsMissing ) {
+  auto const status = statusDirOf( "damaged" )->intfStatusIs( vlanIntf( 10 ), 1, "" );
+  CounterWriter const writer( "damaged" );
+  writer.table->counterIs( entryOf( 10, 1 ) );
+  auto const view = status->vlanCounter();
+  ASSERT_TRUE( view );
+  // Every chain begins at a slot that there is not.
+  std::string const path = Tests::namedRoot.path() + "/counters/vlanIntf/damaged/counter/buckets";
+  std::fstream file( path, std::ios::in | std::ios::out | std::ios::binary );
+  auto const size = std::filesystem::file_size( path );
+  file.seekp( 32 );
+  file << std::string( size - 32, '\x11' ) << std::flush;
+  ASSERT_TRUE( file );
+  EXPECT_NE( traced( [&] { EXPECT_FALSE( view->exists() ); } ).find( "corrupt" ),
+             std::string::npos );
+  EXPECT_EQ( view->record(), VlanIntfCounterQuill( vlanIntf( 10 ) ) );
+  EXPECT_EQ( status->vlanCounter(), view );
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 // listed.
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include <Lumo/VlanIntf.h>
 
 #include "support/Refusal.h"
@@ -114,6 +116,34 @@ TEST_F( Checkpoints, areTheCountersAsTheyAre ) {
   EXPECT_EQ( one->genId(), entry.genId() );
   EXPECT_EQ( two->vlanStatistics(), VlanIntfStatistics() );
   EXPECT_EQ( two->statistics(), IntfStatistics() );
+}
+
+TEST_F( Checkpoints, areToldOfWhenTheyAreComplete ) {
+  struct Watcher : AllVlanIntfCounterDir::NotifieeConst {
+    using NotifieeConst::onIntfCounterDir;
+    void onIntfCounterDir( IntfId const & intfId ) override {
+      auto const set =
+          notifier()->intfCounterDir( intfId )->intfCounter( Koi::Name( "lastClear" ) );
+      genIds.push_back( set ? set->genId() : 0 );
+    }
+    std::vector< Koi::U32 > genIds;
+  } watcher;
+  watcher.notifierIs( dir.ptr() );
+  Tests::CounterWriter const writer( sysname );
+  writer.table->counterIs( entryOf( 1, 100 ) );
+  sm->initializedIs( true );
+  writerStatus->intfIs( vlanIntf( 1 ), true );
+  EXPECT_EQ( watcher.genIds, std::vector< Koi::U32 >{ entryOf( 1, 100 ).genId() } );
+}
+
+TEST_F( Checkpoints, areOfAListThatADirectoryMakes ) {
+  auto const made =
+      Coredb::newEntity( *Coredb::systemDirectory( Koi::Name( sysname ) ), Koi::Name( "list" ),
+                         "Interface::VlanIntfCounterWriterStatus" );
+  sm->initializedIs( true );
+  sm->vlanIntfCounterWriterStatusIs( dynamic_cast< VlanIntfCounterWriterStatus * >( made.ptr() ) );
+  sm->vlanIntfCounterWriterStatus()->intfIs( vlanIntf( 1 ), true );
+  EXPECT_TRUE( lastClear( 1 ) );
 }
 
 TEST_F( Checkpoints, mountHelperRefusesWhatItCannotMount ) {
