@@ -246,6 +246,8 @@ TEST_F( TableOfEntity, isMountedByPath ) {
   EXPECT_TRUE( std::filesystem::exists( shm.path() + "/bridging/fdb/quillFdbStatus/lock" ) );
   elsewhere->unmount( "bridging/fdb" );
   EXPECT_FALSE( elsewhere->getEntity( "bridging/fdb" ) );
+  elsewhere->doMount( "bridging/fdb", "Quill::Bridging::Status", { QuillType::reader, {}, true } );
+  EXPECT_EQ( elsewhere->getEntity< Status >( "bridging/fdb" )->quillFdbStatus().size(), 1u );
 }
 
 }  // namespace
