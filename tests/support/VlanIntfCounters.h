@@ -5,12 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <coredb/Tree.h>
+#include <koi/Activity.h>
 #include <model/VlanIntfCounterMountHelper.h>
 #include <wirex/NumberedIntfId.h>
 
 #include <string>
 
-#include "TableFixture.h"
+#include "ShmRoot.h"
 
 namespace Tests {
 
@@ -33,15 +34,17 @@ inline Interface::VlanIntfCounterQuill entryOf( unsigned vlan, Koi::U64 first ) 
 }
 
 /// The table of one system as its writer has it.
-class CounterWriter : TableFixture {
- public:
+struct CounterWriter {
   explicit CounterWriter( std::string const & sysname )
       : table( Interface::vlanIntfCounterMountHelperFactory(
                    new KoiQuill::EntityManager( activity.ptr(), namedRoot.root() ) )
                    ->doMountWrite( Koi::Name( sysname ), 100 ) ) {
-    EXPECT_TRUE( runUntil( [&] { return table->counterControl().isReady(); } ) );
+    for( int i = 0; i < 30000 && !table->counterControl().isReady(); ++i )
+      activity->runFor( 0.001 );
+    EXPECT_TRUE( table->counterControl().isReady() );
   }
 
+  Koi::Ptr< Koi::Activity > const activity = Koi::activityFactory();
   Koi::Ptr< Interface::AllVlanIntfCounterQuill > const table;
 };
 
