@@ -2,6 +2,7 @@
 
 #include <cerrno>
 
+#include <ntrace/Ntrace.h>
 #include <wirex/PacketSocket.h>
 
 namespace Wirex {
@@ -13,6 +14,11 @@ constexpr unsigned batchesATurn = 4;
 constexpr Koi::Seconds retryDelay = 0.001;
 /// Nor does one that is away.
 constexpr Koi::Seconds probeDelay = 0.1;
+
+Ntrace::Handler const & trace() {
+  static Ntrace::Handler const handler;
+  return handler;
+}
 
 bool isDeviceGone( int error ) { return error == ENETDOWN || error == ENXIO || error == ENODEV; }
 
@@ -133,6 +139,7 @@ void EthDevPam::wentDown() {
     return;
   isUp_ = false;
   ++numDown_;
+  trace().trace( 3, "EthDevPam::wentDown() ", deviceName_.view() );
   probing_.delayIs( probeDelay );
   toldUp();
 }
@@ -142,6 +149,7 @@ void EthDevPam::probe() {
   if( !socket_->isDeviceUp() )
     return probing_.delayIs( probeDelay );
   isUp_ = true;
+  trace().trace( 3, "EthDevPam::probe() is up ", deviceName_.view() );
   toldUp();
   if( isWritable() )
     toldWritable();

@@ -40,7 +40,7 @@ class KOI_PUBLIC Pam : public Koi::PtrInterface {
     virtual void onPkt( Koi::Ptr< Pkt > const & ) {}
     /// There is room again after there was none.
     virtual void onWritable() {}
-    /// isUp() has changed.
+    /// isUp() may have changed. It may be told while a packet is sent.
     virtual void onUp() {}
 
     /// What it receives from; null when from nothing, or when that is gone.

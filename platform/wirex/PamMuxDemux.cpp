@@ -39,7 +39,13 @@ PamMuxDemux::~PamMuxDemux() {
 void PamMuxDemux::onePamIs( Koi::Ptr< Pam > const & pam ) {
   if( pam == onePam() )
     return;
-  onePam_.bind( pam );
+  Koi::Ptr< Pam > const old = onePam();
+  try {
+    onePam_.bind( pam );
+  } catch( Koi::RangeException const & ) {  // it has an observer: nothing has changed
+    onePam_.bind( old );
+    throw;
+  }
   handleUp();
   handleWritable();
 }

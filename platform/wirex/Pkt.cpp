@@ -75,6 +75,7 @@ void Pkt::frontIs( std::size_t numBytes ) {
 }
 
 void Pkt::dataBytesIs( std::size_t numBytes ) {
+  KOI_ASSERT( sharedBuffer_ != 0 );
   dataBytes_ = numBytes;
   check();
 }

@@ -66,7 +66,7 @@ class KOI_PUBLIC Pkt final : public Koi::Tracked< Pkt, Koi::PtrInterface > {
   /// when there is enough and the buffer is nobody else's, else in a new buffer that has no room
   /// but for them. Needs a buffer.
   void frontIs( std::size_t numBytes );
-  /// Drops bytes at the end, or takes some of the tail room. Needs as much room.
+  /// Drops bytes at the end, or takes some of the tail room. Needs a buffer with as much room.
   void dataBytesIs( std::size_t numBytes );
 
   /// Bytes 12 and 13, or 0 where the frame ends before.

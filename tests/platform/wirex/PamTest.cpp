@@ -247,6 +247,14 @@ TEST_F( Mux, takesAnotherDeviceAndOneThatGoes ) {
   EXPECT_TRUE( mux->manyPam( 1 )->send( pktOf( frame( 'p' ) ) ) );
   settle();
   EXPECT_EQ( newDevice.pkts.size(), 1u );
+
+  Receiver other( near );  // one that has an observer is refused, and nothing changes
+  EXPECT_EQ( refusal( [&] { mux->onePamIs( near ); } ), "the packet endpoint has an observer" );
+  EXPECT_EQ( mux->onePam(), newNear );
+  newFar->send( pktOf( '\1' + frame( 'z' ) ) );
+  settle();
+  EXPECT_EQ( a.frames(), Strings{ frame( 'z' ) } );
+
   mux->onePamIs( nullptr );
   EXPECT_FALSE( mux->manyPam( 1 )->isUp() || mux->manyPam( 1 )->send( pktOf( frame( 'p' ) ) ) );
 }
