@@ -114,6 +114,10 @@ bool expectedHashable( KoiType const * type ) {
 
 std::partial_ordering expectedOrder( GenericIf const & a, GenericIf const & b ) {
   KoiType const * type = a.type();
+  if( std::string_view( type->name ) == "Lumo::SourcePriorityPair" ) {  // the higher priority first
+    auto const order = expectedOrder( *fieldOf( b, 1 ), *fieldOf( a, 1 ) );
+    return order != 0 ? order : expectedOrder( *fieldOf( a, 0 ), *fieldOf( b, 0 ) );
+  }
   for( std::size_t i = 0; i < type->fields.size(); ++i )
     if( auto const order = expectedOrder( *fieldOf( a, i ), *fieldOf( b, i ) ); order != 0 )
       return order;

@@ -167,6 +167,8 @@ void checkStructure( Checks checks, Declaration & d ) {
                                      []( auto const & m ) { return m.kind == Member::field; } );
   if( !anyField )
     checks.findings.add( d.place, "'" + d.name + "' has no fields" );
+  if( d.orderByHand && !d.inOrder )
+    checks.findings.add( d.place, "'" + d.name + "' has its order by hand, but is not 'ordered'" );
   for( auto & m : d.members )
     if( m.kind == Member::field )
       checkField( checks, d, m );

@@ -241,6 +241,9 @@ INSTANTIATE_TEST_SUITE_P( InAttributes, Members, testing::Values(
   Case{ "attr a : weak Vlan;", "52:17: 'Vlan' is a value: only entities are pointed to" },
   Case{ "attr a : u8, not null;", "52:8: 'not null' is for pointers" },
   Case{ "attr a : u8, stored before the check;", "52:8: 'stored before the check' needs a 'max'" },
+  Case{ "attr a : u8, virtual;", "" },
+  Case{ "hidden a : ref Named;", "" },
+  Case{ "hidden a : Named;", "52:14: an entity is held by 'ref' or 'weak'" },
   Case{ "attr a : u8, then handleA;", "52:8: 'then' is for values of a reactor" },
   Case{ "attr a : u8 max most;", "52:19: there is no constant 'most'" },
   Case{ "const most : u16 = 1; /// d\n  attr a : u8 max most;", "53:19: 'most' is not of type 'u8'" },
@@ -290,6 +293,10 @@ INSTANTIATE_TEST_SUITE_P( InCollections, Members, testing::Values(
   Case{ "hash a[ Vlan ] : bool, stored before the check;",
         "52:8: 'stored before the check' is for attributes" },
   Case{ "hash a[ Vlan ] : bool, then handleA;", "52:8: 'then' is for values of a reactor" },
+  Case{ "hash a[ Vlan ] : bool, virtual;", "52:8: 'virtual' is for attributes and functions" },
+  Case{ "hash a[ Vlan ] : own Koi::Entity;",
+        "52:11: the key of entities of any type is a Koi::Name" },
+  Case{ "hash a[ Koi::Name ] : own Koi::Entity;", "" },
   Case{ "hash a[ Vlan ] : weak Named, not null;", "" },
   Case{ "queue a[ u64 ] : bool;", "52:12: the index of a queue is a u8, u16 or u32" },
   Case{ "queue a[ u8 ] : own Keyed;", "52:23: a queue holds values" } ) );
@@ -297,6 +304,8 @@ INSTANTIATE_TEST_SUITE_P( InCollections, Members, testing::Values(
 #define TABLE "/// d\ntable value Row {\n  vlan : Vlan; /// d\n}\n/// d\nentity E {\n  "
 #define END " /// d\n}"
 INSTANTIATE_TEST_SUITE_P( InEntitiesAndReactors, Errors, testing::Values(
+  Case{ "/// d\nvalue A, order by hand {\n  a : u8; /// d\n}",
+        "51:7: 'A' has its order by hand, but is not 'ordered'" },
   Case{ "/// d\nentity A : Vlan {\n}", "51:12: 'Vlan' is no entity to extend" },
   Case{ "/// d\nentity A : A {\n}", "51:12: 'A' contains itself" },
   Case{ "/// d\nentity A : B {\n}\n/// d\nentity B : A {\n}",
@@ -401,6 +410,7 @@ INSTANTIATE_TEST_SUITE_P( OfValues, Syntax, testing::Values(
   Case{ IN( "value A : u8 in 1..;" ), "3:20: a number or a constant was expected" },
   Case{ IN( "value A : u8 max ;" ), "3:18: a number or a constant was expected" },
   Case{ IN( "value A : u8, text" ), "3:15: 'text by hand' was expected" },
+  Case{ IN( "value A, order {" ), "3:10: 'text by hand' or 'order by hand' was expected" },
   Case{ IN( "value A : u8 positiv" ), "3:14: ';' or '{' was expected" },
   Case{ IN( "value A : u8 {\n  a : u8;\n}" ), "4:3: a member or '}' was expected" },
   Case{ IN( "value A {\n  /// d\n  a : u8;\n}" ),
@@ -437,6 +447,8 @@ INSTANTIATE_TEST_SUITE_P( OfEntities, Syntax, testing::Values(
   Case{ IN( "entity A {\n  attr a : u8 max 5;\n}" ), "4:20: 'bytes' was expected" },
   Case{ IN( "entity A {\n  attr a : u8, null;\n}" ),
         "4:16: 'stored before the check', 'not null', 'virtual' or 'then' was expected" },
+  Case{ IN( "reactor A {\n  attr a : u8, then ;\n}" ), "4:21: the name of a handler was expected" },
+  Case{ "module A in 5;", "1:13: the folder of its header was expected" },
   Case{ IN( "entity A {\n  derived a : u8 = 5;\n}" ), "4:20: the name of an attribute was expected" },
   Case{ IN( "entity A {\n  derived a : u8 = b;\n}" ), "4:21: '.' was expected" },
   Case{ IN( "entity A {\n  derived a : u8 = b.5;\n}" ), "4:22: the name of a field was expected" },
