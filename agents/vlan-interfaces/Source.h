@@ -41,8 +41,8 @@ class Source {
 
   /// Does what a line says. Raises std::runtime_error with a text that names the word.
   void command( std::string const & line );
-  /// Waits for what it has not heard of yet, asks for nothing any more, and waits until that is known
-  /// to the agent, each at most so long.
+  /// Waits for what it has not heard of yet, asks for nothing any more, and waits until that is
+  /// known to the agent, each at most so long.
   void end( Koi::Seconds patience );
 
  private:

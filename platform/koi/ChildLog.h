@@ -93,6 +93,8 @@ struct KOI_PUBLIC ChildArguments< Entity > {
   static FlowIn::Arrival read( FlowIn & flow, All & arguments ) {
     return readAny( flow, std::get< Ptr< Entity > >( arguments ) );
   }
+  /// What was here without a place until now, under that number, is the child itself.
+  static void takeOrphan( FlowIn const & flow, U64 number, All & arguments );
   /// The wrapped name and entity. Raises ArgumentException.
   static All of( std::string const & what, CtorArgs const & args ) {
     requireCount( what, args, 2 );
@@ -122,7 +124,10 @@ class Birth {
   explicit Birth( FlowIn & flow )
       : number_( flow.in.nextU64() ),
         incarnation_( flow.in.nextU64() ),
-        arrival_( Arguments::template read< skip >( flow, arguments_ ) ) {}
+        arrival_( Arguments::template read< skip >( flow, arguments_ ) ) {
+    if constexpr( std::same_as< Child, Entity > )
+      Arguments::takeOrphan( flow, number_, arguments_ );
+  }
 
   static void write( Child & child, FlowOut & flow ) {
     flow.child( child );

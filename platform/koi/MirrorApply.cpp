@@ -219,16 +219,20 @@ void FlowOut::unwritable( RangeException const & refusal ) { mirror_.leftOut( re
 
 void FlowOut::reference( Entity * target ) {
   auto const write = [&]( LogReference kind ) { *frame_->room( 1 ) = static_cast< U8 >( kind ); };
+  // When the target leaves the log the reference is written again.
+  auto const isReferredTo = [&]( KoiNboAttrLogSa & known ) {
+    if( adapter_ )
+      known.referrerIs(
+          *adapter_, attribute_,
+          std::string( reinterpret_cast< char const * >( frame_->data() ) + keyBegin_, keySize_ ) );
+  };
   if( !target )
     return write( LogReference::null );
   if( pathBelow( mirror_.root(), *target ) ) {
     KoiNboAttrLogSa & known = mirror_.attached( *target, KoiNboAttrLogSa::fullResync );
     write( LogReference::below );
     logAppend( *frame_, mirror_.adapters().numberOf( known ) );
-    if( adapter_ )
-      known.referrerIs(
-          *adapter_, attribute_,
-          std::string( reinterpret_cast< char const * >( frame_->data() ) + keyBegin_, keySize_ ) );
+    isReferredTo( known );
     return;
   }
   if( auto const path = pathBelow( topOf( mirror_.root() ), *target ) ) {
@@ -239,7 +243,9 @@ void FlowOut::reference( Entity * target ) {
   if( target->parent() )
     return write( LogReference::null );
   write( LogReference::orphan );
-  mirror_.attached( *target, KoiNboAttrLogSa::fullResync ).doSerializeOrphan( *this );
+  KoiNboAttrLogSa & orphan = mirror_.attached( *target, KoiNboAttrLogSa::fullResync );
+  orphan.doSerializeOrphan( *this );
+  isReferredTo( orphan );
 }
 
 void KoiNboAttrLogSa::doSerializeOrphan( FlowOut & flow ) {
@@ -282,6 +288,14 @@ FlowIn::Arrival ChildArguments< Entity >::readAny( FlowIn & flow, Ptr< Entity > 
     return FlowIn::notYet;
   entity = *built;
   return entity ? FlowIn::here : FlowIn::refused;
+}
+
+void ChildArguments< Entity >::takeOrphan( FlowIn const & flow, U64 number, All & arguments ) {
+  auto & entity = std::get< Ptr< Entity > >( arguments );
+  auto const * const known = flow.mirror().adapters().find( number );
+  if( entity && known && !known->entity().parent() && &known->entity() != &flow.mirror().root() &&
+      known->entity().koiType() == entity->koiType() )
+    entity = &known->entity();
 }
 
 bool FlowIn::reference( Ptr< Entity > & target ) {

@@ -211,6 +211,26 @@ TEST_F( ServedDirectory, isEqualWhereverItIsChanged ) {
   }
 }
 
+TEST_F( ServedDirectory, takesInWhatWasReferredToBefore ) {
+  auto const room = roomFactory( Koi::Name( "room" ) );
+  auto const lamp = newLamp();
+  top->entityIs( "room"_n, room );
+  room->mainLampIs( lamp );
+  auto const server = served();
+  TreeMount const mount( mounted, socket, Coredb::Access::readOnly, {}, activity.ptr(), quiet );
+  auto const there = [&] { return dynamic_cast< Room * >( mounted->entity( "room"_n ).ptr() ); };
+  ASSERT_TRUE( runUntil( [&] { return there() && there()->mainLamp(); } ) );
+  top->entityIs( "lamp"_n, lamp );
+  lamp->wattsIs( 7 );
+  ASSERT_TRUE( runUntil( [&] { return !!mounted->entity( "lamp"_n ); } ) );
+  ASSERT_TRUE( runUntil( [&] { return textOf( *top ) == textOf( *mounted ); } ) );
+  EXPECT_EQ( there()->mainLamp().ptr(), mounted->entity( "lamp"_n ).ptr() );
+  top->entityDel( "lamp"_n );  // it is where it was before
+  lamp->wattsIs( 8 );
+  ASSERT_TRUE( runUntil( [&] { return there()->mainLamp()->watts() == 8; } ) );
+  EXPECT_FALSE( mounted->entity( "lamp"_n ) );
+}
+
 TEST_F( ServedDirectory, keepsEntriesThatAreTheSame ) {
   top->entityIs( "lamp"_n, newLamp() );
   top->entityIs( "finding"_n, findingFactory( Koi::Name( "finding" ), "Ann" ) );
