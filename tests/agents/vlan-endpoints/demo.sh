@@ -10,7 +10,7 @@ if [ "$( id -u )" -ne 0 ] || ! { ip netns add "lumo-probe-$$" && ip netns del "l
   echo "this user can have no network namespaces"
   exit 77
 fi
-said=$( pingedInVlans "$2" )
+said=$( pingedInVlans "$2" ) || { echo "$said"; exit 1; }
 wrong=0
 # expect REGEX: a line of what was said.
 expect() {

@@ -63,7 +63,7 @@ def cases():
 def main():
     device, leave = sys.argv[1], sys.argv[2] == "leave"
     socket = conf.L2socket(iface=device)
-    socket.ins.settimeout(10)
+    socket.ins.settimeout(30)
     wrong = total = 0
 
     def received():
