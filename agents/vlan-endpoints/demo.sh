@@ -28,6 +28,11 @@ pingedInVlans() (
   ip -n "$near" link add name port0 type veth peer name port0 netns "$far"
   ip -n "$near" link set port0 up
   ip -n "$far" link set port0 up
+  # Right after its ends were set up a wire drops what is sent.
+  for (( i = 0; i < 100; ++i )); do
+    [[ $( ip -n "$near" -br link show port0 ) == *" UP "* && $( ip -n "$far" -br link show port0 ) == *" UP "* ]] && break
+    sleep 0.05
+  done
 
   echo "A program with a station in each of three VLANs, and one for frames without a tag, on one device (AF_PACKET); at"
   echo "the other end of the wire frames are tagged by hand, for the system has no VLAN devices here:"

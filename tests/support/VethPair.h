@@ -19,7 +19,8 @@ class VethPair {
     // Nothing of the system's own is to be on the wire: no neighbour or router discovery.
     isThere_ = unshare( CLONE_NEWNET ) == 0 &&
                did( "echo 1 > /proc/sys/net/ipv6/conf/default/disable_ipv6; ip link add name near0 "
-                    "type veth peer name far0 && ip link set near0 up && ip link set far0 up" );
+                    "type veth peer name far0 && ip link set near0 up && ip link set far0 up" ) &&
+               carries();
   }
   ~VethPair() {
     setns( before_, CLONE_NEWNET );
@@ -29,6 +30,13 @@ class VethPair {
   VethPair & operator=( VethPair const & ) = delete;
 
   bool isThere() const { return isThere_; }
+  /// Waits until the wire carries frames; false when it never does. Right after its ends were set
+  /// up the system drops what is sent, and says that it went well.
+  static bool carries() {
+    return did(
+        "for i in $(seq 200); do [ $(ip -br link show type veth | grep -c ' UP ') = 2 ] && exit 0; "
+        "sleep 0.05; done; exit 1" );
+  }
   /// Whether the commands of the shell, in the namespace, all went well.
   static bool did( std::string const & commands ) {
     return std::system( ( "{ " + commands + "; } > /dev/null 2>&1" ).c_str() ) == 0;
