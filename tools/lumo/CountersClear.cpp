@@ -2,19 +2,17 @@
 // waits until it has.
 #include <algorithm>
 
-#include <coredb/TreeMount.h>
-
 #include "CounterRecords.h"
 #include "CountersGroup.h"
 #include "Subcommands.h"
 #include "VlanList.h"
+#include "Waiting.h"
 
 namespace Lumo {
 namespace {
 
 using Bridging::VlanId;
 
-constexpr Koi::Seconds patience = 5;
 constexpr Koi::Seconds farewell = 0.1;  // in which requests that nobody answers are taken back
 
 class CountersClear final : public Subcommand {
@@ -40,14 +38,12 @@ class CountersClear final : public Subcommand {
 class CountersClear::Asking {
  public:
   explicit Asking( std::string const & socket )
-      : mount_( requests_, socket, Coredb::Access::writable, {}, activity_.ptr() ),
-        deadline_( activity_.ptr(), [this] { isLate_ = true; } ) {
-    deadline_.delayIs( patience );
-    runUntil( [this] { return mount_.isSynchronised(); } );
+      : mount_( requests_, socket, Coredb::Access::writable ) {
+    if( waitUntil( mount_, [this] { return mount_.isSynchronised(); } ) )
+      return;
     if( !mount_.isConnected() )
       throw Failure( unreachable, "no agent clears counters: " + mount_.trouble() );
-    if( isLate_ )
-      throw Failure( unreachable, "the agent that counts does not answer" );
+    throw Failure( unreachable, "the agent that counts does not answer" );
   }
 
   /// Raises Failure when not all are cleared.
@@ -55,37 +51,26 @@ class CountersClear::Asking {
     for( VlanId const & vlan : vlans )
       requests_->clearCountersRequestIs( vlan, true );
     VlanSet left = vlans;
-    runUntil( [&] {
+    bool const isCleared = waitUntil( mount_, [&] {
       std::erase_if( left, [this]( VlanId const & vlan ) {
         return !requests_->clearCountersRequest().contains( vlan );
       } );
       return left.empty();
     } );
-    if( left.empty() )
+    if( isCleared )
       return;
     if( !mount_.isConnected() )
       throw Failure( unreachable, "the agent that counts has ended: " + mount_.trouble() );
     for( VlanId const & vlan : left )
       requests_->clearCountersRequestDel( vlan );
-    activity_->runFor( farewell );
-    throw Failure( unreachable, "not cleared within " +
-                                    std::to_string( static_cast< int >( patience ) ) +
-                                    " s: " + vlansText( left ) );
+    Koi::defaultActivity()->runFor( farewell );
+    throw Failure( unreachable, notClearedText( vlansText( left ) ) );
   }
 
  private:
-  template< class Condition >
-  void runUntil( Condition isSo ) {
-    while( !isSo() && !isLate_ && mount_.isConnected() )
-      activity_->runOnce();
-  }
-
-  Koi::Ptr< Koi::Activity > const activity_ = Koi::activityFactory();
   Koi::Ptr< Bridging::VlanCountersCliReq > const requests_ =
       Bridging::vlanCountersCliReqFactory( Koi::Name( "vlanCountersCliReq" ) );
   Coredb::TreeMount mount_;
-  Koi::Timer deadline_;
-  bool isLate_ = false;
 };
 
 Status CountersClear::run( Output & output ) const {

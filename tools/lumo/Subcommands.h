@@ -10,6 +10,8 @@ namespace Lumo {
 /// Adds one to its group, which fills the object when it parses.
 using AddSubcommand = std::unique_ptr< Subcommand >( CLI::App & group );
 
+AddSubcommand showInterface, showSubinterface, showVlanInterface, showPortId;
+AddSubcommand showIntfCounters, clearIntfCounters;
 AddSubcommand showVlanCounters, clearVlanCounters;
 AddSubcommand tableList, tableStat, tableDump, tableVerify, tableFollow;
 AddSubcommand showMac;

@@ -17,9 +17,13 @@ Status failed( Status status, char const * why ) {
 Status run( CLI::App & program, int argc, char ** argv, Output & output ) {
   TypesCommand const types( program );
   CommandGroup const groups[] = {
-      { program, "show", "shows what there is now", { showMac, showVlanCounters } },
+      { program,
+        "show",
+        "shows what there is now",
+        { showMac, showInterface, showSubinterface, showVlanInterface, showPortId, showVlanCounters,
+          showIntfCounters } },
       { program, "watch", "shows what changes, until it is interrupted", { watchMac } },
-      { program, "clear", "begins anew", { clearVlanCounters } },
+      { program, "clear", "begins anew", { clearVlanCounters, clearIntfCounters } },
       { program,
         "table",
         "looks at tables in shared memory",
@@ -48,7 +52,8 @@ int main( int argc, char ** argv ) {
   program.require_subcommand( 0, 1 );
   program.footer(
       "Exit status: 0; 1 for a wrong argument or a name of a type that is none; 2 for what cannot "
-      "be read or written; 3 for no such table or entry; 4 for a table that is corrupt." );
+      "be read or written; 3 for no such table, entry or interface; 4 for a table that is "
+      "corrupt." );
   try {
     Output output;
     Status const status = run( program, argc, argv, output );
