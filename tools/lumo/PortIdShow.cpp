@@ -47,7 +47,7 @@ class PortIdShow final : public IntfSubcommand {
     std::vector< Row > rows;
     for( Shown const & one : all )
       rows.push_back( { std::to_string( one.id ), std::string( one.intf.stringValue().view() ),
-                        one.isThere ? "" : "not there; kept for its return" } );
+                        one.isThere ? "-" : "not there; kept for its return" } );
     return aligned( { { "port id", true }, { "interface" }, { "note" } }, rows );
   }
 
