@@ -16,13 +16,6 @@ namespace {
 // libpcap asks for record headers of 16 bytes one by one; a wide buffer saves most system calls.
 constexpr std::size_t readBufferSize = 1 << 18;
 
-struct FileCloser {
-  void operator()( std::FILE * file ) const {
-    if( file != stdin )
-      std::fclose( file );
-  }
-};
-
 [[noreturn]] void refuse( std::string const & why ) { throw CaptureException( why ); }
 
 // libpcap delivers nanoseconds in the field of the microseconds, as it was asked to, and takes any
@@ -48,21 +41,29 @@ double CaptureTime::asSeconds() const {
 
 void Capture::Closer::operator()( pcap * handle ) const { pcap_close( handle ); }
 
-Capture::Capture( std::string const & path, Opening opening ) {
-  // The file is opened here, not by libpcap: its message would begin with the name of the file.
-  std::unique_ptr< std::FILE, FileCloser > file( path == "-" ? stdin
-                                                             : std::fopen( path.c_str(), "rb" ) );
-  if( !file )
+void Capture::FileCloser::operator()( std::FILE * file ) const {
+  if( file != stdin )
+    std::fclose( file );
+}
+
+Capture::Capture( std::string const & path, Opening opening )
+    // The file is opened here, not by libpcap: its message would begin with the name of the file.
+    : file_( path == "-" ? stdin : std::fopen( path.c_str(), "rb" ) ) {
+  if( !file_ )
     refuse( std::string( "cannot be opened: " ) + std::strerror( errno ) );
   struct stat about {};
-  if( opening == watched && fstat( fileno( file.get() ), &about ) == 0 &&
+  if( opening == watched && fstat( fileno( file_.get() ), &about ) == 0 &&
       !S_ISREG( about.st_mode ) ) {
-    waitsAt_ = fileno( file.get() );
-    std::setvbuf( file.get(), nullptr, _IONBF, 0 );
+    waitsAt_ = fileno( file_.get() );
+    std::setvbuf( file_.get(), nullptr, _IONBF, 0 );
   } else {
-    std::setvbuf( file.get(), nullptr, _IOFBF, readBufferSize );
+    std::setvbuf( file_.get(), nullptr, _IOFBF, readBufferSize );
+    begin();
   }
+}
 
+void Capture::begin() {
+  auto file = std::move( file_ );
   char why[PCAP_ERRBUF_SIZE] = "";
   handle_.reset(
       pcap_fopen_offline_with_tstamp_precision( file.get(), PCAP_TSTAMP_PRECISION_NANO, why ) );
@@ -71,23 +72,26 @@ Capture::Capture( std::string const & path, Opening opening ) {
   file.release();  // handle_ closes it from here on
 
   int const linkType = pcap_datalink( handle_.get() );
-  if( linkType != DLT_EN10MB ) {
-    char const * name = pcap_datalink_val_to_name( linkType );
-    refuse( "link type is " + ( name ? std::string( name ) : std::to_string( linkType ) ) +
-            ", not Ethernet" );
-  }
+  if( linkType == DLT_EN10MB )
+    return;
+  handle_.reset();
+  char const * name = pcap_datalink_val_to_name( linkType );
+  refuse( "link type is " + ( name ? std::string( name ) : std::to_string( linkType ) ) +
+          ", not Ethernet" );
 }
 
 Capture::~Capture() = default;
 
 int Capture::awaited() const {
-  if( waitsAt_ < 0 || !handle_ )
+  if( waitsAt_ < 0 || ( !handle_ && !file_ ) )
     return -1;
   pollfd at{ waitsAt_, POLLIN, 0 };
   return poll( &at, 1, 0 ) == 0 ? waitsAt_ : -1;
 }
 
 CapturedFrame const * Capture::next() {
+  if( file_ )
+    begin();
   if( !handle_ )
     return nullptr;
   pcap_pkthdr * header = nullptr;

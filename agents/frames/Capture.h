@@ -7,6 +7,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <span>
 #include <stdexcept>
@@ -47,7 +48,7 @@ class Capture {
   /// Opens a pcap or pcapng file; "-" is standard input. Throws CaptureException when it cannot be
   /// opened, is no capture or holds frames of another link type than Ethernet.
   /// One that is watched can say when next() would wait: it takes no more from a pipe than it has
-  /// delivered, which is slower.
+  /// delivered, which is slower. What a pipe holds is looked at by next(), which refuses it then.
   enum Opening { plain, watched };
   explicit Capture( std::string const & path, Opening opening = plain );
   ~Capture();
@@ -69,7 +70,12 @@ class Capture {
   struct Closer {
     void operator()( pcap * handle ) const;
   };
+  struct FileCloser {
+    void operator()( std::FILE * file ) const;
+  };
+  void begin();
 
+  std::unique_ptr< std::FILE, FileCloser > file_;  // until its beginning was read
   std::unique_ptr< pcap, Closer > handle_;
   int waitsAt_ = -1;  // a pipe or the like that is watched
   CapturedFrame frame_;

@@ -68,7 +68,6 @@ InterfaceAgent::InterfaceAgent( Koi::Activity * activity, Options const & option
   tableDir->entityIs( options.sysname, table );
   vlanIntfs_->counterDirPathIs( table->fullName() );
   counts_ = std::make_unique< IntfCounts >( table, counted_, vlanIntfs_ );
-  refresh();  // what another process left is not of this one's interfaces
 
   checkpoints_ = vlanIntfCounterCheckpointSmFactory(
       counted_, placed< AllVlanIntfCounterDir >( vlanCounterPlace ) );

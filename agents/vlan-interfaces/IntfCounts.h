@@ -1,7 +1,8 @@
 // IntfCounts.h: what came in on each VLAN, and how it gets into the table of VLAN interface
 // counters.
 //
-// Used by one thread. A frame costs some additions; the table is written when refresh() is called.
+// Used by one thread, that of the entities. A frame costs some additions; the table is written when
+// refresh() is called, and when an interface comes or goes, which begins at 0.
 #pragma once
 
 #include <Lumo/VlanIntf.h>
@@ -12,10 +13,11 @@
 
 namespace VlanInterfaces {
 
-class IntfCounts {
+class IntfCounts final : private Interface::VlanIntfCounterWriterStatus::NotifieeConst {
  public:
   /// Writes the interfaces that are listed into that table, with the generation and the link
-  /// changes that their statuses say.
+  /// changes that their statuses say. What else is in the table goes. Raises
+  /// Rova::MemoryResourceException.
   IntfCounts( Koi::Ptr< Interface::AllVlanIntfCounterQuill > table,
               Koi::Ptr< Interface::VlanIntfCounterWriterStatus const > listed,
               Koi::Ptr< Interface::VlanIntfStatusDir const > statuses );
@@ -29,8 +31,7 @@ class IntfCounts {
     ++numFrames_;
   }
 
-  /// The table has what was counted until now, at that time in seconds since 1970, of exactly the
-  /// interfaces that are listed. One of a new generation begins at 0. Raises
+  /// The table has what was counted until now, at that time in seconds since 1970. Raises
   /// Rova::MemoryResourceException; what was not written is at the next call.
   void refresh( Koi::Seconds now );
 
@@ -39,10 +40,11 @@ class IntfCounts {
  private:
   struct Counts {
     std::array< Koi::U64, 3 > octets{}, packets{};  // by audience
-    Koi::U32 genId = 0;                             // whose they are
   };
+  using NotifieeConst::onIntf;
+  void onIntf( Wirex::IntfId const & intfId ) override;
   Interface::VlanIntfCounterQuill recordOf( Interface::VlanIntfStatus const & status,
-                                            Koi::Seconds now );
+                                            Koi::Seconds now ) const;
 
   Koi::Ptr< Interface::AllVlanIntfCounterQuill > const table_;
   Koi::Ptr< Interface::VlanIntfCounterWriterStatus const > const listed_;

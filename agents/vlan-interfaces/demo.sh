@@ -31,13 +31,12 @@ contended() (
   say() {
     local name=$1 line
     shift
-    printf '%-10s > %s\n' "$name" "$*"
-    for line; do echo "$line" >&"${to[$name]}"; done
+    for line; do
+      printf '%-10s > %s\n' "$name" "$line"
+      echo "$line" >&"${to[$name]}"
+    done
     sleep 0.4
   }
-  # shown WHAT LINE: whether the command line shows such a line of the VLAN interfaces.
-  shown() { grep -qE "$1" "$root/shown"; }
-
   echo "An agent makes VLAN interfaces. Three sources ask for them, each in a process of its own; of every interface one"
   echo "prevails, by priority and then by name. Behind '>' stands what a source is told to do:"
   echo
@@ -58,7 +57,7 @@ contended() (
   say bridging "announce vlan10"
   say telemetry "priority high"
   say bridging "announce vlan20" "announce vlan30 mtu 20"
-  say mlag "announce vlan30 cli"
+  say mlag "announce vlan40 cli"
   say telemetry "withdraw vlan10"
   say mlag "priority medium"
   cat "$demo/eth1.pcap" >&9
@@ -76,7 +75,9 @@ contended() (
   "$lumo" show counters interface --root "$root"
   echo
   status=0
-  shown '^vlan10 .*mlag' || status=1
+  # The peer link has vlan10, for its priority; vlan30 is nobody's, for its MTU.
+  grep -qE '^vlan10 .* mlag +medium +yes' "$root/shown" || status=1
+  grep -qE '^vlan30 .* bridging +low +failed' "$root/shown" || status=1
   for name in bridging mlag telemetry; do
     eval "exec ${to[$name]}>&-"
   done
