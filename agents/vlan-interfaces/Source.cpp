@@ -104,7 +104,14 @@ Source::Source( Koi::Activity * activity, std::string const & name, Koi::Name co
       name_( name ),
       say_( std::move( say ) ),
       tree_( Coredb::systemDirectory( sysname ) ),
-      mount_( tree_, socket, Coredb::Access::writable, {}, activity, quiet() ) {}
+      returning_( activity, [this] { takePlace(); } ),
+      mount_(
+          tree_, socket, Coredb::Access::writable,
+          [this]( bool isSynchronised ) {
+            if( isSynchronised && mine_ )
+              returning_.delayIs( 0 );
+          },
+          activity, quiet() ) {}
 
 Source::~Source() = default;
 
@@ -121,15 +128,29 @@ bool Source::runUntil( Condition isSo, Koi::Seconds patience ) {
 bool Source::begin( Koi::Seconds patience ) {
   if( !runUntil( [&] { return mount_.isSynchronised(); }, patience ) )
     return false;
+  takePlace();
+  if( !mine_ )
+    throw std::runtime_error( "nobody makes VLAN interfaces of that system" );
+  return true;
+}
+
+/// An agent that was started again knows nothing of what was asked for: it is asked for again.
+void Source::takePlace() {
+  watch_.reset();
   sources_ = placed< Coredb::Dir >( *tree_, vlanSourcePlace );
   list_ = placed< Lumo::DynVlanIntfList >( *tree_, dynVlanIntfListPlace );
   if( !sources_ || !list_ )
-    throw std::runtime_error( "nobody makes VLAN interfaces of that system" );
-  auto const entry = Coredb::newEntity( *sources_, name_,
-                                        VlanIntfConfigDir::koiName );  // or that of a life before
-  mine_ = static_cast< VlanIntfConfigDir * >( entry.ptr() );
+    return;
+  Koi::Ptr< Koi::Entity > there = sources_->entity( name_ );  // perhaps that of a life before
+  if( !there )
+    there = sources_->entityIs( name_, mine_ ? mine_ : vlanIntfConfigDirFactory( name_ ) );
+  mine_ = dynamic_cast< VlanIntfConfigDir * >( there.ptr() );
+  if( !mine_ )
+    throw std::runtime_error( std::string( there->fullName().view() ) +
+                              " is no source of VLAN interfaces" );
   watch_ = std::make_unique< Watch >( *this );
-  return true;
+  for( IntfId const & intfId : Koi::keysOf( mine_->intfConfig() ) )
+    tell( intfId );
 }
 
 void Source::announce( std::string const & intf, std::string const & rest ) {

@@ -48,6 +48,7 @@ class Source {
  private:
   class Watch;
 
+  void takePlace();
   void announce( std::string const & intf, std::string const & rest );
   /// Says what became of an interface when that is not what it said before.
   void tell( Wirex::IntfId const & intfId );
@@ -60,6 +61,7 @@ class Source {
   Koi::Name const name_;
   Say const say_;
   Koi::Ptr< Coredb::Dir > const tree_;
+  Koi::Timer returning_;  // when the tree is there again
   Coredb::TreeMount mount_;
   Koi::Ptr< Coredb::Dir > sources_;
   Koi::Ptr< Interface::VlanIntfConfigDir > mine_;
