@@ -8,6 +8,7 @@
 #include <koi/Exception.h>
 #include <CLI/CLI.hpp>
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -55,6 +56,10 @@ int run( Options const & options ) {
                                         [&] { activity->stop(); } );
       activity->run();
     }
+    // The activity may have stopped for something else.
+    pollfd readable{ STDIN_FILENO, POLLIN, 0 };
+    if( !signals.isInterrupted() && poll( &readable, 1, 0 ) == 0 )
+      continue;
     char bytes[4096];
     auto const size = signals.isInterrupted() ? 0 : read( STDIN_FILENO, bytes, sizeof bytes );
     hasEnded = size <= 0;

@@ -25,6 +25,7 @@ struct VlanInterfaces : testing::Test {
   ///   say NAME LINE...                 writes to the pipe
   ///   until COMMAND...                 waits until it succeeds; status 9 when it does not
   ///   heard NAME TEXT                  the program has printed that line
+  ///   killed NAME                      it is dead when this returns
   Outcome run( std::string const & command ) const {
     return TestSupport::shell(
         LUMO_PROGRAM,
@@ -39,6 +40,9 @@ struct VlanInterfaces : testing::Test {
             "say() { local n=$1; shift; for l; do echo \"$l\" > $n.in; done; }; "
             "until_() { for i in $( seq 500 ); do \"$@\" && return 0; sleep 0.02; done; return 9; "
             "}; "
+            "killed() { kill -9 $( cat $1.pid ); while grep -qs '^State:.[^Z]' /proc/$( cat $1.pid "
+            ")/status; "
+            "do sleep 0.01; done; }; "
             "heard() { grep -qxF -- \"$2\" $1.out; }; " +
             command );
   }
@@ -97,14 +101,14 @@ TEST_F( VlanInterfaces, areAskedForAgainWhenTheAgentIsStartedAgain ) {
   sourceIs( "a" );
   run( "say a 'priority medium' 'announce vlan10'" );
   expectHeard( "a", "vlan10: published" );
-  run( "kill -9 $( cat agent.pid ); rm -f agent.out a.out; : > a.out" );
+  run( "killed agent; rm -f agent.out a.out; : > a.out" );
   agentIs();
   EXPECT_EQ(
       run( "until_ sh -c \"$program show vlan-interface | grep -q '^vlan10 .* a *medium *yes'\"" )
           .status,
       0 );
   // A source that is killed leaves what it asked for, for the next one of its name.
-  run( "kill -9 $( cat a.pid )" );
+  run( "killed a" );
   EXPECT_EQ( rows(), "vlan10 up up 1500 - - a medium yes -\n" );
   EXPECT_EQ( run( "echo withdraw vlan10 | $source a" ).status, 0 );
   EXPECT_EQ( rows(), "" );
@@ -128,7 +132,7 @@ TEST_F( VlanInterfaces, areCountedFromWhenTheyAreThere ) {
           "| grep -q '^vlan10 *1500 '\" && $program clear counters interface all" )
           .out,
       "a          vlan10: published\ncleared: vlan10\n" );
-  EXPECT_EQ( run( "$program show port-id | awk 'NR > 1 { print $1, $2 }'" ).out, "eth1 1\n" );
+  EXPECT_EQ( run( "$program show port-id | awk 'NR > 1 { print $1, $2 }'" ).out, "1 eth1\n" );
 }
 
 TEST_F( VlanInterfaces, sayWhatIsWrong ) {
