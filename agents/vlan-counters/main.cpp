@@ -6,10 +6,9 @@
 // captures had ended.
 
 #include <fmt/format.h>
+#include <frames/Interrupts.h>
 #include <frames/Replay.h>
 #include <koijson/JsonFile.h>
-#include <mem/Kick.h>
-#include <sys/eventfd.h>
 
 #include <csignal>
 
@@ -20,25 +19,6 @@ namespace {
 
 constexpr int statusFailed = 2;
 constexpr int statusInterrupted = 128 + SIGINT;
-
-volatile std::sig_atomic_t interrupted = 0;
-int interruptEvent = -1;
-
-void onInterrupt( int ) {
-  interrupted = 1;
-  static_cast< void >( eventfd_write( interruptEvent, 1 ) );
-}
-
-void setSignals() {
-  std::signal( SIGPIPE, SIG_IGN );
-  interruptEvent = eventfd( 0, EFD_CLOEXEC | EFD_NONBLOCK );
-  // No SA_RESTART: the interrupt ends a read that waits for a pipe. A second one ends the program.
-  struct sigaction action {};
-  action.sa_handler = onInterrupt;
-  action.sa_flags = static_cast< int >( SA_RESETHAND );
-  sigaction( SIGINT, &action, nullptr );
-  sigaction( SIGTERM, &action, nullptr );
-}
 
 int failed( std::string const & why ) {
   fmt::print( stderr, "vlan-counters: {}\n", why );
@@ -52,21 +32,19 @@ int run( VlanCounters::Options const & options ) {
   Frames::applyNativeVlans( options.captures, *config );
 
   Koi::Activity * const activity = Koi::defaultActivity();
+  Frames::Interrupts const signals( activity );
   Mem::RootPath const root = options.root.empty() ? Mem::RootPath() : Mem::RootPath( options.root );
   VlanCounters::CounterAgent agent( activity, root, options.interval, config );
-  Koi::DescriptorWatch const stopping( activity, interruptEvent, Koi::DescriptorWatch::readable,
-                                       [&] { activity->stop(); } );
-
   std::vector< Frames::Port * > ports;
   for( auto const & capture : options.captures )
     ports.push_back( &agent.port( capture.intf ) );
   Frames::Replay replay(
-      *activity, options.captures, options.pace, [] { return interrupted != 0; },
+      *activity, options.captures, options.pace, [&] { return signals.isInterrupted(); },
       [&]( std::string const & why ) { failed( why ); } );
   for( auto taken = replay.next(); taken.frame; taken = replay.next() )
     agent.frameIs( *ports[taken.capture], *taken.frame );
   bool const isSound = agent.refresh() && replay.isSound();
-  if( interrupted )
+  if( signals.isInterrupted() )
     return statusInterrupted;
   fmt::print( "{} frames counted, {} dropped by their ports; counters of {} VLANs\n",
               agent.counts().numFrames(), agent.numDropped(), agent.counts().numVlans() );
@@ -82,7 +60,6 @@ int main( int argc, char ** argv ) {
   VlanCounters::Options options;
   if( auto const status = VlanCounters::readCommandLine( argc, argv, options ) )
     return *status;
-  setSignals();
   try {
     return run( options );
   } catch( std::runtime_error const & e ) {  // no room, another writer, a wrong configuration

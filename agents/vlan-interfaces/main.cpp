@@ -5,13 +5,13 @@
 // written, a tree that could not be served or a capture that could not be read to its end.
 
 #include <fmt/format.h>
+#include <frames/Interrupts.h>
 #include <frames/Replay.h>
 #include <koi/Exception.h>
 #include <koijson/JsonFile.h>
 
 #include "InterfaceAgent.h"
 #include "Options.h"
-#include "Signals.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ int run( VlanInterfaces::Options const & options ) {
   Frames::applyNativeVlans( options.captures, *config );
 
   Koi::Activity * const activity = Koi::defaultActivity();
-  VlanInterfaces::Signals const signals( activity );
+  Frames::Interrupts const signals( activity );
   VlanInterfaces::InterfaceAgent agent(
       activity, { .sysname = Koi::Name( options.sysname ),
                   .root = options.root.empty() ? Mem::RootPath() : Mem::RootPath( options.root ),

@@ -5,6 +5,7 @@
 // no agent answers.
 
 #include <coredb/SystemSocket.h>
+#include <frames/Interrupts.h>
 #include <koi/Exception.h>
 #include <CLI/CLI.hpp>
 
@@ -14,7 +15,6 @@
 #include <cstdio>
 #include <string>
 
-#include "Signals.h"
 #include "Source.h"
 
 namespace {
@@ -34,7 +34,7 @@ int failed( std::string const & why ) {
 /// Reads the lines as they come; the activity runs meanwhile.
 int run( Options const & options ) {
   Koi::Activity * const activity = Koi::defaultActivity();
-  VlanInterfaces::Signals const signals( activity );
+  Frames::Interrupts const signals( activity );
   auto const root = options.root.empty() ? Mem::RootPath() : Mem::RootPath( options.root );
   Koi::Name const sysname( options.sysname );
   std::string const socket = Coredb::systemSocket( root, sysname );

@@ -1,14 +1,15 @@
-// Signals.h: how SIGINT and SIGTERM end the programs of this folder: the activity stops.
+// Interrupts.h: how SIGINT and SIGTERM end a program: the activity stops, and a read that waits for
+// a pipe ends.
 #pragma once
 
 #include <koi/Activity.h>
 
-namespace VlanInterfaces {
+namespace Frames {
 
-class Signals {
+class Interrupts {
  public:
   /// From now on; the only object of its kind in the process. A second signal ends the process.
-  explicit Signals( Koi::Activity * activity );
+  explicit Interrupts( Koi::Activity * activity );
 
   bool isInterrupted() const;
 
@@ -16,4 +17,4 @@ class Signals {
   Koi::DescriptorWatch const watch_;
 };
 
-}  // namespace VlanInterfaces
+}  // namespace Frames

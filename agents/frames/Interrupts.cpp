@@ -1,10 +1,10 @@
-#include "Signals.h"
+#include "Interrupts.h"
 
 #include <sys/eventfd.h>
 
 #include <csignal>
 
-namespace VlanInterfaces {
+namespace Frames {
 namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
@@ -29,10 +29,10 @@ int madeEvent() {
 
 }  // namespace
 
-Signals::Signals( Koi::Activity * activity )
+Interrupts::Interrupts( Koi::Activity * activity )
     : watch_( activity, madeEvent(), Koi::DescriptorWatch::readable,
               [activity] { activity->stop(); } ) {}
 
-bool Signals::isInterrupted() const { return interrupted != 0; }
+bool Interrupts::isInterrupted() const { return interrupted != 0; }
 
-}  // namespace VlanInterfaces
+}  // namespace Frames
