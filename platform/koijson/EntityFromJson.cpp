@@ -79,6 +79,9 @@ void AttributeFromJson::is( JsonPlace const & place ) {
     case AttributeKind::members:
       return membersAre( place );
     case AttributeKind::children:
+      if( !attribute_.type )
+        place.refuse( typeName + "::" + attribute_.name +
+                      " cannot be set: its children are of any type" );
       return childrenAre( place );
     case AttributeKind::queue:
       return queueIs( place );

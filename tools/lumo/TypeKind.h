@@ -20,10 +20,12 @@ std::size_t numAttributes( Koi::KoiType const & type );
 /// entities; "reference", "weak reference" or " of references" where it refers to entities.
 std::string attributeKind( Koi::KoiType const & type, Koi::KoiAttribute const & attribute );
 
-/// The type of what an attribute or a parameter holds, or refers to.
+/// The type of what an attribute or a parameter holds, or refers to; "Koi::Entity" where that may
+/// be of any.
 template< class Described >
 std::string_view typeName( Described const & described ) {
-  return ( described.type ? described.type : described.target )->name;
+  auto const * const type = described.type ? described.type : described.target;
+  return type ? type->name : "Koi::Entity";
 }
 
 }  // namespace Lumo

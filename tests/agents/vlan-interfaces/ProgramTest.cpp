@@ -121,17 +121,14 @@ TEST_F( VlanInterfaces, areCountedFromWhenTheyAreThere ) {
                                  .frame( 3, 0, frameFrom( mac( 3 ), tag( 0x8100, 11 ) ), 64 )
                                  .bytes();
   SavedFile const capture( frames );
-  EXPECT_EQ(
-      run(
-          "mkfifo frames; begin agent $agent --interval 0.05 --capture eth1=frames; exec 5>frames; "
-          "until_ grep -q serving agent.out && { echo announce vlan10; sleep 1; } | $source a & "
-          "until_ sh -c \"$program show counters interface 2>/dev/null | grep -q vlan10\" && "
-          "cat " +
-          capture.path() +
-          " >&5 && until_ sh -c \"$program show counters interface "
-          "| grep -q '^vlan10 *1500 '\" && $program clear counters interface all" )
-          .out,
-      "a          vlan10: published\ncleared: vlan10\n" );
+  EXPECT_EQ( run( "mkfifo frames; begin agent $agent --interval 0.05 --capture eth1=frames; "
+                  "exec 5>frames; until_ grep -q serving agent.out; begin a $source a; "
+                  "say a 'announce vlan10'; until_ heard a 'a          vlan10: published'; cat " +
+                  capture.path() +
+                  " >&5; until_ sh -c \"$program show counters interface | "
+                  "grep -q '^vlan10 *1500 '\" && $program clear counters interface all" )
+                 .out,
+             "cleared: vlan10\n" );
   EXPECT_EQ( run( "$program show port-id | awk 'NR > 1 { print $1, $2 }'" ).out, "1 eth1\n" );
 }
 

@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include <Coredb/Dir.h>
 #include <Everything.h>
 #include <koi/AttributeAccess.h>
 #include <koi/GenericEntity.h>
@@ -196,6 +197,8 @@ TEST_F( EntityFromJson, eachRefusalNamesItsPlaceAndChangesNothing ) {
       more += ", 1";
     return more;
   }() + " ] }";
+  EXPECT_EQ( refusal( *Coredb::dirFactory( Koi::Name( "dir" ) ), R"({ "entity": { "a": {} } })" ),
+             "/entity: Coredb::Dir::entity cannot be set: its children are of any type" );
   EXPECT_EQ( refusal( *room, tooMany ), "/visitor: a queue of more than 256 members" );
 }
 
