@@ -82,8 +82,8 @@ void refuseOtherArguments( Child const & child, Args const &... args ) {
 
 /// Requires that `owner` may take `child` as the one of that name, where `there` is now. Raises
 /// RangeException "null child of <owner> not allowed", "a child of <owner> without a name not
-/// allowed" and "<entity> below itself not allowed", NameInUseException "<full name> is another
-/// entity" and "<full name> has a place in a tree".
+/// allowed", "<entity> below itself not allowed", "more than 100 levels below <top> not allowed";
+/// NameInUseException "<full name> is another entity", "<full name> has a place in a tree".
 KOI_PUBLIC void requireAdoptable( Entity const & owner, Name const & name, Entity const * child,
                                   Entity const * there );
 

@@ -78,9 +78,15 @@ void requireAdoptable( Entity const & owner, Name const & name, Entity const * c
     throw NameInUseException( std::string( there->fullName() ) + " is another entity" );
   if( child->parent() )
     throw NameInUseException( std::string( child->fullName() ) + " has a place in a tree" );
-  for( Entity const * above = &owner; above; above = above->parent() )
+  unsigned levels = 0;
+  for( Entity const * above = &owner; above; above = above->parent() ) {
     if( above == child )
       throwRangeException( std::string( child->fullName() ) + " below itself not allowed" );
+    // Trees are walked level by level, and a peer may make them.
+    if( ++levels > 100 )
+      throwRangeException( "more than 100 levels below " + std::string( above->name().view() ) +
+                           " not allowed" );
+  }
 }
 
 void Entity::koiParentIs( Entity * parent, unsigned attribute ) {

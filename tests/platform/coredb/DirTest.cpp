@@ -61,6 +61,16 @@ TEST( Directory, refusesWhatCannotStandInIt ) {
              "top below itself not allowed" );
   EXPECT_EQ( top->entity().size(), 1u );
   EXPECT_EQ( below->entity().size(), 1u );
+  Koi::Ptr< Dir > deepest = below;
+  EXPECT_EQ( refusal( [&] {
+               for( int level = 1; level < 200; ++level ) {
+                 auto const next = newDir( "" );
+                 deepest->entityIs( Koi::Name( "d" + std::to_string( level ) ), next );
+                 deepest = next;
+               }
+             } ),
+             "more than 100 levels below top not allowed" );
+  EXPECT_EQ( deepest->name().view(), "d99" );
 }
 
 TEST( Directory, makesEntriesByTheNameOfTheirType ) {
