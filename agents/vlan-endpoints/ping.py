@@ -84,7 +84,8 @@ def main():
         if address == "-":
             mac = asked(wire, vlan, NOBODY, 0.3)
             failed |= mac is not None
-            print(f"{where:<11} {'nobody answers, as it should be' if mac is None else 'somebody answers'}")
+            what = f"for {socket.inet_ntoa(NOBODY)}"
+            print(f"{where:<11} {f'nobody answers {what}, as it should be' if mac is None else f'somebody answers {what}'}")
             continue
         bytes_ = socket.inet_aton(address)
         mac = asked(wire, vlan, bytes_, 5)

@@ -20,7 +20,7 @@ expect '^No tag: +192\.0\.2\.2 is at 00:00:5e:00:53:0a, 5 of 5 echoes came back$
 for vlan in 10 20 4094; do
   expect "^VLAN $vlan: +192\.0\.2\.[0-9]+ is at 00:00:5e:00:53:0a, 5 of 5 echoes came back\$"
 done
-expect '^VLAN 30: +nobody answers, as it should be$'
+expect '^VLAN 30: +nobody answers for 192.0.2.254, as it should be$'
 # An ARP frame has 60 bytes, an echo 90.
 expect '^untagged +6 +510 +6 +510 +6$'
 expect '^ +10 +7 +570 +6 +510 +6$'
