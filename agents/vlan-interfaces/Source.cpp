@@ -24,10 +24,13 @@ Koi::Ptr< E > placed( Coredb::Dir & tree, char const * place ) {
   return dynamic_cast< E * >( Koi::entityNamed( tree, place ) );
 }
 
-double numberOf( std::string const & word, char const * what ) {
-  double number = 0;
-  auto const [end, error] = std::from_chars( word.data(), word.data() + word.size(), number );
-  if( error != std::errc() || end != word.data() + word.size() || !( number >= 0 ) || number > 1e6 )
+template< class Number >
+Number numberOf( std::string const & word, char const * what ) {
+  constexpr Number most = 1'000'000;
+  Number number = 0;
+  char const * const end = word.data() + word.size();
+  auto const [at, error] = std::from_chars( word.data(), end, number );
+  if( error != std::errc() || at != end || !( number >= 0 ) || number > most )
     throw std::runtime_error( std::string( what ) + " '" + word + "' is no number" );
   return number;
 }
@@ -156,12 +159,12 @@ void Source::takePlace() {
 void Source::announce( std::string const & intf, std::string const & rest ) {
   IntfId const intfId = vlanIntfOf( intf );
   std::istringstream words( rest );
-  std::string word, value, source = name_.view() == "cli" ? "cli" : std::string( name_.view() );
+  std::string word, value, source( name_.view() );
   std::optional< Koi::U32 > mtu;
   std::string description;
   while( words >> word ) {
     if( word == "mtu" && words >> value )
-      mtu = static_cast< Koi::U32 >( numberOf( value, "mtu" ) );
+      mtu = numberOf< Koi::U32 >( value, "mtu" );
     else if( word == "description" && std::getline( words >> std::ws, description ) )
       break;
     else if( word == "cli" )
@@ -197,7 +200,7 @@ void Source::command( std::string const & line ) {
   else if( what == "priority" )
     mine_->configPriorityIs( priorityOf( word ) );
   else if( what == "wait" )
-    activity_->runFor( numberOf( word, "wait" ) );
+    activity_->runFor( numberOf< double >( word, "wait" ) );
   else
     throw std::runtime_error( "'" + what + "': announce, withdraw, priority or wait was expected" );
 }

@@ -142,7 +142,7 @@ TEST_F( VlanInterfaces, sayWhatIsWrong ) {
   EXPECT_EQ( second.status, 2 );
   EXPECT_EQ( second.err.substr( 0, 17 ), "vlan-interfaces: " );
   Outcome const wrong =
-      run( "printf 'announce\\nannounce eth1\\nannounce vlan4095\\nannounce vlan1 mtu x\\n"
+      run( "printf 'announce\\nannounce eth1\\nannounce vlan4095\\nannounce vlan1 mtu 1.5\\n"
            "announce vlan1 colour red\\npriority top\\nwithdraw vlan1 now\\nfly away\\n\\n# no\\n' "
            "| $source a" );
   EXPECT_EQ( wrong.status, 1 );
@@ -150,7 +150,7 @@ TEST_F( VlanInterfaces, sayWhatIsWrong ) {
              "vlan-source: 'announce': something is missing behind it\n"
              "vlan-source: 'eth1' is no VLAN interface\n"
              "vlan-source: Interface name 'vlan4095': number < 1 or > 4094 not allowed\n"
-             "vlan-source: mtu 'x' is no number\n"
+             "vlan-source: mtu '1.5' is no number\n"
              "vlan-source: 'colour': mtu N, description TEXT or cli was expected\n"
              "vlan-source: priority 'top': low, medium or high was expected\n"
              "vlan-source: 'now' is left over\n"
