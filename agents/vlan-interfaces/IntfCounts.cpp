@@ -1,9 +1,10 @@
 #include "IntfCounts.h"
 
 #include <mem/Rova.h>
-#include <wirex/NumberedIntfId.h>
 
 #include <vector>
+
+#include "VlanOf.h"
 
 namespace VlanInterfaces {
 
@@ -34,7 +35,7 @@ IntfCounts::IntfCounts( Koi::Ptr< AllVlanIntfCounterQuill > table,
 }
 
 VlanIntfCounterQuill IntfCounts::recordOf( VlanIntfStatus const & status, Koi::Seconds now ) const {
-  auto const & [octets, packets] = counts_[Wirex::VlanIntfId::vlanId( status.intfId() )];
+  auto const & [octets, packets] = counts_[vlanOf( status.intfId() )];
   using namespace Frames;
   Koi::U64 const groupOctets = octets[multicast] + octets[broadcast];
   IntfStatistics const statistics( octets[unicast] + groupOctets, packets[unicast],
@@ -50,7 +51,9 @@ VlanIntfCounterQuill IntfCounts::recordOf( VlanIntfStatus const & status, Koi::S
 }
 
 void IntfCounts::onIntf( IntfId const & intfId ) {
-  counts_[Wirex::VlanIntfId::vlanId( intfId )] = {};
+  if( vlanOf( intfId ) == 0 )  // whoever may change the tree may list anything
+    return;
+  counts_[vlanOf( intfId )] = {};
   try {
     auto const status = statuses_->intfStatus( intfId );
     if( status && listed_->intf().contains( intfId ) )
@@ -63,7 +66,7 @@ void IntfCounts::onIntf( IntfId const & intfId ) {
 
 void IntfCounts::refresh( Koi::Seconds now ) {
   for( auto const & i : listed_->intf() )
-    if( auto const status = statuses_->intfStatus( i.key() ) )
+    if( auto const status = vlanOf( i.key() ) != 0 ? statuses_->intfStatus( i.key() ) : nullptr )
       table_->counterIs( recordOf( *status, now ) );
 }
 

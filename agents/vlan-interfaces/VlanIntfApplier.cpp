@@ -6,6 +6,8 @@
 
 #include <chrono>
 
+#include "VlanOf.h"
+
 namespace Interface {
 
 using Wirex::IntfId;
@@ -33,7 +35,8 @@ void remove( VlanIntfApplySm & sm, IntfId const & intfId ) {
 }
 
 bool canBeApplied( VlanIntfConfig const & config ) {
-  return config.mtu() >= VlanIntfApplySm::mtuMin() && config.mtu() <= VlanIntfApplySm::mtuMax();
+  return VlanInterfaces::vlanOf( config.intfId() ) != 0 &&
+         config.mtu() >= VlanIntfApplySm::mtuMin() && config.mtu() <= VlanIntfApplySm::mtuMax();
 }
 
 /// Makes the interface what the configuration of it says, which is there.

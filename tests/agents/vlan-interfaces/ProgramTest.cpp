@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <Lumo/VlanDynIntfSm.h>
+#include <coredb/TreeMount.h>
+#include <interface/TreePlaces.h>
+#include <koi/EntityPath.h>
+#include <wirex/GenericIntfId.h>
+
 #include <support/PcapFile.h>
 #include <support/Shell.h>
 #include <support/ShmRoot.h>
@@ -130,6 +136,40 @@ TEST_F( VlanInterfaces, areCountedFromWhenTheyAreThere ) {
                  .out,
              "cleared: vlan10\n" );
   EXPECT_EQ( run( "$program show port-id | awk 'NR > 1 { print $1, $2 }'" ).out, "1 eth1\n" );
+}
+
+TEST_F( VlanInterfaces, areOfVlansWhateverASourceAsksFor ) {
+  agentIs();
+  auto const activity = Koi::activityFactory();
+  auto const tree = Coredb::dirFactory( Koi::Name( "Coredb" ) );
+  Coredb::TreeMount const mount( tree, shm.path() + "/coredb/switch", Coredb::Access::writable, {},
+                                 activity.ptr() );
+  auto const until = [&]( auto isSo ) {
+    for( int i = 0; i < 1000 && !isSo(); ++i )
+      activity->runFor( 0.01 );
+    return isSo();
+  };
+  ASSERT_TRUE( until( [&] { return mount.isSynchronised(); } ) );
+  auto const at = [&]( char const * place ) { return Koi::entityNamed( *tree, place ); };
+  auto & sources = dynamic_cast< Coredb::Dir & >( *at( Interface::vlanSourcePlace ) );
+  auto & list = dynamic_cast< Lumo::DynVlanIntfList & >( *at( Interface::dynVlanIntfListPlace ) );
+  auto & counted = dynamic_cast< Interface::VlanIntfCounterWriterStatus & >(
+      *at( Interface::vlanCounterWriterPlace ) );
+  Wirex::GenericIntfId beyond( Wirex::IntfId( "vlan1" ) );
+  beyond.partIs( 1, 20480 );
+  auto const stranger = Interface::vlanIntfConfigDirFactory( Koi::Name( "stranger" ) );
+  sources.entityIs( Koi::Name( "stranger" ), stranger );
+  for( auto const & intfId : { Wirex::IntfId( "eth1" ), beyond.intfId() } ) {
+    counted.intfIs( intfId, true );
+    stranger->newIntfConfig( intfId )->dynamicIs( true );
+  }
+  EXPECT_TRUE( until( [&] {
+    return list.intfConfigError( Wirex::IntfId( "eth1" ) ) &&
+           list.intfConfigError( beyond.intfId() );
+  } ) );
+  sourceIs( "a" );  // the agent goes on
+  run( "say a 'announce vlan10'" );
+  expectHeard( "a", "vlan10: published" );
 }
 
 TEST_F( VlanInterfaces, sayWhatIsWrong ) {
