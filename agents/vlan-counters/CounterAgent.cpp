@@ -1,9 +1,9 @@
 #include "CounterAgent.h"
 
 #include <koi/KeysOf.h>
+#include <koi/UtcText.h>
 #include <mem/Rova.h>
 
-#include <chrono>
 #include <cstdio>
 
 namespace VlanCounters {
@@ -11,11 +11,6 @@ namespace VlanCounters {
 using namespace Quill::Bridging;
 
 namespace {
-
-Koi::Seconds secondsSince1970() {
-  using Clock = std::chrono::system_clock;
-  return std::chrono::duration< Koi::Seconds >( Clock::now().time_since_epoch() ).count();
-}
 
 constexpr Koi::U32 mostVlans = Bridging::VlanId::koiRange.high;
 
@@ -54,7 +49,7 @@ Frames::Port & CounterAgent::port( Wirex::IntfId intf ) {
 
 bool CounterAgent::refresh() {
   try {
-    counts_->refresh( secondsSince1970() );
+    counts_->refresh( Koi::secondsSince1970() );
   } catch( Rova::MemoryResourceException const & e ) {
     std::fprintf( stderr, "vlan-counters: %s\n", e.what() );
     return false;

@@ -2,10 +2,10 @@
 
 #include <coredb/SystemSocket.h>
 #include <interface/TreePlaces.h>
+#include <koi/UtcText.h>
 #include <mem/Rova.h>
 #include <model/VlanIntfCounterMountHelper.h>
 
-#include <chrono>
 #include <cstdio>
 
 namespace VlanInterfaces {
@@ -14,11 +14,6 @@ using namespace Interface;
 using Wirex::IntfId;
 
 namespace {
-
-Koi::Seconds secondsSince1970() {
-  using Clock = std::chrono::system_clock;
-  return std::chrono::duration< Koi::Seconds >( Clock::now().time_since_epoch() ).count();
-}
 
 constexpr unsigned mostVlans = Bridging::VlanId::koiRange.high;
 constexpr char tablePlace[] = "Quill/counters/vlanIntf";
@@ -104,7 +99,7 @@ Frames::Port & InterfaceAgent::port( IntfId intf ) {
 
 bool InterfaceAgent::refresh() {
   try {
-    counts_->refresh( secondsSince1970() );
+    counts_->refresh( Koi::secondsSince1970() );
     return true;
   } catch( Rova::MemoryResourceException const & e ) {
     std::fprintf( stderr, "vlan-interfaces: %s\n", e.what() );

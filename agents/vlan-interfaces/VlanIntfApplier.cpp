@@ -3,8 +3,7 @@
 #include <VlanIntfApplier.h>
 
 #include <koi/KeysOf.h>
-
-#include <chrono>
+#include <koi/UtcText.h>
 
 #include "VlanOf.h"
 
@@ -14,18 +13,13 @@ using Wirex::IntfId;
 
 namespace {
 
-Koi::Seconds secondsSince1970() {
-  using Clock = std::chrono::system_clock;
-  return std::chrono::duration< Koi::Seconds >( Clock::now().time_since_epoch() ).count();
-}
-
 void linkStatusIs( VlanIntfStatus & status, bool isUp ) {
   LinkStatus const now = isUp ? linkUp : linkDown;
   if( status.linkStatus() == now )
     return;
   status.linkStatusIs( now );
   status.operStatusIs( isUp ? operUp : operDown );
-  status.lastLinkStatusChangeIs( secondsSince1970() );
+  status.lastLinkStatusChangeIs( Koi::secondsSince1970() );
   status.linkStatusChangesIs( status.linkStatusChanges() + 1 );
 }
 

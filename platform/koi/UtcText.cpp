@@ -15,6 +15,11 @@ void fill( char * end, unsigned number ) {
 
 }  // namespace
 
+Seconds secondsSince1970() {
+  return std::chrono::duration< Seconds >( std::chrono::system_clock::now().time_since_epoch() )
+      .count();
+}
+
 void appendUtcText( std::string & out, Seconds time ) {
   using namespace std::chrono;
   constexpr Seconds year0 = -62167219200, year10000 = 253402300800;

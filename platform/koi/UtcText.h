@@ -1,4 +1,4 @@
-// UtcText.h: moments as people read them. Pure functions; any thread.
+// UtcText.h: moments, in seconds since 1970 began, and as people read them. Any thread.
 #pragma once
 
 #include <string>
@@ -7,6 +7,9 @@
 #include <koi/Types.h>
 
 namespace Koi {
+
+/// This moment, by the machine's clock, which may be set.
+KOI_PUBLIC Seconds secondsSince1970();
 
 /// Appends the moment that many seconds after 1970 began, in UTC and rounded to microseconds:
 /// 2012-11-23T17:00:39.425111Z; of one outside the years 0 to 9999 the seconds,

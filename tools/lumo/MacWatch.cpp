@@ -1,7 +1,6 @@
 // MacWatch.cpp: `lumo watch mac`: the changes of the MAC address table, as they come, with what was
 // before.
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <optional>
 
@@ -130,7 +129,7 @@ class MacWatch::Run {
   }
   std::string json( char const * change, MacEntry const * now, MacEntry const * was ) {
     std::string text = "{\"schema\": \"lumo.mac-change/1\", \"time\": ";
-    Koi::appendText( text, time() );
+    Koi::appendText( text, Koi::secondsSince1970() );
     ( ( text += ", \"change\": \"" ) += change ) += '"';
     if( now )
       texts_.appendJson( text += ", \"entry\": ", *now );
@@ -152,11 +151,7 @@ class MacWatch::Run {
     return row;
   }
 
-  static Koi::Seconds time() {
-    auto const now = std::chrono::system_clock::now().time_since_epoch();
-    return std::chrono::duration< Koi::Seconds >( now ).count();
-  }
-  static std::string timeText() { return Koi::utcText( time() ); }
+  static std::string timeText() { return Koi::utcText( Koi::secondsSince1970() ); }
 
   MacWatch const & options_;
   Following following_;
