@@ -31,6 +31,24 @@ function( lumo_test )
   )
 endfunction()
 
+# What the tests that lumo_program_test() registers run; ./test builds it in the release tree.
+add_custom_target( testedPrograms )
+
+# lumo_program_test( NAME n LABEL l PROGRAMS target... COMMAND ... [PROPERTIES ...] )
+#
+# A test that runs whole programs as a user does. PROGRAMS are all that it starts, whoever starts them.
+function( lumo_program_test )
+  cmake_parse_arguments( PARSE_ARGV 0 test "" "NAME;LABEL" "PROGRAMS;COMMAND;PROPERTIES" )
+  if( test_UNPARSED_ARGUMENTS OR NOT test_NAME OR NOT test_LABEL OR NOT test_PROGRAMS OR NOT test_COMMAND )
+    message( FATAL_ERROR
+      "lumo_program_test() needs NAME, LABEL, PROGRAMS and COMMAND; it does not know '${test_UNPARSED_ARGUMENTS}'" )
+  endif()
+  add_dependencies( testedPrograms ${test_PROGRAMS} )
+  add_test( NAME ${test_NAME} COMMAND ${test_COMMAND} WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}" )
+  set_tests_properties( ${test_NAME} PROPERTIES
+    LABELS ${test_LABEL} SKIP_RETURN_CODE 77 TIMEOUT 120 ${test_PROPERTIES} )
+endfunction()
+
 add_custom_target( fuzzers )
 
 # lumo_fuzz( NAME n SOURCES ... SEEDS folder-or-file... [LIBS ...] )
