@@ -7,14 +7,10 @@
 namespace Koigen {
 namespace {
 
-bool isCollection( Member const & m ) {
-  return m.kind == Member::hashed || m.kind == Member::ordered || m.kind == Member::queue;
-}
-
 /// What the member is called by and what is generated beside it.
 std::vector< std::string > generated( Member const & m ) {
   bool const isTable = m.kind == Member::table;
-  bool const each = isCollection( m ) || isTable || m.kind == Member::watchEach;
+  bool const each = m.isKeyed() || m.kind == Member::watchEach;
   bool const single = m.kind == Member::child || m.kind == Member::reactor;
   bool const mutated =
       each || single || m.kind == Member::scalar || m.kind == Member::watch || m.settable;
@@ -27,7 +23,7 @@ std::vector< std::string > generated( Member const & m ) {
   add( mutated, { "Is" } );
   add( each || single || m.kind == Member::watch, { "Del" } );
   add( each, { "DelAll" } );
-  add( isCollection( m ) || isTable, { "Iterator", "Notify" } );
+  add( m.isKeyed(), { "Iterator", "Notify" } );
   add( isTable, { "Commit", "NotifyCollection", "Control" } );
   if( isTable )
     names.push_back( "new" + capital( m.name ) );

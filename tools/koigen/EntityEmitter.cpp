@@ -208,7 +208,7 @@ MemberTexts collectionTexts( Context const & context, MemberOwner const & owner,
 
 /// Whether observers are told of changes of that member.
 bool isTold( Member const & m ) {
-  return isKeyed( m ) || m.kind == Member::scalar || m.kind == Member::child || m.settable;
+  return m.isKeyed() || m.kind == Member::scalar || m.kind == Member::child || m.settable;
 }
 
 /// The class of an entity, gathered member by member.
@@ -386,7 +386,7 @@ class EntityText {
 
   void addState( Member const & m ) {
     Fill fill{ { "Attr", capital( m.name ) }, { "index", std::to_string( table_.size() ) } };
-    if( isCollection( m ) ) {
+    if( m.isCollection() ) {
       fill["key"] = context_.argument( m.key );
       callbacks_.push_back( page( "entityCallbackKeyed", fill ) );
     } else {
@@ -395,7 +395,7 @@ class EntityText {
     Texts pointers{ m.name + "_", m.name + "Is" };
     if( m.storedFirst )
       pointers.push_back( m.bound );
-    if( isCollection( m ) || m.kind == Member::child )
+    if( m.isCollection() || m.kind == Member::child )
       pointers.push_back( m.name + "Del" );
     table_.push_back( tableEntry( m.name, pointers ) );
     cells_.push_back( cellText( context_, m ) );
@@ -464,15 +464,6 @@ std::string argumentList( std::vector< EntityParameter > const & parameters, std
   return stacked( texts, ", " );
 }
 
-bool isKeyed( Member const & member ) {
-  return isCollection( member ) || member.kind == Member::table;
-}
-
-bool isCollection( Member const & member ) {
-  return member.kind == Member::hashed || member.kind == Member::ordered ||
-         member.kind == Member::queue;
-}
-
 std::string refusal( Declaration const & owner, Member const & member,
                      std::string const & argument ) {
   if( member.notNull )
@@ -503,15 +494,15 @@ std::string paramCellText( Context const & context, Member const & member ) {
 
 MemberTexts attributeTexts( Context const & context, MemberOwner const & owner,
                             Member const & member ) {
-  return isCollection( member ) ? collectionTexts( context, owner, member )
-                                : scalarTexts( context, owner, member );
+  return member.isCollection() ? collectionTexts( context, owner, member )
+                               : scalarTexts( context, owner, member );
 }
 
 std::string cellText( Context const & context, Member const & member ) {
-  if( isCollection( member ) && holdsInnerReactors( member ) )
+  if( member.isCollection() && holdsInnerReactors( member ) )
     return angled( "Koi::InnerReactors", collectionType( context, member ) ) + " " + member.name +
            "_{ this };";
-  if( isCollection( member ) )
+  if( member.isCollection() )
     return collectionType( context, member ) + " " + member.name + "_;";
   std::string const initial = context.initial( member.initial );
   std::string const cell = cellType( context, member.type ) + " " + member.name + "_";
@@ -535,10 +526,10 @@ std::string genericEntityText( Context const & context, Declaration const & decl
       if( !isTold( m ) )
         continue;
       Fill fill{ { "Attr", capital( m.name ) } };
-      if( isKeyed( m ) )
+      if( m.isKeyed() )
         fill["key"] = context.argument( spelledIn( declaration.scope, m.key, d->scope ) );
       forwards.push_back( page( m.kind == Member::table ? "entityGenericCallbackTable"
-                                : isCollection( m )     ? "entityGenericCallbackKeyed"
+                                : m.isCollection()      ? "entityGenericCallbackKeyed"
                                                         : "entityGenericCallback",
                                 fill ) );
     }

@@ -46,10 +46,4 @@ std::string cellText( Context const & context, Member const & member );
 std::string refusal( Declaration const & owner, Member const & member,
                      std::string const & argument = "v" );
 
-/// True for a hashed or key-ordered collection and for a queue.
-bool isCollection( Member const & member );
-
-/// Those, and tables.
-bool isKeyed( Member const & member );
-
 }  // namespace Koigen

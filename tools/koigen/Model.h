@@ -124,6 +124,11 @@ struct Member {
   std::string byField;       // "by address": the field of the value that is the key
   Place byPlace;
   std::string source, sourceField;  // a derived attribute that is a field of another
+
+  /// True for a hashed or key-ordered collection and for a queue.
+  bool isCollection() const { return kind == hashed || kind == ordered || kind == queue; }
+  /// Those, and tables.
+  bool isKeyed() const { return isCollection() || kind == table; }
 };
 
 struct Enumerator {

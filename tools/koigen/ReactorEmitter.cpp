@@ -171,7 +171,7 @@ class ReactorText {
       addOnce( handlers_,
                "void " + handler + "(" + inBlanks( stacked( parameters, ", " ) ) + ");" );
       // A collection has two callbacks of one name; the one that is not overridden stays visible.
-      if( c.keyed || ( c.attribute && isKeyed( *c.attribute ) ) )
+      if( c.keyed || ( c.attribute && c.attribute->isKeyed() ) )
         addOnce( texts, "using NotifieeConst::" + c.name + ";" );
       texts.push_back( "void " + c.name + "(" + ( c.keyed ? " " + key + " key " : "" ) +
                        ") override { " + "Koi::Ptr< " + reactor_.name + " >( reactor_ )->" +
