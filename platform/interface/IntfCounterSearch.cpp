@@ -10,11 +10,6 @@
 namespace Interface {
 namespace {
 
-Ntrace::Handler const & trace() {
-  static Ntrace::Handler const handler;
-  return handler;
-}
-
 char const * kindOf( Wirex::IntfId const & intfId ) {
   using Id = Wirex::GenericIntfId;
   Id const id( intfId );
@@ -43,8 +38,8 @@ template< class E >
 Koi::Ptr< E > as( Koi::Entity & entity ) {
   auto * const it = dynamic_cast< E * >( &entity );
   if( !it )
-    trace().trace( 5, entity.fullName(), ": dynamic_cast to ", E::koiName, " failed; typeid is ",
-                   entity.koiType()->name );
+    Ntrace::standard().trace( 5, entity.fullName(), ": dynamic_cast to ", E::koiName,
+                              " failed; typeid is ", entity.koiType()->name );
   return it;
 }
 
@@ -55,25 +50,26 @@ Koi::Ptr< IntfCounterDirDirBase > counterDirOf( IntfStatusDirBase & dir,
   Koi::Ptr< Koi::Entity > top = Coredb::globalDirectory();
   if( path.empty() ) {
     path = Koi::String8( std::string( "counter/" ) + kindOf( intfId ) );
-    trace().trace( 7, "Constructed counterDir path ", path, " for ", intfId.stringValue() );
+    Ntrace::standard().trace( 7, "Constructed counterDir path ", path, " for ",
+                              intfId.stringValue() );
     top = getParentEntityByName( dir, Koi::String8( "Coredb" ) );
     if( !top )
       return nullptr;
   }
   Koi::String8 const fullName = dir.fullName();
-  trace().trace( 7, fullName, " has counterDirPath ", path );
+  Ntrace::standard().trace( 7, fullName, " has counterDirPath ", path );
   std::string_view const names = path.view();
   Koi::Ptr< Koi::Entity > const found =
       Koi::entityNamed( *top, names.substr( names.starts_with( '/' ) ) );
   bool const isQuill = isQuillPath( path );
   if( !found ) {
-    trace().trace( 5, fullName,
-                   isQuill ? " Quill counterDir path not found" : ": ->counterDir() is null" );
+    Ntrace::standard().trace(
+        5, fullName, isQuill ? " Quill counterDir path not found" : ": ->counterDir() is null" );
     return nullptr;
   }
   auto const counterDir = as< IntfCounterDirDirBase >( *found );
   if( !counterDir && isQuill )
-    trace().trace( 5, fullName, " Quill counterDir is null" );
+    Ntrace::standard().trace( 5, fullName, " Quill counterDir is null" );
   return counterDir;
 }
 
@@ -87,11 +83,12 @@ Koi::Entity const * getParentEntityByName( Koi::Entity const & entity, Koi::Stri
     if( at->name().view() == name.view() )
       return at;
     if( !at->parent() ) {
-      trace().trace( 5, entity.fullName(), ": ->parent() at level ", level, " is null" );
+      Ntrace::standard().trace( 5, entity.fullName(), ": ->parent() at level ", level, " is null" );
       return nullptr;
     }
   }
-  trace().trace( 5, entity.fullName(), ": no ", name, " in ", parentLevelMax, " levels" );
+  Ntrace::standard().trace( 5, entity.fullName(), ": no ", name, " in ", parentLevelMax,
+                            " levels" );
   return nullptr;
 }
 
@@ -105,7 +102,7 @@ bool isQuillPath( Koi::String8 const & counterDirPath ) {
 
 Koi::Ptr< IntfCounter > counterCommon( EthIntfStatus const & status ) {
   if( !status.parent() ) {
-    trace().trace( 5, status.fullName(), ": ->parent() is null" );
+    Ntrace::standard().trace( 5, status.fullName(), ": ->parent() is null" );
     return nullptr;
   }
   auto const dir = as< IntfStatusDirBase >( *status.parent() );
@@ -118,13 +115,13 @@ Koi::Ptr< IntfCounter > counterCommon( EthIntfStatus const & status ) {
     return nullptr;
   auto const one = all->doGetIntfCounterDir( intfId );
   if( !one ) {
-    trace().trace( 5, all->fullName(), ": ->doGetIntfCounterDir(", intfId.stringValue(),
-                   ") returned null" );
+    Ntrace::standard().trace( 5, all->fullName(), ": ->doGetIntfCounterDir(", intfId.stringValue(),
+                              ") returned null" );
     return nullptr;
   }
   auto const counter = one->doGetIntfCounter( Koi::Name( "current" ) );
   if( !counter )
-    trace().trace( 5, one->fullName(), ": ->doGetIntfCounter(current) returned null" );
+    Ntrace::standard().trace( 5, one->fullName(), ": ->doGetIntfCounter(current) returned null" );
   return counter;
 }
 

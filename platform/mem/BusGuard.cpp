@@ -18,15 +18,15 @@ struct Guarded {
 
 constexpr unsigned most = 1024;
 Guarded guarded[most];
-struct sigaction before;
+struct sigaction earlier;
 
 void passedOn( int number, siginfo_t * info, void * context ) {
-  if( before.sa_flags & SA_SIGINFO ) {
-    before.sa_sigaction( number, info, context );
-  } else if( before.sa_handler == SIG_DFL || before.sa_handler == SIG_IGN ) {
-    sigaction( number, &before, nullptr );  // the access faults again, and this time it ends us
+  if( earlier.sa_flags & SA_SIGINFO ) {
+    earlier.sa_sigaction( number, info, context );
+  } else if( earlier.sa_handler == SIG_DFL || earlier.sa_handler == SIG_IGN ) {
+    sigaction( number, &earlier, nullptr );  // the access faults again, and this time it ends us
   } else {
-    before.sa_handler( number );
+    earlier.sa_handler( number );
   }
 }
 
@@ -50,7 +50,7 @@ void install() {
   action.sa_sigaction = onBus;
   action.sa_flags = SA_SIGINFO | SA_RESTART;
   sigemptyset( &action.sa_mask );
-  sigaction( SIGBUS, &action, &before );
+  sigaction( SIGBUS, &action, &earlier );
 }
 
 }  // namespace

@@ -23,4 +23,9 @@ Handler::Handler()
         std::fprintf( stderr, "%s\n", line.c_str() );
       } ) {}
 
+Handler const & standard() {
+  static Handler const handler;
+  return handler;
+}
+
 }  // namespace Ntrace

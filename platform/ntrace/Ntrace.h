@@ -40,4 +40,7 @@ class KOI_PUBLIC Handler {
   Sink sink_;
 };
 
+/// What a facility writes to that was given no handler: Handler(), made at the first call.
+KOI_PUBLIC Handler const & standard();
+
 }  // namespace Ntrace

@@ -15,11 +15,6 @@ constexpr Koi::Seconds retryDelay = 0.001;
 /// Nor does one that is away.
 constexpr Koi::Seconds probeDelay = 0.1;
 
-Ntrace::Handler const & trace() {
-  static Ntrace::Handler const handler;
-  return handler;
-}
-
 bool isDeviceGone( int error ) { return error == ENETDOWN || error == ENXIO || error == ENODEV; }
 
 }  // namespace
@@ -139,7 +134,7 @@ void EthDevPam::wentDown() {
     return;
   isUp_ = false;
   ++numDown_;
-  trace().trace( 3, "EthDevPam::wentDown() ", deviceName_.view() );
+  Ntrace::standard().trace( 3, "EthDevPam::wentDown() ", deviceName_.view() );
   probing_.delayIs( probeDelay );
   toldUp();
 }
@@ -149,7 +144,7 @@ void EthDevPam::probe() {
   if( !socket_->isDeviceUp() )
     return probing_.delayIs( probeDelay );
   isUp_ = true;
-  trace().trace( 3, "EthDevPam::probe() is up ", deviceName_.view() );
+  Ntrace::standard().trace( 3, "EthDevPam::probe() is up ", deviceName_.view() );
   toldUp();
   if( isWritable() )
     toldWritable();

@@ -16,11 +16,6 @@ constexpr unsigned subIntfShift = 18;
 constexpr Koi::U32 portChannelMark = 0x3E000;  // a module of all ones
 constexpr Koi::U32 subIntfMax = 4094, portChannelMax = 8191;
 
-Ntrace::Handler const & trace() {
-  static Ntrace::Handler const handler;
-  return handler;
-}
-
 EthIntf::DetailsRegistration const subIntfs( []() -> Koi::Ptr< EthIntf::EthIntfDetailsProvider > {
   return new SubIntfDetailsProvider;
 } );
@@ -59,13 +54,15 @@ Koi::I32 SubIntfDetailsProvider::intfIndex( EthIntfStatus const & status ) const
     return -1;
   Wirex::IntfId const intfId = status.intfId();
   if( !hasSubIntfNumber( intfId ) ) {
-    trace().trace( 0, "SubIntfDetailsProvider::intfIndex() no index for ", intfId.stringValue() );
+    Ntrace::standard().trace( 0, "SubIntfDetailsProvider::intfIndex() no index for ",
+                              intfId.stringValue() );
     return -1;
   }
   if( PortChannelIntfId::isPortChannelIntfId( intfId ) &&
       PortChannelIntfId::portChannel( intfId ) > portChannelMax )
-    trace().trace( 0, "SubIntfDetailsProvider::intfIndex() not the only one of its index: ",
-                   intfId.stringValue() );
+    Ntrace::standard().trace( 0,
+                              "SubIntfDetailsProvider::intfIndex() not the only one of its index: ",
+                              intfId.stringValue() );
   return indexOf( subIntfNumber( intfId ) );
 }
 

@@ -14,11 +14,6 @@
 namespace Interface {
 namespace {
 
-Ntrace::Handler const & trace() {
-  static Ntrace::Handler const handler;
-  return handler;
-}
-
 std::string_view withoutSlash( std::string_view path ) {
   return path.substr( path.starts_with( '/' ) );
 }
@@ -32,8 +27,8 @@ Koi::Ptr< AllVlanIntfCounterQuill > cohabitingTable( Koi::String8 const & sysnam
   try {
     return helper->doMount( Koi::Name( sysname.view() ) );
   } catch( Koi::Exception const & e ) {  // a look-up raises nothing: there are no counters
-    trace().trace( 0, "VlanIntfStatusCounter: cannot mount the table of ", sysname, ": ",
-                   e.what() );
+    Ntrace::standard().trace( 0, "VlanIntfStatusCounter: cannot mount the table of ", sysname, ": ",
+                              e.what() );
     return nullptr;
   }
 }
@@ -55,7 +50,7 @@ std::optional< VlanIntfCounterQuill > entryOf( Koi::Ptr< AllVlanIntfCounterQuill
   } catch( Rova::CorruptionDetectedException const & e ) {
     table->counterControl().corruptionDetected( e.what() );
   } catch( Quill::ReaderStarvedException const & e ) {
-    trace().trace( 0, "VlanIntfStatusCounter: ", intfId.stringValue(), ": ", e.what() );
+    Ntrace::standard().trace( 0, "VlanIntfStatusCounter: ", intfId.stringValue(), ": ", e.what() );
   }
   return std::nullopt;
 }
@@ -66,10 +61,10 @@ Koi::Ptr< IntfCounter > quillCounter( VlanIntfStatus const & status,
   Koi::String8 const path = dir.counterDirPath();
   if( auto const held = dir.counterDir();
       held && withoutSlash( held->fullName().view() ) != withoutSlash( path.view() ) )
-    trace().trace( 5, "Vlan counterDirPath ", path, " does not match counterDir" );
+    Ntrace::standard().trace( 5, "Vlan counterDirPath ", path, " does not match counterDir" );
   auto const table = Coredb::entityAt< AllVlanIntfCounterQuill >( path.view() );
   if( !table ) {
-    trace().trace( 5, "Vlan Quill counterDir is null" );
+    Ntrace::standard().trace( 5, "Vlan Quill counterDir is null" );
     return nullptr;
   }
   auto const counter =
@@ -97,17 +92,17 @@ Koi::String8 getSysnameFromEntity( Koi::Entity const & entity ) {
   if( !coredb )
     return {};
   if( !coredb->parent() ) {
-    trace().trace( 5, "Unable to access parent of Coredb root" );
+    Ntrace::standard().trace( 5, "Unable to access parent of Coredb root" );
     return {};
   }
   Koi::String8 const sysname( coredb->parent()->name().view() );
-  trace().trace( 7, "Derived sysname: ", sysname );
+  Ntrace::standard().trace( 7, "Derived sysname: ", sysname );
   return sysname;
 }
 
 bool getCohabiting() {
   bool const cohabiting = !Coredb::globalDirectory()->entity( Koi::Name( "AgentEnv" ) );
-  trace().trace( 7, "Derived cohabiting: ", Koi::valueToStrep( cohabiting ) );
+  Ntrace::standard().trace( 7, "Derived cohabiting: ", Koi::valueToStrep( cohabiting ) );
   return cohabiting;
 }
 
@@ -121,7 +116,7 @@ Koi::Ptr< VlanIntfStatusCounter > VlanIntfStatus::vlanCounter() {
     return vlanCounterView_;
   VlanIntfCounterArgs const args = counterArgs();
   if( args == VlanIntfCounterArgs() ) {
-    trace().trace( 5, "VlanIntfCounter args not initialized, returning nullptr" );
+    Ntrace::standard().trace( 5, "VlanIntfCounter args not initialized, returning nullptr" );
     return nullptr;
   }
   auto const view = vlanIntfStatusCounterFactory( Koi::Name( "current" ), intfId(), args );

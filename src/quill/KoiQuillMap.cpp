@@ -72,15 +72,14 @@ Quill::QuillMapState & KoiQuillMapBase::written() {
 }
 
 void KoiQuillMapBase::createDefaultLocalWriter() {
-  static Ntrace::Handler const trace;
-  trace.trace( 2, "KoiQuillMap::entity() creating local QuillWriter" );
+  Ntrace::standard().trace( 2, "KoiQuillMap::entity() creating local QuillWriter" );
   try {
     init( QuillType::writer, true, privateSize, {}, Quill::newPrivateName( Mem::RootPath() ) );
   } catch( Koi::Exception const & e ) {
     std::string const why =
         "QuillMap::createDefaultLocalWriter(): unable to initialize local QuillTemporary: " +
         std::string( e.what() );
-    trace.trace( 0, why );
+    Ntrace::standard().trace( 0, why );
     throw Rova::InvalidInitializeException( why );
   }
   isPrivate_ = true;

@@ -37,13 +37,12 @@ class ReaderMapping {
   /// The files' sizes, as the counts say that they are. Raises Rova::MemoryResourceException, and
   /// Rova::CorruptionDetectedException "QuillReader::doLookup() bucket table detached".
   void remap() {
-    static Ntrace::Handler const trace;
-    trace.trace( 7, "SlotReader::doResize() requesting to map ",
-                 Mem::unpacked( M::load( slots_.numSlots() ) ).ref, " slots" );
+    Ntrace::standard().trace( 7, "SlotReader::doResize() requesting to map ",
+                              Mem::unpacked( M::load( slots_.numSlots() ) ).ref, " slots" );
     slotFile_->remap();
     bucketFile_->remap();
     remapped();
-    trace.trace( 7, "SlotReader::doResize() successful, slots:", numMapped_ );
+    Ntrace::standard().trace( 7, "SlotReader::doResize() successful, slots:", numMapped_ );
   }
   void remapped() {
     numMapped_ = slots_.numMapped();

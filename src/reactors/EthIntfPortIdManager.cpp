@@ -22,11 +22,6 @@ using namespace Wirex;
 
 namespace {
 
-Ntrace::Handler const & trace() {
-  static Ntrace::Handler const handler;
-  return handler;
-}
-
 using Id = Koi::U16;
 
 Id wrapped( Koi::U32 sum ) { return static_cast< Id >( sum ); }
@@ -88,8 +83,9 @@ Id firstFree( PortIdManager const & sm, Koi::U32 first, Koi::U32 last ) {
     EthPortId const portId{ wrapped( id ) };
     if( !sm.reversePortIdMap().contains( portId ) )
       return wrapped( id );
-    if( trace().isOn( 9 ) )  // in full it costs more than the search
-      trace().trace( 9, id, " is being used by ", sm.reversePortIdMap( portId ).stringValue() );
+    if( Ntrace::standard().isOn( 9 ) )  // in full it costs more than the search
+      Ntrace::standard().trace( 9, id, " is being used by ",
+                                sm.reversePortIdMap( portId ).stringValue() );
   }
   return 0;
 }
@@ -126,7 +122,7 @@ Id reclaimedId( PortIdManager & sm ) {
     return 0;
   IntfId const intfId = oldest.value();
   EthPortId const id = sm.ethIntfPortIdDir()->portId( intfId );
-  trace().trace( 5, "reclaiming ", id.value(), " of ", intfId.stringValue() );
+  Ntrace::standard().trace( 5, "reclaiming ", id.value(), " of ", intfId.stringValue() );
   isNotVanished( sm, intfId );
   sm.reversePortIdMapDel( id );
   sm.ethIntfPortIdDir()->portIdDel( intfId );
@@ -137,18 +133,18 @@ void allocatePortId( PortIdManager & sm, IntfId const & intfId ) {
   if( !isPortIdNeeded( intfId ) )
     return;
   if( isStrangeMgmt( intfId ) )
-    return trace().trace( 0, intfId.stringValue(),
-                          " gets no port id: a supervisor's ports are 1 and 2" );
+    return Ntrace::standard().trace( 0, intfId.stringValue(),
+                                     " gets no port id: a supervisor's ports are 1 and 2" );
   Id const baseId = getBaseId( intfId );
-  trace().trace( 7, "BaseId: ", baseId );
+  Ntrace::standard().trace( 7, "BaseId: ", baseId );
   Id id = freeId( sm, baseId );
   if( id == 0 )
     id = reclaimedId( sm );
   if( id == 0 ) {
-    trace().trace( 0, "No more ids are avaibale for ", intfId.stringValue() );
+    Ntrace::standard().trace( 0, "No more ids are avaibale for ", intfId.stringValue() );
     return sm.waitingIs( intfId, true );
   }
-  trace().trace( 5, "assigning ", id, " to ", intfId.stringValue() );
+  Ntrace::standard().trace( 5, "assigning ", id, " to ", intfId.stringValue() );
   sm.waitingDel( intfId );
   sm.reversePortIdMapIs( EthPortId( id ), intfId );
   sm.ethIntfPortIdDir()->portIdIs( intfId, EthPortId( id ) );
@@ -190,8 +186,8 @@ void rebuildReversePortIdMap( PortIdManager & sm ) {
     if( id.value() == 0 )
       continue;
     if( sm.reversePortIdMap().contains( id ) ) {
-      trace().trace( 0, intfId.stringValue(), " has the port id ", id.value(), " of ",
-                     sm.reversePortIdMap( id ).stringValue(), " and loses it" );
+      Ntrace::standard().trace( 0, intfId.stringValue(), " has the port id ", id.value(), " of ",
+                                sm.reversePortIdMap( id ).stringValue(), " and loses it" );
       sm.ethIntfPortIdDir()->portIdDel( intfId );
       continue;
     }
@@ -209,19 +205,19 @@ bool isPortIdNeeded( IntfId const & intfId ) {
   if( isUnconnected( intfId ) ) {
     if( !isOnModule( intfId ) )
       return true;
-    trace().trace( 0, "No support for Ue interface on modulars" );
-    trace().trace( 0, intfId.stringValue(), " gets no port id" );
+    Ntrace::standard().trace( 0, "No support for Ue interface on modulars" );
+    Ntrace::standard().trace( 0, intfId.stringValue(), " gets no port id" );
     return false;
   }
   bool const isMgmt = MgmtIntfId::isMgmtIntfId( intfId );
   if( isMgmt && MgmtIntfId::module( intfId ) == 0 && MgmtIntfId::port( intfId ) == 0 ) {
-    trace().trace( 5, "mgmt0 doesn't need a port id" );
+    Ntrace::standard().trace( 5, "mgmt0 doesn't need a port id" );
     return false;
   }
   if( isMgmt || isChannel( intfId ) || EthIntfId::isEthIntfId( intfId ) ||
       PeerEthIntfId::isPeerEthIntfId( intfId ) || VxlanIntfId::isVxlanIntfId( intfId ) )
     return true;
-  trace().trace( 5, intfId.stringValue(), " doesnt need port id" );
+  Ntrace::standard().trace( 5, intfId.stringValue(), " doesnt need port id" );
   return false;
 }
 

@@ -17,11 +17,6 @@ namespace {
 
 using Quill::Bridging::QuillFdbStatus;
 
-Ntrace::Handler const & trace() {
-  static Ntrace::Handler const handler;
-  return handler;
-}
-
 // ---- the writer
 
 KoiQuill::KoiQuillMapBase & tableOf( WriterFdbStatusSm const & sm ) {
@@ -42,8 +37,8 @@ void noRoom( WriterFdbStatusSm & sm, HostKey const & key, Koi::Exception const &
   int const level = sm.pendingHost().empty() ? 0 : 7;  // a flood is said once
   sm.pendingHostIs( key, true );
   sm.numRefusedIs( sm.numRefused() + 1 );
-  trace().trace( level, "WriterFdbStatusSm: no room for ", key.addr().stringValue(), " in ",
-                 key.fid().value(), ", to be tried again: ", why.what() );
+  Ntrace::standard().trace( level, "WriterFdbStatusSm: no room for ", key.addr().stringValue(),
+                            " in ", key.fid().value(), ", to be tried again: ", why.what() );
 }
 
 /// Makes the table's entry what the source has of that key; false when there was no room to do so.
@@ -78,10 +73,10 @@ void handleLearnedHost( WriterFdbStatusSm & sm, HostKey const & key ) {
 
 void handleLearnedHosts( WriterFdbStatusSm & sm, Fid fid, FdbStatus const & fdb ) {
   if( !isWriting( sm ) ) {
-    trace().trace( 5, "Quill collection not initialized yet" );
+    Ntrace::standard().trace( 5, "Quill collection not initialized yet" );
     return;
   }
-  trace().trace( 5, "WriterFdbStatusSm::handleLearnedHosts()" );
+  Ntrace::standard().trace( 5, "WriterFdbStatusSm::handleLearnedHosts()" );
   for( auto const & host : fdb.learnedHost() )
     handleLearnedHost( sm, HostKey( fid, host.key() ) );
 }
@@ -196,7 +191,7 @@ void ReaderFdbStatusSm::handleQuillFdbStatus( HostKey const & key ) {
   } catch( Rova::CorruptionDetectedException const & e ) {
     return table.corruptionDetected( e.what() );
   } catch( Quill::ReaderStarvedException const & e ) {
-    trace().trace( 0, "ReaderFdbStatusSm: looks at all again: ", e.what() );
+    Ntrace::standard().trace( 0, "ReaderFdbStatusSm: looks at all again: ", e.what() );
     return table.map().tellAll();
   }
   if( entry )

@@ -30,12 +30,6 @@ bool SourcePriorityPair::isLowerPriority( SourcePriorityPair const & other ) con
 
 namespace {
 
-/// The facility "LumoDynVlanIntf".
-Ntrace::Handler const & trace() {
-  static Ntrace::Handler const handler;
-  return handler;
-}
-
 /// What one decision works with; it stays alive meanwhile.
 struct Source {
   explicit Source( DynVlanIntfConfigSm & of ) : sm( &of ), parent( of.parent() ) {
@@ -97,7 +91,7 @@ class ClaimedIntf {
     if( !isToBePublished( *config ) )
       return;
     KOI_ASSERT( !!dynVlanIntfReactor()->dynVlanIntfList()->sourcePriority( intfId() ) );
-    trace().trace( 5, "DynVlanIntfReactor: publishing ", intfId_.stringValue() );
+    Ntrace::standard().trace( 5, "DynVlanIntfReactor: publishing ", intfId_.stringValue() );
     reactor_->dynVlanIntfList()->intfConfigIs( intfId_, config );
   }
 
@@ -140,7 +134,7 @@ void addOrDeleteIntfConfigError( Source const & by, Koi::String8 const & source,
     else
       errors.vlanIntfConfigErrorDel( intfId );
   } catch( Koi::NameInUseException const & e ) {
-    trace().trace( 0, "DynVlanIntfReactor: no errors for ", source, ": ", e.what() );
+    Ntrace::standard().trace( 0, "DynVlanIntfReactor: no errors for ", source, ": ", e.what() );
   }
 }
 
@@ -166,8 +160,8 @@ void setAlternateInput( Source const & from, IntfId const & intfId ) {
     from.list->sourcePriorityDel( intfId );
     return;
   }
-  trace().trace( 5, "DynVlanIntfReactor: ", intfId.stringValue(), " goes to ",
-                 next->sourcePriority().source() );
+  Ntrace::standard().trace( 5, "DynVlanIntfReactor: ", intfId.stringValue(), " goes to ",
+                            next->sourcePriority().source() );
   addOrDeleteIntfConfigError( from, next->sourcePriority().source(), intfId, hasError );
   claim( *from.parent, intfId, next->sourcePriority(), Source( *next ).configOf( intfId ) );
 }
@@ -248,13 +242,13 @@ void handleDynVlanIntfDir( DynVlanIntfReactor & sm, Koi::Name const & name ) {
   auto const dir = configDirOf( sm, name );
   auto const there = configSmOf( sm, source );
   if( there && there->vlanIntfConfigDir() != dir ) {
-    trace().trace( 3, "DynVlanIntfReactor: source ", source, " goes" );
+    Ntrace::standard().trace( 3, "DynVlanIntfReactor: source ", source, " goes" );
     sm.dynVlanIntfConfigPrioritySmDel( source );
     removeSource( sm, there );
   }
   if( !dir || configDirOf( sm, name ) != dir )
     return;
-  trace().trace( 3, "DynVlanIntfReactor: source ", source );
+  Ntrace::standard().trace( 3, "DynVlanIntfReactor: source ", source );
   addSource( sm, source, dir );
   if( configDirOf( sm, name ) == dir )
     sm.dynVlanIntfConfigPrioritySmIs( source, dir, &sm );
@@ -291,8 +285,8 @@ void DynVlanIntfConfigPrioritySm::handleConfigPriority() {
   if( !old || !dir )
     return;
   if( old->sourcePriority().priority() == static_cast< Koi::I32 >( dir->configPriority() ) )
-    return trace().trace( 5, "DynVlanIntfConfigPrioritySm: ", source(),
-                          " no change from previous priority " );
+    return Ntrace::standard().trace( 5, "DynVlanIntfConfigPrioritySm: ", source(),
+                                     " no change from previous priority " );
   addSource( *reactor, source(), dir );
   removeSource( *reactor, old );
 }

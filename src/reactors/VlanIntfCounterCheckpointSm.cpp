@@ -10,11 +10,6 @@
 namespace Interface {
 namespace {
 
-Ntrace::Handler const & trace() {
-  static Ntrace::Handler const handler;
-  return handler;
-}
-
 /// The counters as they are now; zeros when there are none to be read.
 VlanIntfCounterQuill countersNow( AllVlanIntfCounterDir const & dir,
                                   Wirex::IntfId const & intfId ) {
@@ -40,8 +35,8 @@ void takeDown( AllVlanIntfCounterDir & dir, Wirex::IntfId const & intfId ) {
 }
 
 void handleVlanIntf( VlanIntfCounterCheckpointSm & sm, Wirex::IntfId const & intfId ) {
-  trace().trace( 8, "VlanIntfCounterCheckpointSm::handleVlanIntf()",
-                 " vlanIntf: ", intfId.stringValue() );
+  Ntrace::standard().trace( 8, "VlanIntfCounterCheckpointSm::handleVlanIntf()",
+                            " vlanIntf: ", intfId.stringValue() );
   if( !Wirex::VlanIntfId::isVlanIntfId( intfId ) )
     return;
   auto & dir = *sm.allVlanIntfCounterDir();

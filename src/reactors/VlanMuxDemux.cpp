@@ -8,11 +8,6 @@ namespace {
 using Wirex::Pkt;
 using Wirex::VlanTag;
 
-Ntrace::Handler const & trace() {
-  static Ntrace::Handler const handler;
-  return handler;
-}
-
 }  // namespace
 
 VlanMuxDemux::VlanMuxDemux( Koi::Ptr< Wirex::Pam > const & pam, Koi::String8 const & deviceName,
@@ -52,7 +47,8 @@ Koi::U32 VlanMuxDemux::decapsulate( Koi::Ptr< Pkt > const & pkt ) {
       return defaultVlan_.value();
     if( !leaveVlanHdr_ )
       pkt->delSeparateVlanTag();
-    trace().trace( 8, "VlanMuxDemux::decapsulate()", " separateDot1QHdr vlanId: ", tag.vlan() );
+    Ntrace::standard().trace( 8, "VlanMuxDemux::decapsulate()",
+                              " separateDot1QHdr vlanId: ", tag.vlan() );
     return tag.vlan();
   }
 
@@ -61,14 +57,14 @@ Koi::U32 VlanMuxDemux::decapsulate( Koi::Ptr< Pkt > const & pkt ) {
     Koi::U32 const vlan = pkt->number16( Pkt::headerBytes ) & VlanTag::vlanMask;
     if( !leaveVlanHdr_ )
       pkt->tagDel();
-    trace().trace( 8, "VlanMuxDemux::decapsulate()", " vlanId: ", vlan );
+    Ntrace::standard().trace( 8, "VlanMuxDemux::decapsulate()", " vlanId: ", vlan );
     return vlan;
   }
   return defaultVlan_.value();
 }
 
 void VlanMuxDemux::doEncapsulate( Koi::Ptr< Pkt > const & pkt, Koi::U32 vlan ) {
-  trace().trace( 8, "VlanMuxDemux::doEncapsulate()", " vlanId: ", vlan );
+  Ntrace::standard().trace( 8, "VlanMuxDemux::doEncapsulate()", " vlanId: ", vlan );
   if( leaveVlanHdr_ || pkt->dataBytes() < Pkt::headerBytes )
     return;
   // A tag beside the bytes would go out before this one: it goes among them first.
