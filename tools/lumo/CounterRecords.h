@@ -11,6 +11,13 @@
 
 namespace Lumo {
 
+/// One count of the statistics `Statistics`, by its name.
+template< class Statistics >
+struct Count {
+  char const * name;
+  Koi::U64 ( Statistics::*of )() const;
+};
+
 inline constexpr char vlanCounterTable[] = "vlanCounter";
 inline constexpr char vlanCounterSnapshotTable[] = "vlanCounterSnapshot";
 

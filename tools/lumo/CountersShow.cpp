@@ -22,11 +22,7 @@ using Koi::U64;
 using Quill::Bridging::VlanCounter;
 using Quill::Bridging::VlanStats;
 
-struct Count {
-  char const * name;
-  U64 ( VlanStats::*of )() const;
-};
-constexpr Count counts[] = {
+constexpr Count< VlanStats > vlanCounts[] = {
     { "inOctets", &VlanStats::inOctets },         { "inUcastPkts", &VlanStats::inUcastPkts },
     { "inMcastPkts", &VlanStats::inMcastPkts },   { "inBcastPkts", &VlanStats::inBcastPkts },
     { "outOctets", &VlanStats::outOctets },       { "outUcastPkts", &VlanStats::outUcastPkts },
@@ -38,7 +34,7 @@ struct Shown {
   std::optional< VlanCounter > snapshot;
 
   /// A snapshot of more than there is was taken in an earlier life of the table.
-  U64 operator()( Count const & count ) const {
+  U64 operator()( Count< VlanStats > const & count ) const {
     U64 const now = ( record.vlanStats().*count.of )();
     U64 const then = snapshot ? ( snapshot->vlanStats().*count.of )() : 0;
     return then <= now ? now - then : now;
@@ -87,13 +83,13 @@ class CountersShow final : public Subcommand {
 
   static std::string textOf( std::vector< Shown > const & shown ) {
     std::vector< Column > columns{ { "VLAN", true } };
-    for( Count const & count : counts )
+    for( auto const & count : vlanCounts )
       columns.push_back( { count.name, true } );
     columns.push_back( { "cleared" } );
     std::vector< Row > rows;
     for( Shown const & one : shown ) {
       Row & row = rows.emplace_back( Row{ std::to_string( one.record.key().value() ) } );
-      for( Count const & count : counts )
+      for( auto const & count : vlanCounts )
         row.push_back( std::to_string( one( count ) ) );
       row.push_back( one.snapshot ? Koi::utcText( one.snapshot->statsUpdateTime() ) : "-" );
     }
@@ -105,7 +101,7 @@ class CountersShow final : public Subcommand {
     Json vlans = Json::array();
     for( Shown const & one : shown ) {
       Json & vlan = vlans.emplace_back( Json{ { "vlan", one.record.key().value() } } );
-      for( Count const & count : counts )
+      for( auto const & count : vlanCounts )
         vlan[count.name] = one( count );
       vlan["statsUpdateTime"] = one.record.statsUpdateTime();
       vlan["clearedAt"] = one.snapshot ? Json( one.snapshot->statsUpdateTime() ) : Json();

@@ -22,12 +22,7 @@ using Interface::VlanIntfCounterQuill;
 using Interface::VlanIntfStatistics;
 using Koi::U64;
 
-template< class Part >
-struct Count {
-  char const * name;
-  U64 ( Part::*of )() const;
-};
-constexpr Count< IntfStatistics > counts[] = {
+constexpr Count< IntfStatistics > intfCounts[] = {
     { "inOctets", &IntfStatistics::inOctets },
     { "inUcastPkts", &IntfStatistics::inUcastPkts },
     { "inMulticastPkts", &IntfStatistics::inMulticastPkts },
@@ -136,7 +131,7 @@ class IntfCountersShow final : public IntfSubcommand {
           rows[i].push_back( std::to_string( all[i].of( count ) ) );
       }
     };
-    add( counts );
+    add( intfCounts );
     add( octetCounts );
     add( rates );
     columns.push_back( { "linkStatusChanges", true } );
@@ -157,7 +152,7 @@ class IntfCountersShow final : public IntfSubcommand {
           members[count.name] = one.of( count );
         return members;
       };
-      Json statistics = object( counts ), rate = object( rates );
+      Json statistics = object( intfCounts ), rate = object( rates );
       statistics["statsUpdateTime"] = one.record.statistics().statsUpdateTime();
       rate["statsUpdateTime"] = one.record.rates().statsUpdateTime();
       Koi::Seconds const clearedAt = one.then.statsUpdateTime();

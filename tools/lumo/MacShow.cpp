@@ -95,12 +95,12 @@ class MacShow final : public MacSubcommand {
   }
 
   void showCounts( Output & output, Entries const & entries ) const {
-    std::map< Bridging::EntryType, std::size_t > counts;
+    std::map< Bridging::EntryType, std::size_t > numOfEach;
     for( MacEntry const & entry : entries )
-      ++counts[entry.entryType];
+      ++numOfEach[entry.entryType];
     std::vector< Row > rows;
     Json types = Json::object();
-    for( auto const & [type, count] : counts ) {
+    for( auto const & [type, count] : numOfEach ) {
       rows.push_back( { std::string( entryTypeStr( type ).view() ), std::to_string( count ) } );
       types[std::string( stringValue( type ).view() )] = count;
     }
