@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# ownModel.sh BUILD PROJECT FLAGS: installs BUILD to a fresh prefix, builds PROJECT against it with the
+# ownModel.sh BUILD PROJECT [FLAGS]: installs BUILD to a fresh prefix, builds PROJECT against it with the
 # compiler flags FLAGS, and compares what its program says.
 set -euo pipefail
 
 build=$1
 project=$2
-flags=$3
+flags=${3-}
 work=$( mktemp -d )
 trap 'rm -rf "$work"' EXIT
 
