@@ -7,6 +7,12 @@ set( LUMO_GOOGLETEST_DIR /usr/src/googletest CACHE PATH "Source of GoogleTest" )
 set( INSTALL_GTEST OFF )
 add_subdirectory( "${LUMO_GOOGLETEST_DIR}" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM )
 
+# GoogleTest's header, compiled once for all tests.
+file( CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/testHeader.cpp" CONTENT "int main() {}\n" )
+add_executable( testHeader EXCLUDE_FROM_ALL "${CMAKE_CURRENT_BINARY_DIR}/testHeader.cpp" )
+target_link_libraries( testHeader PRIVATE lumoWarnings GTest::gtest )
+target_precompile_headers( testHeader PRIVATE <gtest/gtest.h> )
+
 # lumo_test( NAME n SOURCES ... [LIBS ...] [LABELS ...] )
 #
 # Every TEST in the sources becomes a test of ctest named n.Suite.test. The label is "unit" unless
@@ -24,6 +30,7 @@ function( lumo_test )
   set_target_properties( ${test_NAME} PROPERTIES UNITY_BUILD OFF )
   target_link_libraries( ${test_NAME} PRIVATE ${test_LIBS} Lumo::Lumo lumoWarnings GTest::gtest_main )
   target_include_directories( ${test_NAME} PRIVATE "${PROJECT_SOURCE_DIR}/tests" )
+  target_precompile_headers( ${test_NAME} REUSE_FROM testHeader )
   gtest_discover_tests( ${test_NAME}
     TEST_PREFIX "${test_NAME}."
     DISCOVERY_MODE PRE_TEST
