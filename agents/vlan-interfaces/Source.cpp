@@ -218,14 +218,7 @@ void Source::end( Koi::Seconds patience ) {
   if( !sources_ || !mount_.isSynchronised() )
     return;
   sources_->entityDel( name_ );
-  auto const isForgotten = [&] {
-    for( auto const & i : list_->sourcePriority() )
-      if( i.value().source() == Koi::String8( name_ ) )
-        return false;
-    return true;
-  };
-  runUntil( [&] { return isForgotten() || !mount_.isSynchronised(); }, patience );
-  activity_->runFor( 0.1 );  // for one that had nothing in the list
+  runUntil( [&] { return mount_.isAcknowledged() || !mount_.isSynchronised(); }, patience );
 }
 
 std::string Source::verdictOn( IntfId const & intfId ) const {

@@ -44,6 +44,14 @@ TreeMount::~TreeMount() = default;
 
 bool TreeMount::isConnected() const { return wire_->connection != nullptr; }
 
+bool TreeMount::isAcknowledged() const {
+  Koi::Mirror & log = wire_->log;
+  if( !isSynchronised_ || !log.isSynchronised() )
+    return false;
+  // What a flush carried is among the sent until the server has acknowledged that flush.
+  return log.isReadOnlyProxy() || ( log.adapters().dirty.empty() && log.adapters().sent.empty() );
+}
+
 void TreeMount::connect() {
   Mem::Descriptor socket = wire_->path.connect();
   if( !socket.isOpen() )

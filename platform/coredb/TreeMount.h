@@ -30,6 +30,12 @@ class KOI_PUBLIC TreeMount {
   TreeMount & operator=( TreeMount const & ) = delete;
 
   bool isSynchronised() const { return isSynchronised_; }
+  /// The server has taken in all that was changed here so far, and its observers were told. The
+  /// next change makes it false, and so does the end of the connection, until the tree is
+  /// synchronised and what was under way was taken in, too. What the server refused counts as taken
+  /// in: it is undone here a little later. A mount that cannot change the tree has nothing under
+  /// way: true while it is synchronised. Who waits for it runs the activity, and looks again.
+  bool isAcknowledged() const;
   /// Somebody listens at the path, though there may be nothing of the tree yet.
   bool isConnected() const;
   /// Why it was not, or is not, connected; empty when it never failed.

@@ -13,7 +13,7 @@ namespace {
 
 using Bridging::VlanId;
 
-constexpr Koi::Seconds farewell = 0.1;  // in which requests that nobody answers are taken back
+constexpr Koi::Seconds farewell = 1;  // so long may taking requests back last
 
 class CountersClear final : public Subcommand {
  public:
@@ -63,7 +63,8 @@ class CountersClear::Asking {
       throw Failure( unreachable, "the agent that counts has ended: " + mount_.trouble() );
     for( VlanId const & vlan : left )
       requests_->clearCountersRequestDel( vlan );
-    Koi::defaultActivity()->runFor( farewell );
+    auto const areTakenBack = [this] { return mount_.isAcknowledged(); };
+    waitUntil( mount_, areTakenBack, farewell );
     throw Failure( unreachable, notClearedText( vlansText( left ) ) );
   }
 

@@ -25,9 +25,9 @@ Koi::Name systemMeant( Mem::RootPath const & root, std::string const & given,
 }
 
 SystemTree::SystemTree( Mem::RootPath const & root, Koi::Name const & sysname,
-                        Coredb::Access access, Koi::Ptr< Coredb::Dir > const & top )
+                        Coredb::Access access )
     : sysname_( sysname ),
-      top_( top ? top : Coredb::systemDirectory( sysname ) ),
+      top_( Coredb::systemDirectory( sysname ) ),
       mount_( top_, Coredb::systemSocket( root, sysname ), access ) {
   if( waitUntil( mount_, [this] { return mount_.isSynchronised(); } ) )
     return;

@@ -22,12 +22,10 @@ Koi::Name systemMeant( Mem::RootPath const & root, std::string const & given,
 
 class SystemTree {
  public:
-  /// Mounts the tree, below /<sysname>/Coredb or at `top`, and waits until it is there. Raises
-  /// Failure "nobody serves system <sysname>: <why>", or "whoever serves system <sysname> does not
-  /// answer".
+  /// Mounts the tree at /<sysname>/Coredb, and waits until it is there. Raises Failure "nobody
+  /// serves system <sysname>: <why>", or "whoever serves system <sysname> does not answer".
   SystemTree( Mem::RootPath const & root, Koi::Name const & sysname,
-              Coredb::Access access = Coredb::Access::readOnly,
-              Koi::Ptr< Coredb::Dir > const & top = nullptr );
+              Coredb::Access access = Coredb::Access::readOnly );
 
   std::string sysname() const { return std::string( sysname_.view() ); }
   Coredb::TreeMount const & mount() const { return mount_; }

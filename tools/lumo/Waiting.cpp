@@ -2,10 +2,11 @@
 
 namespace Lumo {
 
-bool waitUntil( Coredb::TreeMount const & mount, std::function< bool() > const & isSo ) {
+bool waitUntil( Coredb::TreeMount const & mount, std::function< bool() > const & isSo,
+                Koi::Seconds most ) {
   bool isLate = false;
   Koi::Timer deadline( nullptr, [&] { isLate = true; } );
-  deadline.delayIs( patience );
+  deadline.delayIs( most );
   while( !isSo() ) {
     if( isLate || !mount.isConnected() )
       return false;

@@ -1,6 +1,6 @@
 // TreeTest.cpp: trees that are served and mounted over sockets: random changes at several ends,
-// servers that are killed, come later and again, peers that talk nonsense or do not read, paths
-// that cannot be.
+// servers that are killed, come later and again, what they acknowledge, peers that talk nonsense or
+// do not read, paths that cannot be.
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -49,8 +49,8 @@ struct Trees : testing::Test {
     return std::make_unique< TreeServer >( tree, socket, access, activity.ptr(), quiet );
   }
   template< class Condition >
-  bool runUntil( Condition isSo ) const {
-    for( int i = 0; i < 3000 && !isSo(); ++i )
+  bool runUntil( Condition isSo, int numTurns = 3000 ) const {
+    for( int i = 0; i < numTurns && !isSo(); ++i )
       activity->runFor( 0.005 );
     return isSo();
   }
@@ -141,6 +141,121 @@ TEST_F( Trees, ofProcessesThatAreKilledAreTakenOver ) {
     EXPECT_TRUE( std::filesystem::exists( socket ) );
   }
 }
+
+// ---- what a server has taken in
+
+/// Whatever is told of the room's colors, by the number that white had.
+struct WhiteTold : Room::NotifieeConst {
+  using NotifieeConst::onColorCount;
+  void onColorCount( Color ) override { last = notifier()->colorCount( white ); }
+  Koi::U32 last = 0;
+};
+
+TEST_F( Trees, areAcknowledgedWhenTheServerAndItsObserversHaveThem ) {
+  auto const server = served( room );
+  WhiteTold told;
+  told.notifierIs( room.ptr() );
+  Mounted mounted( *this ), other( *this );
+  EXPECT_FALSE( mounted.mount.isAcknowledged() );  // it is not even synchronised
+  ASSERT_TRUE(
+      runUntil( [&] { return mounted.mount.isSynchronised() && other.mount.isSynchronised(); } ) );
+  EXPECT_TRUE( mounted.mount.isAcknowledged() );
+  std::mt19937 random( 11 );
+  int numEarly = 0;
+  for( unsigned round = 1; round <= 300; ++round ) {
+    for( unsigned i = 0; i < random() % 5; ++i ) {  // things that need not change anything
+      RoomChange::any( random ).apply( *mounted.room );
+      RoomChange::any( random ).apply( *room );
+    }
+    // Changed while the change before may be under way.
+    mounted.room->colorCountIs( white, 1000 + round );
+    ASSERT_FALSE( mounted.mount.isAcknowledged() );
+    for( unsigned steps = random() % 12; steps != 0 && !mounted.mount.isAcknowledged(); --steps ) {
+      activity->runOnce();
+      numEarly += !mounted.mount.isAcknowledged() && room->colorCount( white ) == 1000 + round;
+    }
+    if( mounted.mount.isAcknowledged() ) {
+      ASSERT_EQ( room->colorCount( white ), 1000 + round );
+      ASSERT_EQ( told.last, 1000 + round );
+    }
+  }
+  EXPECT_GT( numEarly, 0 );  // it was there, and its acknowledgement on the way
+  EXPECT_TRUE( runUntil( [&] { return mounted.mount.isAcknowledged(); } ) );
+  EXPECT_EQ( room->colorCount( white ), 1300u );
+}
+
+TEST_F( Trees, areAcknowledgedToEachMountOfItsOwnChanges ) {
+  auto const server = served( room );
+  Mounted early( *this ), late( *this ), looking( *this, Access::readOnly );
+  EXPECT_FALSE( looking.mount.isAcknowledged() );
+  auto const areAcknowledged = [&] {
+    return early.mount.isAcknowledged() && late.mount.isAcknowledged() &&
+           looking.mount.isAcknowledged();
+  };
+  ASSERT_TRUE( runUntil( areAcknowledged ) );
+  early.room->colorCountIs( white, 1 );
+  EXPECT_FALSE( early.mount.isAcknowledged() );
+  while( late.room->colorCount( white ) != 1 || looking.room->colorCount( white ) != 1 ) {
+    ASSERT_TRUE( late.mount.isAcknowledged() && looking.mount.isAcknowledged() );
+    ASSERT_TRUE( activity->runOnce() );
+  }
+  // Both change the same at a time; one of the two is taken in first.
+  early.room->colorCountIs( white, 2 );
+  late.room->colorCountIs( white, 3 );
+  EXPECT_FALSE( early.mount.isAcknowledged() || late.mount.isAcknowledged() );
+  EXPECT_TRUE( runUntil( areAcknowledged ) );
+  EXPECT_TRUE( runUntil( [&] {
+    return plainText( *early.room ) == plainText( *room ) &&
+           plainText( *late.room ) == plainText( *room );
+  } ) );
+  EXPECT_GE( room->colorCount( white ), 2u );
+}
+
+TEST_F( Trees, areNotAcknowledgedByAServerThatIsGone ) {
+  auto const unheard = [&]( Mounted const & mounted ) {
+    return !runUntil( [&] { return mounted.mount.isAcknowledged(); }, 40 );
+  };
+  pid_t const child = fork();
+  if( child == 0 ) {
+    auto const own = Koi::activityFactory();
+    TreeServer const server( newRoom(), socket, Access::writable, own.ptr(), quiet );
+    own->run();
+  }
+  Mounted mounted( *this );
+  EXPECT_TRUE( runUntil( [&] { return mounted.mount.isAcknowledged(); } ) );
+  mounted.room->colorCountIs( white, 1 );
+  EXPECT_TRUE( runUntil( [&] { return mounted.mount.isAcknowledged(); } ) );
+  kill( child, SIGSTOP );
+  waitpid( child, nullptr, WUNTRACED );
+  mounted.room->colorCountIs( red, 2 );
+  EXPECT_TRUE( unheard( mounted ) );
+  EXPECT_TRUE( mounted.mount.isConnected() );
+  kill( child, SIGKILL );
+  waitpid( child, nullptr, 0 );
+  EXPECT_TRUE( unheard( mounted ) );
+  EXPECT_FALSE( mounted.mount.isConnected() );
+  // The next server is told what the one before did not take in.
+  auto const server = served( room );
+  EXPECT_TRUE( runUntil( [&] { return mounted.mount.isAcknowledged(); } ) );
+  EXPECT_EQ( room->colorCount( red ), 2u );
+  EXPECT_EQ( plainText( *mounted.room ), plainText( *room ) );
+}
+
+TEST_F( Trees, haveNothingUnderWayWhereTheyAreReadOnly ) {
+  room->colorCountIs( white, 1 );
+  auto server = served( room, Access::readOnly );
+  Mounted looking( *this, Access::readOnly ), writable( *this );
+  writable.room->colorCountIs( white, 2 );  // it does not know yet that it cannot
+  EXPECT_FALSE( looking.mount.isAcknowledged() || writable.mount.isAcknowledged() );
+  EXPECT_TRUE( runUntil(
+      [&] { return looking.mount.isSynchronised() && writable.mount.isSynchronised(); } ) );
+  EXPECT_TRUE( looking.mount.isAcknowledged() && writable.mount.isAcknowledged() );
+  EXPECT_EQ( looking.room->colorCount( white ) + writable.room->colorCount( white ), 2u );
+  server.reset();
+  EXPECT_TRUE( runUntil( [&] { return !looking.mount.isAcknowledged(); } ) );
+}
+
+// ---- what peers and paths may be
 
 TEST_F( Trees, areNotHarmedByPeersThatTalkNonsenseOrDoNotRead ) {
   auto const server = served( room );

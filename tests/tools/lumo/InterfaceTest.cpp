@@ -1,8 +1,11 @@
 // InterfaceTest.cpp: `lumo show interface` and its like as a user runs them, on the tree that a
 // process serves and the table that it counts in.
+#include <csignal>
 #include <filesystem>
 #include <future>
 #include <optional>
+
+#include <sys/wait.h>
 
 #include <nlohmann/json.hpp>
 
@@ -280,6 +283,34 @@ TEST_F( LumoInterface, countersAreClearedAndShown ) {
   EXPECT_EQ( run( "clear counters interface" ).status, 0 );  // nothing is to be changed
   counters.table->counterIs( entryOf( 20, 2000 ) );
   refuses( "clear counters interface", 2, "system sw1 is served read-only" );
+}
+
+/// Ends its process when something is cleared, before that is acknowledged.
+struct Ending : AllVlanIntfCounterDir::NotifieeConst {
+  using NotifieeConst::onIntfCounterDir;
+  void onIntfCounterDir( IntfId const & ) override { raise( SIGKILL ); }
+};
+
+TEST_F( LumoInterface, countersAreNotClearedUntilThatIsAcknowledged ) {
+  System const sw1( "sw1" );
+  CounterWriter const counters( "sw1" );
+  counters.table->counterIs( entryOf( 10, 100 ) );
+  pid_t const child = fork();
+  if( child == 0 ) {
+    Ending ending;
+    ending.notifierIs( sw1.at< AllVlanIntfCounterDir >( vlanCounterPlace ).ptr() );
+    auto const own = Koi::activityFactory();
+    Coredb::TreeServer const server( sw1.top,
+                                     Coredb::newSystemSocket( namedRoot.root(), Name( "sw1" ) ),
+                                     Access::writable, own.ptr() );
+    own->run();
+  }
+  while( Coredb::systemsServed( namedRoot.root() ).empty() &&
+         waitpid( child, nullptr, WNOHANG ) == 0 )
+    Koi::defaultActivity()->runFor( 0.001 );
+  refuses( "clear counters interface", 2,
+           "whoever serves system sw1 has ended: " + socket( "sw1" ) + ": the other end has gone" );
+  waitpid( child, nullptr, 0 );
 }
 
 TEST_F( LumoInterface, theSystemIsFoundOrNamed ) {
