@@ -134,8 +134,13 @@ void WriterFdbStatusSm::handleStatus() {
 }
 
 void WriterFdbStatusSm::handleQuillFdbStatus() {
-  if( status() && quillStatus() && tableOf( *this ).isReady() )
-    handleInitialized( *this );
+  if( !status() || !quillStatus() || !tableOf( *this ).isReady() )
+    return;
+  handleInitialized( *this );
+  // What was written is no change that was missed: of the table only that it comes is watched, and
+  // one that was let go meanwhile comes later.
+  if( isWriting( *this ) )
+    quillStatus_.mark();
 }
 
 void WriterFdbStatusSm::handleFdbStatus( Fid const & fid ) {

@@ -9,6 +9,8 @@
 
 #include <Lumo/VlanDynIntfSm.h>
 
+#include <set>
+
 #include <coredb/Tree.h>
 #include <koi/KeysOf.h>
 #include <ntrace/Ntrace.h>
@@ -254,6 +256,15 @@ void handleDynVlanIntfDir( DynVlanIntfReactor & sm, Koi::Name const & name ) {
     sm.dynVlanIntfConfigPrioritySmIs( source, dir, &sm );
 }
 
+/// The interfaces whose configuration could not be applied.
+std::set< IntfId > flaggedIn( DynVlanIntfList const & list ) {
+  std::set< IntfId > flagged;
+  for( auto const & i : list.intfConfigError() )
+    if( i.value() )
+      flagged.insert( i.key() );
+  return flagged;
+}
+
 }  // namespace
 
 void DynVlanIntfConfigSm::handleInitialized() {
@@ -293,16 +304,27 @@ void DynVlanIntfConfigPrioritySm::handleConfigPriority() {
 
 void DynVlanIntfReactor::handleInitialized() {
   KOI_ASSERT( dynVlanIntfList() );
+  Koi::Ptr< DynVlanIntfList > const list = dynVlanIntfList();
+  auto flagged = flaggedIn( *list );
   initializedIs( true );
   for( auto const & pair : Koi::keysOf( dynVlanIntfConfigSm() ) )  // of another directory
     if( !configDirOf( *this, Koi::Name( pair.source() ) ) )
       handleDynVlanIntfDir( *this, Koi::Name( pair.source() ) );
   for( IntfId const & intfId : Koi::keysOf( preIntfList() ) )
     unpublish( *this, intfId );
-  dynVlanIntfList()->intfConfigDelAll();
+  list->intfConfigDelAll();
   if( Koi::Ptr< Coredb::Dir > const dir = dynVlanIntfDir() )
     for( auto const & entry : dir->entity() )
       handleDynVlanIntfDir( *this, entry.key() );
+  if( dynVlanIntfList() != list )
+    return;
+  // What was written to the list here is no change that was missed, or all would go and come once
+  // more. Of the list only the flags are watched: those that are or were set are forwarded now.
+  dynVlanIntfList_.mark();
+  flagged.merge( flaggedIn( *list ) );
+  for( IntfId const & intfId : flagged )
+    if( dynVlanIntfConfigSm( list->sourcePriority( intfId ) ) )
+      handleIntfConfigError( intfId );
 }
 
 void DynVlanIntfReactor::handleEntity( Koi::Name const & name ) {

@@ -57,9 +57,10 @@ struct Gone : FdbStatus::NotifieeConst {
 };
 
 struct Mirrors : testing::TestWithParam< QuillType >, TableFixture {
-  Koi::Ptr< Quill::Bridging::Status > table( QuillType mode, U32 size = 1000 ) const {
+  Koi::Ptr< Quill::Bridging::Status > table( QuillType mode, U32 size = 1000,
+                                             bool synchronous = false ) const {
     auto const status = Quill::Bridging::statusFactory( Koi::Name( "table" ) );
-    status->quillFdbStatusControl().init( mode, false, size, parameters() );
+    status->quillFdbStatusControl().init( mode, synchronous, size, parameters() );
     return status;
   }
   bool runUntilEqual( Status const & a, Status const & b ) {
@@ -196,6 +197,35 @@ TEST_P( Writers, findRoomLater ) {
     for( auto const & entry : written->quillFdbStatus() )
       EXPECT_TRUE( fdb->learnedHost().contains( entry.key().addr() ) );
   }
+}
+
+TEST_P( Writers, makeATableThatIsThereEqualOnce ) {
+  auto const written = table( QuillType::writer, 8, true );
+  auto const fdb = source->fdbStatusIs( Fid( 1 ) );
+  for( U32 n = 0; n < 20; ++n )
+    fdb->learnedHostIs( host( n ) );
+  EXPECT_EQ( writerFdbStatusSmFactory( source, written )->numRefused(), 12u );
+  // What changes while it is made equal is not missed.
+  struct Learning : Told {
+    void onQuillFdbStatus( HostKey const & k ) override {
+      Told::onQuillFdbStatus( k );
+      if( keys.size() == 1 )
+        change();
+    }
+    std::function< void() > change;
+  } learning;
+  written->quillFdbStatusDelAll();
+  learning.change = [&] {
+    for( U32 n = 1; n < 20; ++n )
+      fdb->learnedHostDel( address( n ) );
+    source->fdbStatusIs( Fid( 2 ) )->learnedHostIs( host( 30 ) );
+  };
+  learning.notifierIs( written.ptr() );
+  auto const writer = writerFdbStatusSmFactory( source, written );
+  EXPECT_EQ( written->quillFdbStatus().size(), 2u );
+  EXPECT_TRUE( written->quillFdbStatus().contains( HostKey( Fid( 1 ), address( 0 ) ) ) );
+  EXPECT_TRUE( written->quillFdbStatus().contains( HostKey( Fid( 2 ), address( 30 ) ) ) );
+  EXPECT_TRUE( writer->pendingHost().empty() );
 }
 
 TEST_P( Writers, mendACorruptTable ) {

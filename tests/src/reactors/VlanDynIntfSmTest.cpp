@@ -201,10 +201,12 @@ TEST( DynVlanIntfReactor, thatIsLetGoTakesBackWhatItPublished ) {
 struct Consumer : DynVlanIntfList::Notifiee {
   using NotifieeConst::onIntfConfig;
   void onIntfConfig( IntfId const & intfId ) override {
+    ++numTold;
     if( notifier()->intfConfig( intfId ) )
       onPublished( intfId );
   }
-  std::function< void( IntfId const & ) > onPublished;
+  std::function< void( IntfId const & ) > onPublished = []( auto const & ) {};
+  int numTold = 0;
 };
 
 TEST_F( DynVlan, mayBeFlaggedOrWithdrawnWhileItIsPublished ) {
@@ -226,6 +228,65 @@ TEST_F( DynVlan, mayBeFlaggedOrWithdrawnWhileItIsPublished ) {
   EXPECT_EQ( winner( 9 ) + winner( 10 ), "" );
   EXPECT_EQ( sm->dynVlanIntfConfigSm().size(), 2u );
   EXPECT_EQ( list->intfConfig().size(), 2u );
+}
+
+/// Sources that are there before the reactor is.
+struct DynVlanAtStart : testing::Test {
+  DynVlanAtStart() {
+    for( char const * name : { "a", "b" } ) {
+      auto const source = vlanIntfConfigDirFactory( Koi::Name( name ) );
+      for( int number : { 7, 8, 9 } )
+        DynVlan::announce( *source, number );
+      sources->entityIs( Koi::Name( name ), source );
+    }
+    consumer.notifierIs( list );
+  }
+  ~DynVlanAtStart() override {
+    if( sm )
+      sm->koiDoZombieReactors( true );
+  }
+  void start() { sm = dynVlanIntfReactorFactory( sources, errors, list, false ); }
+  std::string error( char const * source, int number ) const {
+    auto const of =
+        dynamic_cast< VlanIntfConfigErrorDir * >( errors->entity( Koi::Name( source ) ).ptr() );
+    return of ? std::string( of->vlanIntfConfigError( vlan( number ) ) ) : "";
+  }
+
+  Koi::Ptr< Coredb::Dir > const sources = newDir( "sources" ), errors = newDir( "errors" );
+  Koi::Ptr< DynVlanIntfList > const list = dynVlanIntfListFactory( Koi::Name( "list" ) );
+  Koi::Ptr< DynVlanIntfReactor > sm;
+  Consumer consumer;
+};
+
+TEST_F( DynVlanAtStart, isPublishedOnce ) {
+  start();
+  EXPECT_EQ( list->intfConfig().size(), 3u );
+  EXPECT_EQ( consumer.numTold, 3 );  // each that it is there
+  EXPECT_EQ( error( "b", 7 ), rejected );
+}
+
+TEST_F( DynVlanAtStart, isFlaggedWhileItIsPublished ) {
+  consumer.onPublished = [&]( auto const & id ) {
+    list->intfConfigErrorIs( id, true );
+    if( id != vlan( 7 ) )
+      list->intfConfigErrorDel( id );
+  };
+  start();
+  EXPECT_EQ( consumer.numTold, 3 );
+  EXPECT_EQ( error( "a", 7 ), rejected );
+  EXPECT_EQ( error( "a", 8 ), "" );
+  list->intfConfigErrorDel( vlan( 7 ) );
+  EXPECT_EQ( error( "a", 7 ), "" );
+}
+
+TEST_F( DynVlanAtStart, losesItsSourceWhileItIsPublished ) {
+  consumer.onPublished = [&]( auto const & ) { sources->entityDel( Koi::Name( "a" ) ); };
+  start();
+  EXPECT_EQ( list->intfConfig().size(), 3u );
+  for( int number : { 7, 8, 9 } ) {
+    EXPECT_EQ( list->sourcePriority( vlan( number ) ), SourcePriorityPair( "b", 0 ) );
+    EXPECT_EQ( error( "b", number ), "" );
+  }
 }
 
 TEST_F( DynVlan, thatIsAskedForAsItsSourceLeavesGoesWithIt ) {
