@@ -39,10 +39,10 @@ struct VlanInterfaces : testing::Test {
         "'; export LUMO_SHM_ROOT='" +
             shm.path() +
             "'; cd $LUMO_SHM_ROOT; "
-            "begin() { local n=$1; shift; [ -p $n.in ] || mkfifo $n.in; ( exec 3<>$n.in; exec "
-            "\"$@\" "
-            "<$n.in >>$n.out 2>>$n.err 3>&- ) & echo $! > $n.pid; sleep 60 > $n.in & echo $! > "
-            "$n.holds.pid; }; "
+            // Whoever holds the pipe, both ends, does so before the program reads: else it may end.
+            "begin() { local n=$1; shift; [ -p $n.in ] || mkfifo $n.in; "
+            "sleep 60 3<>$n.in >/dev/null 2>&1 & echo $! > $n.holds.pid; "
+            "( exec \"$@\" <$n.in >>$n.out 2>>$n.err ) & echo $! > $n.pid; }; "
             "say() { local n=$1; shift; for l; do echo \"$l\" > $n.in; done; }; "
             "until_() { for i in $( seq 500 ); do \"$@\" && return 0; sleep 0.02; done; return 9; "
             "}; "
