@@ -2,17 +2,20 @@
 # demo.sh: one process learns from a capture and publishes the table, four follow it, each in its own way; the
 # learner is killed in the middle of the capture and started again.
 #
-# Sourced, never run. Everything it starts and makes is gone when it returns.
+# Sourced from the top of the tree, never run. Everything it starts and makes is gone when it returns.
+# shellcheck source=../programs.sh
+. agents/programs.sh
 
 # followed LEARN MAC-READER CAPTURE: shows what each reader saw; false when one saw another table than the learner, or
-# an entry go.
+# an entry go, or when a program ended.
 followed() (
   publisher=$1 follower=$2 capture=$3 modes=(direct keyshadow shadow status)
+  thereAre "$publisher" "$follower"
   root=$( mktemp -d /dev/shm/lumo-run.XXXXXX )
   pids=()
   # shellcheck disable=SC2317   # called by trap
   ended() {
-    [ "${#pids[@]}" -eq 0 ] || kill -KILL "${pids[@]}" 2> /dev/null || true
+    endAll KILL
     rm -rf "$root"
   }
   trap ended EXIT
@@ -33,22 +36,28 @@ followed() (
   for mode in "${modes[@]}"; do
     "$follower" --root "$root" --mode "$mode" > "$root/$mode" &
     pids+=( $! )
+    began "mac-reader --mode $mode"
   done
   learning
-  for (( i = 0; i < 100 && $( entries ) < 5; ++i )); do :; done
+  began learn
+  for (( i = 0; i < 100 && $( entries ) < 5; ++i )); do needAll 2>&3; done
+  stops "$learner"
   kill -KILL "$learner" || true
   wait "$learner" || true
   echo "Killed when the table had $( entries ) hosts."
   learning
-  wait "$learner" || { echo "The learner failed." >&3; exit 1; }
-  kill -TERM "${pids[@]}"
-  wait "${pids[@]}"
-  pids=()
+  finished "$learner" 2>&3 || { echo "The program learn failed." >&3; exit 1; }
+  needAll 2>&3
+  status=0
+  for pid in "${pids[@]}"; do
+    stops "$pid"
+    kill -TERM "$pid"
+    wait "$pid" || status=1
+  done
 
   echo
   printf '%-10s  %5s  %11s  %s\n' Reader Hosts 'Seen to go' Table
   printf '%-10s  %5s  %11s  %s\n' ---------- ----- ----------- -----------------
-  status=0
   # The learner's table ends where its totals begin, a reader's where it says what went.
   sed '/^$/,$d' "$root/learner" > "$root/expected"
   for mode in "${modes[@]}"; do

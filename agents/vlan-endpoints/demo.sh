@@ -1,18 +1,21 @@
 # shellcheck shell=bash
 # demo.sh: stations in VLANs of one device are pinged over a wire between two network namespaces.
 #
-# Sourced, never run. Needs root. The namespaces and all that runs in them are gone when it returns.
+# Sourced from the top of the tree, never run. Needs root. The namespaces and all that runs in them are gone when it
+# returns.
+# shellcheck source=../programs.sh
+. agents/programs.sh
 
-# pingedInVlans VLAN-ENDPOINTS: shows who answers in which VLAN, and the counters; false when somebody did not, or
-# somebody did who should not.
+# pingedInVlans VLAN-ENDPOINTS: shows who answers in which VLAN, and the counters; false when somebody did not,
+# somebody did who should not, or the program ended.
 pingedInVlans() (
   program=$1 folder=agents/vlan-endpoints
+  thereAre "$program"
   near=lumo-near-$$ far=lumo-far-$$
   said=$( mktemp )
-  stations=
   # shellcheck disable=SC2317   # called by trap
   ended() {
-    [ -z "$stations" ] || kill -TERM "$stations" 2> /dev/null || true
+    endAll TERM
     ip netns del "$near" 2> /dev/null || true
     ip netns del "$far" 2> /dev/null || true
     rm -f "$said"
@@ -37,20 +40,20 @@ pingedInVlans() (
   echo "A program with a station in each of three VLANs, and one for frames without a tag, on one device (AF_PACKET); at"
   echo "the other end of the wire frames are tagged by hand, for the system has no VLAN devices here:"
   echo
-  timeout 60 ip netns exec "$near" "$program" port0 --untagged 192.0.2.2 --vlan 10=192.0.2.10 --vlan 20=192.0.2.20 \
+  timeout -k 1 60 ip netns exec "$near" "$program" port0 --untagged 192.0.2.2 --vlan 10=192.0.2.10 --vlan 20=192.0.2.20 \
     --vlan 4094=192.0.2.94 > "$said" &
   stations=$!
-  for (( i = 0; i < 100; ++i )); do
-    grep -q ready "$said" && break
-    sleep 0.1
-  done
+  began vlan-endpoints
+  awaited "vlan-endpoints is not ready." grep -q ready "$said"
   status=0
-  timeout 60 ip netns exec "$far" python3 "$folder/ping.py" port0 5 0=192.0.2.2 10=192.0.2.10 20=192.0.2.20 \
-    4094=192.0.2.94 30=- 10=- || status=1
+  timeout -k 1 60 ip netns exec "$far" python3 "$folder/ping.py" port0 5 0=192.0.2.2 10=192.0.2.10 20=192.0.2.20 \
+    4094=192.0.2.94 30=- 10=- &
+  finished $! || status=1
   echo
+  needAll
+  stops "$stations"
   kill -TERM "$stations"
   wait "$stations" || status=1
-  stations=
   sed 1d "$said"
   exit "$status"
 )
