@@ -13,12 +13,12 @@ add_executable( testHeader EXCLUDE_FROM_ALL "${CMAKE_CURRENT_BINARY_DIR}/testHea
 target_link_libraries( testHeader PRIVATE lumoWarnings GTest::gtest )
 target_precompile_headers( testHeader PRIVATE <gtest/gtest.h> )
 
-# lumo_test( NAME n SOURCES ... [LIBS ...] [LABELS ...] )
+# lumo_test( NAME n SOURCES ... [LIBS ...] [LABELS ...] [FILTER f] )
 #
 # Every TEST in the sources becomes a test of ctest named n.Suite.test. The label is "unit" unless
-# LABELS says otherwise. The program links the shared library as a user's would.
+# LABELS says otherwise; FILTER, as GoogleTest reads it, leaves some out. The program links the shared library as a user's would.
 function( lumo_test )
-  cmake_parse_arguments( PARSE_ARGV 0 test "" "NAME" "SOURCES;LIBS;LABELS" )
+  cmake_parse_arguments( PARSE_ARGV 0 test "" "NAME;FILTER" "SOURCES;LIBS;LABELS" )
   if( test_UNPARSED_ARGUMENTS OR NOT test_NAME OR NOT test_SOURCES )
     message( FATAL_ERROR "lumo_test() needs NAME and SOURCES; it does not know '${test_UNPARSED_ARGUMENTS}'" )
   endif()
@@ -33,6 +33,7 @@ function( lumo_test )
   target_precompile_headers( ${test_NAME} REUSE_FROM testHeader )
   gtest_discover_tests( ${test_NAME}
     TEST_PREFIX "${test_NAME}."
+    TEST_FILTER "${test_FILTER}"
     DISCOVERY_MODE PRE_TEST
     NO_PRETTY_VALUES   # a parameter without a printer would put its address into the test's name
     DISCOVERY_TIMEOUT 60
