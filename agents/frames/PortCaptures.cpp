@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdio>
 #include <filesystem>
 
 namespace Frames {
@@ -76,6 +77,26 @@ void setNative( std::vector< PortCapture > & captures, std::string const & given
 }
 
 }  // namespace
+
+std::optional< int > parsed( CLI::App & app, int argc, char ** argv,
+                             std::function< void() > const & taken ) {
+  auto const refused = [&]( std::exception const & why ) {
+    std::fprintf( stderr, "%s: %s\n", app.get_name().c_str(), why.what() );
+    return 2;
+  };
+  try {
+    app.parse( argc, argv );
+    taken();
+    return std::nullopt;
+  } catch( CLI::CallForHelp const & ) {
+    std::fputs( app.help().c_str(), stdout );
+    return 0;
+  } catch( CLI::ParseError const & e ) {  // an unknown option, or none of those that must be there
+    return refused( e );
+  } catch( UsageException const & e ) {
+    return refused( e );
+  }
+}
 
 void addCaptureOptions( CLI::App & app, CaptureArguments & given ) {
   app.add_option( "--capture", given.captures,

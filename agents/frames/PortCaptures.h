@@ -4,6 +4,7 @@
 
 #include <Lumo/Bridging.h>
 
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -33,6 +34,12 @@ struct CaptureArguments {
   std::vector< std::string > captures, natives;
   std::optional< std::string > pace;
 };
+
+/// Parses the command line; then `taken` takes over what was given, and may raise UsageException.
+/// The exit status when the program ends here: 0 after the help on standard output, 2 after one
+/// line on standard error that says what is wrong with which argument.
+std::optional< int > parsed( CLI::App & app, int argc, char ** argv,
+                             std::function< void() > const & taken );
 
 /// Adds --capture, --native and --pace.
 void addCaptureOptions( CLI::App & app, CaptureArguments & given );

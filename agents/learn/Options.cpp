@@ -1,7 +1,6 @@
 #include "Options.h"
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
 
 namespace Learn {
 
@@ -45,8 +44,7 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
   app.add_flag( "--json", options.json, "print one JSON object instead of the table" );
   app.footer(
       "Ports are named as interfaces are: eth1, eth3/1, lag7. Several captures are read by time." );
-  try {
-    app.parse( argc, argv );
+  return parsed( app, argc, argv, [&] {
     options.captures = portCapturesOf( given );
     if( options.captures.empty() )
       throw UsageException( "--capture PORT=FILE is required" );
@@ -55,16 +53,7 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
     options.pace = paceOf( given );
     if( options.table.empty() && !options.root.empty() )
       throw UsageException( "--root '" + options.root + "': no --table says what lies there" );
-    return std::nullopt;
-  } catch( CLI::CallForHelp const & ) {
-    std::fputs( app.help().c_str(), stdout );
-    return 0;
-  } catch( CLI::ParseError const & e ) {  // an unknown option, or none of those that must be there
-    std::fprintf( stderr, "learn: %s\n", e.what() );
-  } catch( UsageException const & e ) {
-    std::fprintf( stderr, "learn: %s\n", e.what() );
-  }
-  return 2;
+  } );
 }
 
 }  // namespace Learn

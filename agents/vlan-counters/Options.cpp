@@ -2,8 +2,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
-
 namespace VlanCounters {
 
 namespace {
@@ -35,24 +33,14 @@ std::optional< int > readCommandLine( int argc, char ** argv, Options & options 
                   "where tables lie; LUMO_SHM_ROOT of the environment, else /dev/shm/lumo" )
       ->type_name( "DIR" );
   app.footer( "Ports are named as interfaces are: eth1, eth3/1, lag7." );
-  try {
-    app.parse( argc, argv );
+  return Frames::parsed( app, argc, argv, [&] {
     options.captures = Frames::portCapturesOf( given );
     options.pace = Frames::paceOf( given );
     if( interval )
       options.interval = intervalOf( *interval );
     if( options.captures.empty() && !options.serve )
       throw Frames::UsageException( "--capture PORT=FILE or --serve is required" );
-    return std::nullopt;
-  } catch( CLI::CallForHelp const & ) {
-    std::fputs( app.help().c_str(), stdout );
-    return 0;
-  } catch( CLI::ParseError const & e ) {  // an unknown option, or a number that is none
-    std::fprintf( stderr, "vlan-counters: %s\n", e.what() );
-  } catch( Frames::UsageException const & e ) {
-    std::fprintf( stderr, "vlan-counters: %s\n", e.what() );
-  }
-  return 2;
+  } );
 }
 
 }  // namespace VlanCounters
