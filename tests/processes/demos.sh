@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # demos.sh ROOT VLAN-INTERFACES VLAN-SOURCE LUMO LEARN MAC-READER: a demonstration whose program does not start, or ends,
-# says which one it was, and ends at once with status 1. Nothing that it started is left.
+# says which one it was, and ends with status 1. Nothing that it started is left.
 set -euo pipefail
 
 cd "$1"
@@ -25,7 +25,7 @@ ends() {
   local regex=$1 room=$2 status=0
   shift 2
   # shellcheck disable=SC2016   # expanded by that shell
-  timeout 6 bash -c '. "agents/$0/demo.sh"; "$@"' "$room" "$@" > "$work/out" 2> "$work/err" || status=$?
+  timeout 30 bash -c '. "agents/$0/demo.sh"; "$@"' "$room" "$@" > "$work/out" 2> "$work/err" || status=$?
   if [ "$status" -ne 1 ] || ! grep -qE "$regex" "$work/err"; then
     echo "$*: status $status, and: $( cat "$work/err" )"
     wrong=1
