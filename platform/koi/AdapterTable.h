@@ -1,8 +1,9 @@
 // AdapterTable.h: the adapters of one attribute log, by the numbers under which the two ends speak
 // of entities, and by what is to be done with them. Belongs to a Mirror; one thread.
 //
-// Each end gives numbers from a series of its own, so one entity may have two: the two ends made it
-// at the same time. Number 1 is the root.
+// Each end gives numbers from a series of its own, so one entity may have several: the two ends
+// made it at the same time. An end speaks by the number that the peer gave last, which the peer
+// knows for certain, and hears all of them. Number 1 is the root.
 #pragma once
 
 #include <unordered_map>
@@ -31,7 +32,7 @@ class AdapterTable {
     auto const at = byNumber_.find( number );
     return at == byNumber_.end() ? nullptr : at->second;
   }
-  /// The adapter's own number; it gets one when it has none.
+  /// The number that the adapter speaks by; it gets one when it has none.
   U64 numberOf( KoiNboAttrLogSa & adapter ) {
     if( adapter.number == 0 ) {
       adapter.number = next_;
@@ -46,19 +47,29 @@ class AdapterTable {
   void peerNumberIs( KoiNboAttrLogSa & adapter, U64 number ) {
     if( adapter.number == number )
       return;
-    U64 & of = adapter.number == 0 ? adapter.number : adapter.peerNumber;
-    forget( adapter, of );
-    of = number;
+    if( adapter.number != 0 )
+      otherNumbers_.emplace( &adapter, adapter.number );
+    adapter.number = number;
     byNumber_[number] = &adapter;
+  }
+  /// The peer may speak of it by that number, too, until it hears of it by ours.
+  void otherNumberIs( KoiNboAttrLogSa & adapter, U64 number ) {
+    numberOf( adapter );
+    if( byNumber_.emplace( number, &adapter ).second )
+      otherNumbers_.emplace( &adapter, number );
   }
   /// The adapter goes.
   void forget( KoiNboAttrLogSa const & adapter ) {
     forget( adapter, adapter.number );
-    forget( adapter, adapter.peerNumber );
+    auto const [first, last] = otherNumbers_.equal_range( &adapter );
+    for( auto at = first; at != last; ++at )
+      forget( adapter, at->second );
+    otherNumbers_.erase( first, last );
   }
   /// A connection ended: nobody has a number.
   void forgetNumbers() {
     byNumber_.clear();
+    otherNumbers_.clear();
     next_ = firstNumber_;
   }
   /// Takes every adapter from its entity.
@@ -73,6 +84,7 @@ class AdapterTable {
   }
 
   std::unordered_map< U64, KoiNboAttrLogSa * > byNumber_;
+  std::unordered_multimap< KoiNboAttrLogSa const *, U64 > otherNumbers_;  // heard, not spoken
   U64 const firstNumber_;
   U64 next_;
 };

@@ -86,6 +86,9 @@ void CollectionAccess::apply( Entity & entity, FlowIn & flow ) const {
       case LogOp::tail:
         applyTail( entity, flow );
         break;
+      case LogOp::crossed:
+        flow.isCrossed = true;
+        break;
       default:
         applyMember( entity, flow, start, op );
     }

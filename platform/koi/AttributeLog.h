@@ -44,13 +44,20 @@ class ScalarAccess final : public AttributeAccess {
     }
     if( flow.isOurs() )
       return;
+    if constexpr( isReference< Given > )
+      if( flow.isFromProxy() )
+        flow.refersTo( v, "" );
     auto const change = [&] { set_( entity, v ); };
     if( arrival == FlowIn::notYet ) {
       flow.wait( "", start );
       if( flow.pass == FlowIn::last )
         flow.changeIfAdmitted( change );
-    } else if( arrival == FlowIn::refused || !( same( now, v ) || flow.change( change ) ) ) {
+    } else if( arrival == FlowIn::refused ) {
       flow.answer( "" );
+    } else if( !( same( now, v ) || flow.change( change ) ) ) {
+      flow.answer( "" );
+      if constexpr( isReference< Given > )
+        flow.insist();
     }
   }
 

@@ -143,6 +143,14 @@ class Birth {
     return known && child && &known->entity() == child;
   }
 
+  /// False when what the peer has in the place of this end's child, or of none, cannot be made
+  /// here.
+  bool isMakeable( FlowIn & flow, Ptr< Child > const & child ) const {
+    if( arrival_ == FlowIn::refused && child && flow.isFromProxy() )
+      flow.mirror().peerLacks( *child );
+    return arrival_ == FlowIn::here;
+  }
+
   /// Sees to it that the child is there. `ours`: the proxy's own child holds, or that there is
   /// none. `isFirst`: the peer tells what there is, not what changed. `make` and `del` are the
   /// mutators. False when it is refused.
@@ -155,7 +163,7 @@ class Birth {
     if( ours ) {
       // By a number of ours the peer means one that stood here before.
       if( isAlike && !isAnew && !flow.mirror().adapters().isOurs( number_ ) )
-        flow.mirror().peerHas( *child, number_, incarnation_, KoiNboAttrLogSa::fullResync );
+        flow.mirror().peerHasToo( *child, number_, incarnation_ );
       return true;
     }
     bool const isOther =
@@ -168,7 +176,7 @@ class Birth {
     if( !child && !flow.change( [&] { child = make(); } ) )
       return false;
     flow.mirror().peerHas( *child, number_, incarnation_, KoiNboAttrLogSa::incremental );
-    return flow.mirror().role() == Mirror::proxy;
+    return !flow.isFromProxy();
   }
 
  private:
@@ -233,7 +241,7 @@ class ChildAccess final : public AttributeAccess {
     if( isLate )  // what the peer told of it since was lost
       return flow.mirror().restartIsDue();
     auto const make = [&] { return make_( entity, birth.arguments() ); };
-    if( birth.arrival() == FlowIn::refused ||
+    if( !birth.isMakeable( flow, childIn( entity ) ) ||
         !birth.apply( flow, childIn( entity ), flow.isOurs(), op == LogOp::present,
                       op == LogOp::anew, make, del ) )
       flow.answer( "" );

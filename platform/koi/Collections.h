@@ -118,6 +118,10 @@ class Collection : public Logged< Collection< K, V, Index > > {
     return members_.isUnacked( place, k );
   }
 
+  /// The peer has a member of that key, too, though its own is not heeded here: it is to hear when
+  /// the one that is here goes.
+  void koiSharedIs( Place const & place, K const & k ) { members_.sharedIs( place, k ); }
+
   /// The collection without its tag.
   Collection & koiHeld() { return *this; }
 

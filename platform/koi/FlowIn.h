@@ -33,6 +33,7 @@ class KOI_PUBLIC FlowIn {
   unsigned const attribute;
   NboAttrLog::In in;
   Pass const pass = first;
+  bool isCrossed = false;  ///< the proxy changed the queue without knowing what it was here
 
   Mirror & mirror() const { return adapter.mirror(); }
 
@@ -40,8 +41,12 @@ class KOI_PUBLIC FlowIn {
   LogOp op();
 
   /// Where a reference was read: what it refers to, null where nothing; false when that is not here
-  /// yet.
+  /// yet, or no more.
   bool reference( Ptr< Entity > & target );
+  /// The member of that key refers to the target from now on: the proxy is to hear when that leaves
+  /// the tree.
+  void refersTo( Entity const * target, std::string key ) const;
+  bool isFromProxy() const { return mirror().role() == Mirror::source; }
 
   /// Reads a value or a reference. What is out of its range, or refers to an entity of another
   /// type, is refused and left; the log stands behind it all the same.
@@ -62,6 +67,8 @@ class KOI_PUBLIC FlowIn {
     changedIfAdmitted( callOf< Change >, &change );
   }
   void refuse( std::string const & why );
+  /// The attribute changed as the peer says, otherwise than by a mutator: the other logs tell that.
+  void changed() const;
 
   /// The attribute, or the member of that key, was changed here, and the source has not
   /// acknowledged that: a proxy does not heed what the source says of it.
@@ -76,8 +83,14 @@ class KOI_PUBLIC FlowIn {
 
   /// Tells the proxy what is here instead of what it sent.
   void answer( std::string key ) const {
-    if( mirror().role() == Mirror::source )
+    if( isFromProxy() )
       adapter.answer( attribute, std::move( key ) );
+  }
+  /// A proxy cannot take null from the source, which could not take the target, for it had left the
+  /// tree there: the target is told as what it is now.
+  void insist() const {
+    if( mirror().isWritingProxy() )
+      adapter.insist( attribute );
   }
   /// What was read from `operation` on refers to something that is not here yet: it is applied
   /// again when something came. `key` is empty but for members.
@@ -110,6 +123,7 @@ class KOI_PUBLIC FlowIn {
   void remotely( Call call, void const * change );
 
   U64 const since_;
+  bool isGone_ = false;  // the proxy refers to what was here
 };
 
 /// Steps over a value, whatever its ranges.
@@ -143,7 +157,7 @@ template< class T >
 FlowIn::Arrival FlowIn::read( Ptr< T > & v ) {
   Ptr< Entity > target;
   if( !reference( target ) )
-    return notYet;
+    return isGone_ ? refused : notYet;
   v = dynamic_cast< T * >( target.ptr() );
   if( target && !v ) {
     refuse( "a reference to " + std::string( target->fullName() ) + ", which is of type " +

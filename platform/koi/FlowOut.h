@@ -23,7 +23,8 @@ enum class LogOp : U8 {
   anew,        ///< the same, and it is another one than before
   beginWhole,  ///< all members follow
   endWhole,    ///< what was not named since is not there
-  tail         ///< of a queue: the number that the next one gets
+  tail,        ///< of a queue: the number that the next one gets
+  crossed  ///< of a queue: the source's changes were not made, for the proxy had changed it, too
 };
 
 /// What a reference refers to.

@@ -83,9 +83,11 @@ class KeyedAccess : public CollectionAccessOf< Derived, C_ > {
 
   void applyMember( Entity & entity, FlowIn & flow, NboAttrLog::In const & start,
                     LogOp op ) const override {
-    C const & members = this->cell( entity );
+    C & members = this->cell( entity );
     ToldKey< Key > const told( flow );
     bool const ours = flow.isOurs( members, told.key );
+    if( op != LogOp::absent && ( ours || this->hasChildren() ) )
+      members.koiSharedIs( flow.adapter.place( flow.attribute ), told.key );
     bool const isLate =
         flow.adapter.hasUnresolved() ? flow.waitEnds( told.bytes() ) : flow.isLate();
     if( flow.isLate() && members.contains( told.key ) ) {  // somebody put it there meanwhile
@@ -140,6 +142,9 @@ class MembersAccess final : public KeyedAccess< MembersAccess< C >, C > {
       // What cannot be there yet must not be there as it was.
       return flow.pass != FlowIn::last || this->del( entity, flow, told.key );
     }
+    if constexpr( isReference< Given > )
+      if( flow.isFromProxy() )
+        flow.refersTo( v, told.bytes() );
     return ( !how.isAnew || this->del( entity, flow, told.key ) ) &&
            flow.change( [&] { set_( entity, told.key, v ); } );
   }
@@ -220,7 +225,7 @@ class ChildrenAccess final : public KeyedAccess< ChildrenAccess< C >, C > {
       return make_( entity, arguments );
     };
     bool const isFirst = !!flow.adapter.resyncState( flow.attribute );
-    return birth.arrival() == FlowIn::here &&
+    return birth.isMakeable( flow, child ) &&
            birth.apply( flow, child, how.ours, isFirst, how.isAnew, make,
                         [&] { this->remove( entity, told.key ); } );
   }

@@ -57,7 +57,7 @@ bool EntityLogs::isRefusing() const {
 
 void EntityLogs::entityLeaves() {
   for( auto const & adapter : adapters_ )
-    adapter->entityLeaves();
+    adapter->tellReferrers();
 }
 
 void EntityLogs::mark( unsigned attribute, U16 origin ) {
@@ -119,11 +119,19 @@ void KoiNboAttrLogSa::tellWhole( unsigned attribute ) {
 // ---- marks
 
 void KoiNboAttrLogSa::changedBy( unsigned attribute, bool byPeer ) {
+  marks_[attribute] &= static_cast< U8 >( ~insisted );
   // A key's marks are in its collection, whose adapter need not know which ones.
   if( !byPeer )
     koiIsAttrDirtyIs( attribute, true );
   else if( !places_[attribute] )
     koiIsAttrDirtyIs( attribute, false );
+}
+
+void KoiNboAttrLogSa::insist( unsigned attribute ) {
+  if( is( attribute, insisted ) )
+    return;
+  marks_[attribute] |= insisted;
+  koiIsAttrDirtyIs( attribute, true );
 }
 
 void KoiNboAttrLogSa::koiIsAttrDirtyIs( unsigned attribute, bool isDirty ) {
@@ -170,6 +178,9 @@ bool KoiNboAttrLogSa::handleAttrFlowOut( unsigned attribute, FlowOut & flow ) {
       return false;
     marks_[attribute] &= static_cast< U8 >( ~( whole | begun ) );
   }
+  if( is( attribute, crossed ) )
+    flow.op( LogOp::crossed );
+  marks_[attribute] &= static_cast< U8 >( ~crossed );
   return access.writePending( entity_, at, flow );
 }
 
@@ -212,9 +223,10 @@ void KoiNboAttrLogSa::ack() {
 }
 
 void KoiNboAttrLogSa::unsend() {
-  number = peerNumber = 0;
+  number = 0;
   isKnown = false;
   for( unsigned i = 0; i < marks_.size(); ++i ) {
+    marks_[i] &= static_cast< U8 >( ~( crossed | insisted ) );
     if( !is( i, sent ) )
       continue;
     marks_[i] &= static_cast< U8 >( ~( sent | begun ) );
@@ -286,11 +298,11 @@ void KoiNboAttrLogSa::referrerIs( KoiNboAttrLogSa & adapter, unsigned attribute,
   sweepAt_ = 2 * referrers_.size() + 16;
 }
 
-void KoiNboAttrLogSa::entityLeaves() {
-  for( auto & [by, attribute, key] : referrers_ )
+void KoiNboAttrLogSa::tellReferrers() {
+  auto told = std::exchange( referrers_, {} );
+  for( auto & [by, attribute, key] : told )
     if( KoiNboAttrLogSa * const adapter = mirror_.adapters().find( by ) )
       adapter->answer( attribute, std::move( key ) );
-  referrers_.clear();
 }
 
 // ---- the table

@@ -81,6 +81,13 @@ class KOI_PUBLIC KoiNboAttrLogSa : public AdapterHook< AllAdapters >,
   /// The same for all of a collection, whatever its keys.
   bool isFresh( unsigned attribute ) const { return is( attribute, fresh ); }
   Place & place( unsigned attribute ) const { return *places_[attribute]; }
+  /// What the source said of a queue was left, for it had been changed here.
+  void isCrossedIs( unsigned attribute ) {
+    marks_[attribute] |= crossed;
+    koiIsAttrDirtyIs( attribute, true );
+  }
+  /// The peer is told again what the attribute is; once, until that changes.
+  void insist( unsigned attribute );
   /// The attribute changed: by the peer, or by somebody else.
   void changedBy( unsigned attribute, bool byPeer );
   bool hasDirt() const;
@@ -127,14 +134,13 @@ class KOI_PUBLIC KoiNboAttrLogSa : public AdapterHook< AllAdapters >,
   /// Applies it again; what is still not here gets nothing when that is the last time.
   void retryUnresolved( bool isLast );
 
-  // ---- what refers to the entity: the peer knows it by a path, which ends when it leaves the tree
+  // ---- what refers to the entity, for a source: it decides what the proxies see of that
   void referrerIs( KoiNboAttrLogSa & adapter, unsigned attribute, std::string key );
-  /// It leaves: what refers to it is told again.
-  void entityLeaves();
+  /// It leaves the tree, or has another number: what refers to it is told again.
+  void tellReferrers();
 
   // ---- for the mirror: the entity's numbers on this connection
-  U64 number = 0;           ///< the one that we use; 0: none
-  U64 peerNumber = 0;       ///< one that the peer gave; 0: none
+  U64 number = 0;           ///< the one that we speak by; 0: none
   U64 peerIncarnation = 0;  ///< as the peer counts; 0: it never said
   bool isKnown = false;     ///< the peer knows what the number means
   bool isOrphan = false;    ///< the peer has it because something refers to it
@@ -142,10 +148,12 @@ class KOI_PUBLIC KoiNboAttrLogSa : public AdapterHook< AllAdapters >,
  private:
   enum Mark : U8 {
     dirty = 1,
-    sent = 2,   ///< and not acknowledged
-    whole = 4,  ///< the first flow of the collection is not told to its end
-    begun = 8,  ///< but has begun
-    fresh = 16  ///< the peer has not acknowledged the first flow
+    sent = 2,      ///< and not acknowledged
+    whole = 4,     ///< the first flow of the collection is not told to its end
+    begun = 8,     ///< but has begun
+    fresh = 16,    ///< the peer has not acknowledged the first flow
+    crossed = 32,  ///< what the source said of the queue was left, and it is to hear that
+    insisted = 64  ///< the peer was told the same once more
   };
   bool is( unsigned attribute, unsigned marks ) const { return ( marks_[attribute] & marks ) != 0; }
 

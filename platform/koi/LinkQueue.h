@@ -94,6 +94,8 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
       else if( place < next_ )
         filled_ = stamp;
       next_ = std::max( next_, place + 1 );
+    } else if( change == Change::changed ) {
+      rewritten_ = std::max( rewritten_, members_.created( members_.find( place ) ) );
     }
     return change;
   }
@@ -136,10 +138,12 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
     }
   }
 
-  /// Whether somebody else than the peer put a member into a gap since the last whole flush. Once
+  /// Whether since the last whole flush somebody else than the peer put a member into a gap, or
+  /// anybody changed one that came since: such are told behind members that stand behind them. Once
   /// the members before it are gone its number does not say that it comes first.
   bool koiIsFilledSince( Place const & place ) const {
-    return filled_.change > place.flushed && filled_.origin != place.origin;
+    return ( filled_.change > place.flushed && filled_.origin != place.origin ) ||
+           rewritten_ > place.flushed;
   }
 
   /// As other collections have it: a queue is rare, and keeps its tag.
@@ -161,7 +165,8 @@ class LinkQueue : public Logged< LinkQueue< Tag, Index, V > > {
   Store members_;
   U64 head_ = 0;
   U64 next_ = 0;
-  Stamp filled_;  // the last member that was put into a gap
+  Stamp filled_;       // the last member that was put into a gap
+  U64 rewritten_ = 0;  // when the newest of those came that were changed since
 };
 
 }  // namespace Koi

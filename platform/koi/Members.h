@@ -78,6 +78,7 @@ class Members {
   void ack( Place & place );
   void unsend( Place & place );
   bool isUnacked( Place const & place, K const & k ) const;
+  void sharedIs( Place const & place, K const & k );
 
   /// All memory it holds, besides what the values hold and itself.
   std::size_t bytes() const {

@@ -115,6 +115,12 @@ bool Members< K, V, Index >::isUnacked( Place const & place, K const & k ) const
 }
 
 template< class K, class V, template< class, class > class Index >
+void Members< K, V, Index >::sharedIs( Place const & place, K const & k ) {
+  if( U32 const slot = find( k ); slot != noSlot )
+    noteSharing( nodes_[slot], place.origin );
+}
+
+template< class K, class V, template< class, class > class Index >
 void Members< K, V, Index >::trim() {
   U64 const past = pending_->pastLeast();
   bool freed = false;

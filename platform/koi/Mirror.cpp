@@ -94,7 +94,6 @@ void Mirror::forgetConnection() {
   numOut_ = numIn_ = 0;
   typesOut_.clear();
   typesIn_.clear();
-  orphansGone_.clear();
   orphans_.clear();
   touched_.clear();
   if( role_ == source ) {
@@ -107,6 +106,7 @@ void Mirror::forgetConnection() {
       adapter.unsend();
   }
   adapters_.forgetNumbers();
+  orphansGone_.clear();  // those of the connection, which their adapters named when they went
 }
 
 void Mirror::greeted( NboAttrLog::In in ) {

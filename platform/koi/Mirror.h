@@ -95,11 +95,15 @@ class KOI_PUBLIC Mirror {
   void sendAttribute( KoiNboAttrLogSa & adapter, unsigned attribute );
   KoiNboAttrLogSa & attached( Entity & entity, KoiNboAttrLogSa::SyncMode mode );
   void peerHas( Entity & entity, U64 number, U64 incarnation, KoiNboAttrLogSa::SyncMode mode );
+  /// The peer has an equal child of its own, and is to hear of ours.
+  void peerHasToo( Entity & entity, U64 number, U64 incarnation );
+  /// The peer has another one in its place: all of it, and below, is told under new numbers.
+  void peerLacks( Entity & entity );
   /// Whether the peer counts incarnations as it did on the connection before.
   bool isSameInstance() const { return peerInstance_ == knownInstance_; }
   /// The entity without a parent that stands there; null when it is of a type that is not known
-  /// here, or refused.
-  Ptr< Entity > orphan( FlowIn & flow );
+  /// here, or refused. False when it is one that has gone here.
+  bool orphan( FlowIn & flow, Ptr< Entity > & target );
   /// So many orphans are being read or written that refer to one another.
   unsigned orphanDepth = 0;
   /// The peer's change cannot be made until something is here; then all is to be told again.
@@ -151,8 +155,12 @@ class KOI_PUBLIC Mirror {
   void applyFlush( std::vector< U8 > const & bytes );
   void applyFrame( Frame kind, NboAttrLog::In in );
   void applyType( NboAttrLog::In & in );
+  /// The peer has that entity without parent no longer.
+  void orphanGone( U64 number );
   /// False when there is no such entity, or not yet.
   bool applyAttribute( NboAttrLog::In in );
+  /// The same, or keeps it until the flush has brought the entity.
+  void claimOrKeep( NboAttrLog::In in );
   /// Applies what waits for something that the flush brought.
   void claim();
   void settleTouched();
@@ -204,6 +212,7 @@ class KOI_PUBLIC Mirror {
   std::unordered_map< U64, Ptr< Entity > > orphans_;
   std::vector< std::pair< U64, unsigned > > touched_;
   std::vector< NboAttrLog::In > unclaimed_;  // of the flush: attributes of no entity so far
+  std::unordered_set< U64 > unclaimedNumbers_;
 
   AdapterTable adapters_;  // last: adapters go first
 };

@@ -56,9 +56,19 @@ void Mirror::applyFlush( std::vector< U8 > const & bytes ) {
     }
     settleTouched();
     unclaimed_.clear();
+    unclaimedNumbers_.clear();
   } );
   if( malformed )
     std::rethrow_exception( malformed );
+}
+
+void Mirror::claimOrKeep( NboAttrLog::In in ) {
+  // What is said of one entity is applied in its order.
+  U64 const number = NboAttrLog::In( in ).nextU64();
+  if( !unclaimedNumbers_.contains( number ) && applyAttribute( in ) )
+    return;
+  unclaimed_.push_back( in );
+  unclaimedNumbers_.insert( number );
 }
 
 void Mirror::claim() {
@@ -103,14 +113,13 @@ void Mirror::applyFrame( Frame kind, NboAttrLog::In in ) {
       applyType( in );
       break;
     case Frame::attribute:
-      if( !applyAttribute( in ) )
-        unclaimed_.push_back( in );
+      claimOrKeep( in );
       break;
     case Frame::ack:
       acknowledged( in );
       break;
     case Frame::orphanGone:
-      orphans_.erase( in.nextU64() );
+      orphanGone( in.nextU64() );
       break;
     case Frame::end:
       if( in.nextU64() != ++numIn_ )
@@ -201,8 +210,22 @@ void Mirror::peerHas( Entity & entity, U64 number, U64 incarnation,
                       KoiNboAttrLogSa::SyncMode mode ) {
   KoiNboAttrLogSa & adapter = attached( entity, mode );
   adapter.peerIncarnation = incarnation;
+  if( adapter.number != 0 && adapter.number != number )
+    adapter.tellReferrers();  // the peer may not know it by the number that they were told with
   adapters_.peerNumberIs( adapter, number );
   knownIs( adapter );
+}
+
+void Mirror::peerHasToo( Entity & entity, U64 number, U64 incarnation ) {
+  KoiNboAttrLogSa & adapter = attached( entity, KoiNboAttrLogSa::fullResync );
+  adapter.peerIncarnation = incarnation;
+  adapters_.otherNumberIs( adapter, number );
+}
+
+void Mirror::peerLacks( Entity & entity ) {
+  if( KoiNboAttrLogSa * const adapter = entity.koiNboAttrLogSa( *this ) )
+    adapter->tellReferrers();
+  entity.koiNboAttrLogSaDel( *this );
 }
 
 void FlowOut::child( Entity & child ) {
@@ -221,7 +244,7 @@ void FlowOut::reference( Entity * target ) {
   auto const write = [&]( LogReference kind ) { *frame_->room( 1 ) = static_cast< U8 >( kind ); };
   // When the target leaves the log the reference is written again.
   auto const isReferredTo = [&]( KoiNboAttrLogSa & known ) {
-    if( adapter_ )
+    if( adapter_ && mirror_.role() == Mirror::source )
       known.referrerIs(
           *adapter_, attribute_,
           std::string( reinterpret_cast< char const * >( frame_->data() ) + keyBegin_, keySize_ ) );
@@ -299,6 +322,7 @@ void ChildArguments< Entity >::takeOrphan( FlowIn const & flow, U64 number, All 
 }
 
 bool FlowIn::reference( Ptr< Entity > & target ) {
+  isGone_ = false;
   switch( static_cast< LogReference >( in.nextU8() ) ) {
     case LogReference::null:
       target = nullptr;
@@ -306,19 +330,28 @@ bool FlowIn::reference( Ptr< Entity > & target ) {
     case LogReference::below: {
       auto const * const known = mirror().adapters().find( in.nextU64() );
       target = known ? &known->entity() : nullptr;
+      isGone_ = !target && pass == last && isFromProxy();
       return !!target;
     }
     case LogReference::absolute:
       target = entityAt( topOf( mirror().root() ), in.nextString().view() );
       return !!target;
     case LogReference::orphan:
-      target = mirror().orphan( *this );
-      return true;
+      if( mirror().orphan( *this, target ) )
+        return true;
+      isGone_ = isFromProxy();  // a proxy is told again
+      return false;
   }
   throwParseException( "attribute log: a reference of no kind" );
 }
 
-Ptr< Entity > Mirror::orphan( FlowIn & flow ) {
+void FlowIn::refersTo( Entity const * target, std::string key ) const {
+  if( target )
+    if( KoiNboAttrLogSa * const known = target->koiNboAttrLogSa( mirror() ) )
+      known->referrerIs( adapter, attribute, std::move( key ) );
+}
+
+bool Mirror::orphan( FlowIn & flow, Ptr< Entity > & target ) {
   OrphanNesting const nesting( orphanDepth );
   if( nesting.isTooDeep() )
     throwParseException( "attribute log: orphans more than 100 deep" );
@@ -334,7 +367,18 @@ Ptr< Entity > Mirror::orphan( FlowIn & flow ) {
     }
   }
   KoiNboAttrLogSa * const adapter = adapters_.find( number );
-  return adapter ? &adapter->entity() : nullptr;
+  target = adapter ? &adapter->entity() : nullptr;
+  return target || isNew;
+}
+
+void Mirror::orphanGone( U64 number ) {
+  auto const held = orphans_.extract( number );
+  KoiNboAttrLogSa * const adapter = held ? adapters_.find( number ) : nullptr;
+  if( !adapter || &adapter->entity() != held.mapped() || held.mapped()->parent() )
+    return;
+  // Where something refers to it here it is one of this end from now on.
+  adapter->tellReferrers();
+  adapter->entity().koiLogs()->remove( *this );
 }
 
 void FlowIn::remotely( Call call, void const * change ) {
@@ -368,11 +412,13 @@ void FlowIn::changedIfAdmitted( Call call, void const * change ) {
   }
 }
 
+void FlowIn::changed() const { adapter.entity().koiLogs()->mark( attribute, mirror().origin() ); }
+
 void FlowIn::refuse( std::string const & why ) { mirror().refused( adapter, attribute, why ); }
 
 LogOp FlowIn::op() {
   U8 const op = in.nextU8();
-  if( op > static_cast< U8 >( LogOp::tail ) )
+  if( op > static_cast< U8 >( LogOp::crossed ) )
     throwParseException( "attribute log: operation " + std::to_string( op ) );
   return static_cast< LogOp >( op );
 }

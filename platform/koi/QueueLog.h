@@ -49,13 +49,23 @@ class QueueAccess final : public CollectionAccessOf< QueueAccess< C >, C > {
     if( auto const & state = flow.adapter.resyncState( flow.attribute ) )
       static_cast< Whole & >( *state ).tail = tail;
     else if( !flow.isOurs() && !isStale( this->cell( entity ), tail ) )
-      flow.change( [&] { this->cell( entity ).koiTailIs( tail ); } );
+      tailIs( entity, flow, tail );
+  }
+  /// Nobody but the other logs is told of that.
+  void tailIs( Entity & entity, FlowIn & flow, Key tail ) const {
+    C & queue = this->cell( entity );
+    auto const before = queue.metadata();
+    flow.change( [&] { queue.koiTailIs( tail ); } );
+    if( queue.metadata() != before )
+      flow.changed();
   }
   void applied( FlowIn & flow ) const override {
     // Both ends may have changed it: where members stand is not in their numbers, so the proxy gets
     // it whole.
-    if( flow.mirror().role() == Mirror::source &&
-        ( flow.adapter.isUnsettled( flow.attribute ) || flow.mirror().isFirstFlush() ) )
+    if( flow.isOurs() )
+      flow.adapter.isCrossedIs( flow.attribute );
+    else if( flow.isFromProxy() && ( flow.isCrossed || flow.adapter.isUnsettled( flow.attribute ) ||
+                                     flow.mirror().isFirstFlush() ) )
       flow.adapter.tellWhole( flow.attribute );
   }
   void applyMember( Entity & entity, FlowIn & flow, NboAttrLog::In const &,
@@ -64,15 +74,15 @@ class QueueAccess final : public CollectionAccessOf< QueueAccess< C >, C > {
     ToldKey< Key > const told( flow );
     Given v{};
     auto const arrival = op == LogOp::absent ? FlowIn::here : flow.read( v );
-    if( flow.isOurs( queue, told.key ) )
-      return;
     auto const & state = flow.adapter.resyncState( flow.attribute );
-    if( !state && isStale( queue, told.key ) ) {
-      if( flow.mirror().role() == Mirror::proxy )
-        flow.mirror().restartIsDue();  // the source gets along without; we need to know its order
-      else if( op != LogOp::absent )
-        flow.answer( told.bytes() );  // the proxy has it, at an end that is none here
-      return;
+    bool const isElsewhere = isStale( queue, told.key );
+    if( !state && ( flow.isOurs( queue, told.key ) || isElsewhere ||
+                    ( flow.isOurs() && op != LogOp::absent ) ) ) {
+      if( isElsewhere && flow.isFromProxy() )
+        flow.isCrossed = true;
+      else if( isElsewhere && !flow.isOurs() )
+        flow.mirror().restartIsDue();
+      return;  // the proxy gets the whole queue
     }
     bool isDone = arrival == FlowIn::here;
     if( state && isDone )
@@ -98,6 +108,8 @@ class QueueAccess final : public CollectionAccessOf< QueueAccess< C >, C > {
     } );
     // 2. Only at the tail can members be added: what is here must be how the others begin.
     Numbered here, ours;
+    std::erase_if( named,
+                   [&]( auto const & member ) { return flow.isOurs( queue, member.first ); } );
     std::set< Key > keys;
     for( auto const & member : named )
       keys.insert( member.first );
@@ -119,9 +131,10 @@ class QueueAccess final : public CollectionAccessOf< QueueAccess< C >, C > {
     for( auto const & [number, v] : named )
       set( entity, flow, number, v );
     if( !flow.isOurs() )
-      flow.change( [&] { queue.koiTailIs( tail ); } );
+      tailIs( entity, flow, tail );
     for( auto const & [number, v] : ours )
-      set_( entity, number, v );
+      if( !isStale( queue, number ) )
+        set_( entity, number, v );
   }
 
   GenericIfPtr set( Entity & entity, CtorArgs const & args ) const override {

@@ -1,5 +1,5 @@
-// MirrorTest.cpp: two trees, two mirrors, and what becomes of them: random changes at one end or at
-// both, cuts at any byte, peers that do not read, refusals, strangers.
+// MirrorTest.cpp: two trees or three, their mirrors, and what becomes of them: random changes at
+// one end or at all, cuts at any byte, peers that do not read, refusals, strangers.
 #include <gtest/gtest.h>
 
 #include <koi/Mirror.h>
@@ -18,7 +18,9 @@ namespace {
 
 /// A room and its mirror.
 struct End {
-  explicit End( Mirror::Role role, bool writable = true ) : mirror( room, role, writable ) {}
+  explicit End( Mirror::Role role, bool writable = true,
+                Koi::Ptr< Room > const & of = roomFactory( Koi::Name( "room" ) ) )
+      : room( of ), mirror( room, role, writable ) {}
 
   /// What is to go to the peer, at most about so many bytes at a time.
   std::string out( std::size_t most = 1 << 20 ) {
@@ -28,13 +30,14 @@ struct End {
   }
   void in( std::string_view bytes ) { mirror.received( bytes.data(), bytes.size() ); }
 
-  Koi::Ptr< Room > room = roomFactory( Koi::Name( "room" ) );
+  Koi::Ptr< Room > const room;
   Mirror mirror;
 };
 
 /// Both ends, with nothing between them but what is carried by hand.
 struct Pair {
   explicit Pair( bool writable = true ) : source( Mirror::source, writable ) {}
+  explicit Pair( Koi::Ptr< Room > const & of ) : source( Mirror::source, true, of ) {}
 
   /// Carries until neither end has anything to say.
   void settle() {
@@ -52,6 +55,31 @@ struct Pair {
   std::string proxyText() const { return TestSupport::wholeText( *proxy.room ); }
 
   End source, proxy{ Mirror::proxy };
+};
+
+/// A source and two proxies.
+struct Three {
+  Room & room( unsigned end ) {
+    return end == 0 ? *first.source.room : end == 1 ? *first.proxy.room : *second.proxy.room;
+  }
+  void settle() {
+    auto const isTalking = [this] {
+      return second.source.mirror.hasOutput() || second.proxy.mirror.hasOutput();
+    };
+    first.settle();
+    for( int i = 0; isTalking(); ++i ) {
+      ASSERT_LT( i, 100 ) << "the ends talk for ever";
+      second.settle();
+      first.settle();
+    }
+  }
+  void requireEqual( std::string ( *text )( Room const & ) ) {
+    ASSERT_EQ( text( room( 1 ) ), text( room( 0 ) ) );
+    ASSERT_EQ( text( room( 2 ) ), text( room( 0 ) ) );
+  }
+
+  Pair first;
+  Pair second{ first.source.room };
 };
 
 /// Keeps a copy of what it is told of a room, reading again what it is told about.
@@ -164,6 +192,99 @@ TEST( Mirror, changesAtBothEndsMeetWhateverIsCut ) {
     requireFollowed( follower, *pair.proxy.room );
     requireFollowed( sourceFollower, *pair.source.room );
   }
+}
+
+TEST( Mirror, changesAtASourceAndTwoProxiesMeet ) {
+  // Few changes at a time leave much as it was; many meet in every way.
+  for( unsigned const most : { 3u, 12u, 50u } )
+    for( unsigned const seed : seeds() ) {
+      SCOPED_TRACE( testing::Message() << "seed " << seed << ", at most " << most );
+      std::mt19937 random( seed );
+      Three three;
+      three.settle();
+      for( int round = 0; round < 6; ++round ) {
+        // 1. One end at a time.
+        for( unsigned n = random() % most, end = random() % 3; n != 0; --n )
+          RoomChange::any( random ).apply( three.room( end ) );
+        three.settle();
+        if( round == 0 )  // since then children may be made from what both ends have replaced
+          three.requireEqual( TestSupport::wholeText );
+        // 2. All of them, while bytes are under way.
+        for( int i = 0; i < 6; ++i ) {
+          for( unsigned end = 0; end < 3; ++end )
+            for( unsigned n = random() % most; n != 0; --n )
+              RoomChange::any( random ).apply( three.room( end ) );
+          Pair & pair = random() % 2 ? three.first : three.second;
+          bool const down = random() % 2;
+          std::string const bytes = ( down ? pair.source : pair.proxy )
+                                        .out( random() % 2 ? 1 + random() % 200 : 1 << 20 );
+          End & to = down ? pair.proxy : pair.source;
+          if( random() % 16 == 0 ) {
+            to.in( bytes.substr( 0, random() % ( bytes.size() + 1 ) ) );
+            pair.cut();
+          } else {
+            to.in( bytes );
+          }
+        }
+        three.settle();
+        three.requireEqual( withoutLights );
+        if( HasFatalFailure() )
+          return;
+      }
+    }
+}
+
+TEST( Mirror, theNumbersOfAQueueThatFillsAndEmptiesAtOnceReachTheOtherProxy ) {
+  Three three;
+  three.settle();
+  for( unsigned end = 0; end < 3; ++end ) {
+    three.room( end ).visitorEnq( ShelfNumber( 1 ) );
+    three.room( end ).visitorDeq();
+    three.settle();
+    EXPECT_EQ( three.room( 2 ).visitorMetadata().head, end + 1 );
+    three.requireEqual( TestSupport::wholeText );
+  }
+}
+
+TEST( Mirror, aVisitorThatAProxyLetOutStaysOutWhateverItsSourceTellsMeanwhile ) {
+  Pair pair;
+  for( unsigned i = 1; i <= 3; ++i )
+    pair.source.room->visitorEnq( ShelfNumber( i ) );
+  pair.settle();
+  pair.proxy.room->visitorDeq();
+  pair.source.room->koiNboAttrLogSa( pair.source.mirror )->doRemountSelf();
+  pair.source.room->visitorEnq( ShelfNumber( 4 ) );
+  pair.proxy.in( pair.source.out() );
+  EXPECT_EQ( pair.proxy.room->visitorMetadata().head, 1 );
+  pair.settle();
+  EXPECT_EQ( pair.source.room->visitorMetadata().head, 1 );
+  EXPECT_EQ( pair.source.room->visitor().size(), 3u );
+  EXPECT_EQ( pair.proxyText(), pair.sourceText() );
+}
+
+TEST( Mirror, whatAProxyLeftOfItsSourceAndThenDeletesGoesAtBothEnds ) {
+  Pair pair;
+  pair.settle();
+  pair.proxy.room->colorCountIs( red, 1 );
+  pair.source.room->colorCountIs( red, 2 );
+  pair.proxy.in( pair.source.out() );
+  EXPECT_EQ( pair.proxy.room->colorCount( red ), 1u );
+  pair.proxy.room->colorCountDel( red );
+  pair.settle();
+  EXPECT_FALSE( pair.source.room->colorCount().contains( red ) );
+}
+
+TEST( Mirror, whatAProxyRefersToWhileItsSourceRemovesItGoesOnAtBothEnds ) {
+  Pair pair;
+  Koi::Name const hall( "hall" );
+  pair.source.room->lampIs( hall );
+  pair.settle();
+  pair.proxy.room->mainLampIs( pair.proxy.room->lamp( hall ) );
+  pair.source.room->lampDel( hall );
+  pair.settle();
+  ASSERT_TRUE( pair.source.room->mainLamp() );
+  EXPECT_EQ( pair.source.room->mainLamp()->name(), hall );
+  EXPECT_EQ( pair.proxyText(), pair.sourceText() );
 }
 
 TEST( Mirror, aFlushThatIsCutAtAnyByteIsAsIfItHadNotBeen ) {
