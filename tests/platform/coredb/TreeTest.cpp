@@ -22,7 +22,6 @@ using Coredb::Access;
 using Coredb::ServeException;
 using Coredb::TreeMount;
 using Coredb::TreeServer;
-using TestSupport::plainText;
 using TestSupport::RoomChange;
 using TestSupport::wholeText;
 
@@ -84,13 +83,13 @@ TEST_F( Trees, areEqualWhereverTheyChange ) {
   ASSERT_TRUE(
       runUntil( [&] { return early.mount.isSynchronised() && late.mount.isSynchronised(); } ) );
   EXPECT_EQ( server->numClients(), 2u );
-  for( int round = 0; round < 40; ++round ) {
+  for( int round = 0; round < 120; ++round ) {
     Room & changed = *( round % 3 == 0 ? room : round % 3 == 1 ? early.room : late.room );
-    for( int i = 0; i < 50; ++i )
+    for( int i = round % 2 ? 5 : 50; i > 0; --i )
       RoomChange::any( random ).apply( changed );
     ASSERT_TRUE( runUntil( [&] {
-      std::string const text = plainText( *room );
-      return plainText( *early.room ) == text && plainText( *late.room ) == text;
+      std::string const text = wholeText( *room );
+      return wholeText( *early.room ) == text && wholeText( *late.room ) == text;
     } ) )
         << round;
   }
