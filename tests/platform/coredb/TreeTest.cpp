@@ -204,8 +204,8 @@ TEST_F( Trees, areAcknowledgedToEachMountOfItsOwnChanges ) {
   EXPECT_FALSE( early.mount.isAcknowledged() || late.mount.isAcknowledged() );
   EXPECT_TRUE( runUntil( areAcknowledged ) );
   EXPECT_TRUE( runUntil( [&] {
-    return plainText( *early.room ) == plainText( *room ) &&
-           plainText( *late.room ) == plainText( *room );
+    return wholeText( *early.room ) == wholeText( *room ) &&
+           wholeText( *late.room ) == wholeText( *room );
   } ) );
   EXPECT_GE( room->colorCount( white ), 2u );
 }
@@ -237,7 +237,7 @@ TEST_F( Trees, areNotAcknowledgedByAServerThatIsGone ) {
   auto const server = served( room );
   EXPECT_TRUE( runUntil( [&] { return mounted.mount.isAcknowledged(); } ) );
   EXPECT_EQ( room->colorCount( red ), 2u );
-  EXPECT_EQ( plainText( *mounted.room ), plainText( *room ) );
+  EXPECT_EQ( wholeText( *mounted.room ), wholeText( *room ) );
 }
 
 TEST_F( Trees, haveNothingUnderWayWhereTheyAreReadOnly ) {
