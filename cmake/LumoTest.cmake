@@ -13,12 +13,13 @@ add_executable( testHeader EXCLUDE_FROM_ALL "${CMAKE_CURRENT_BINARY_DIR}/testHea
 target_link_libraries( testHeader PRIVATE lumoWarnings GTest::gtest )
 target_precompile_headers( testHeader PRIVATE <gtest/gtest.h> )
 
-# lumo_test( NAME n SOURCES ... [LIBS ...] [LABELS ...] [FILTER f] )
+# lumo_test( NAME n SOURCES ... [LIBS ...] [LABELS ...] [FILTER f] [COMPUTES] )
 #
 # Every TEST in the sources becomes a test of ctest named n.Suite.test. The label is "unit" unless
-# LABELS says otherwise; FILTER, as GoogleTest reads it, leaves some out. The program links the shared library as a user's would.
+# LABELS says otherwise; FILTER, as GoogleTest reads it, leaves some out. One that COMPUTES for minutes
+# is optimised in every build. The program links the shared library as a user's would.
 function( lumo_test )
-  cmake_parse_arguments( PARSE_ARGV 0 test "" "NAME;FILTER" "SOURCES;LIBS;LABELS" )
+  cmake_parse_arguments( PARSE_ARGV 0 test "COMPUTES" "NAME;FILTER" "SOURCES;LIBS;LABELS" )
   if( test_UNPARSED_ARGUMENTS OR NOT test_NAME OR NOT test_SOURCES )
     message( FATAL_ERROR "lumo_test() needs NAME and SOURCES; it does not know '${test_UNPARSED_ARGUMENTS}'" )
   endif()
@@ -30,7 +31,11 @@ function( lumo_test )
   set_target_properties( ${test_NAME} PROPERTIES UNITY_BUILD OFF )
   target_link_libraries( ${test_NAME} PRIVATE ${test_LIBS} Lumo::Lumo lumoWarnings GTest::gtest_main )
   target_include_directories( ${test_NAME} PRIVATE "${PROJECT_SOURCE_DIR}/tests" )
-  target_precompile_headers( ${test_NAME} REUSE_FROM testHeader )
+  if( test_COMPUTES )  # what is compiled once for all is not optimised so
+    target_compile_options( ${test_NAME} PRIVATE $<$<CONFIG:Debug>:-O1> )
+  else()
+    target_precompile_headers( ${test_NAME} REUSE_FROM testHeader )
+  endif()
   gtest_discover_tests( ${test_NAME}
     TEST_PREFIX "${test_NAME}."
     TEST_FILTER "${test_FILTER}"
